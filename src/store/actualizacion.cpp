@@ -1,0 +1,60 @@
+#include "store/actualizacion.h"
+
+#include "store/esquema.h"
+
+#include <QDateTime>
+
+namespace orv {
+
+namespace {
+
+// Número arbitrario que identifica el candado de actualización entre terminales PostgreSQL.
+constexpr qint64 kCandadoActualizacion = 7318004512;
+
+int ultimoPasoAnotado(Almacen& a) {
+    try {
+        return a.valor(QStringLiteral("SELECT MAX(Paso) FROM PasosEsquema")).toInt();
+    } catch (const ErrorAlmacen&) {
+        return 0; // la tabla todavía no existe: almacén nuevo
+    }
+}
+
+} // namespace
+
+const std::vector<PasoEsquema>& pasosDelSistema() {
+    static const std::vector<PasoEsquema> pasos = {
+        {1, QStringLiteral("Esquema inicial: tablas, índices, consultas y filas de partida"), creaEsquemaInicial},
+    };
+    return pasos;
+}
+
+int versionEsquema(Almacen& a) { return ultimoPasoAnotado(a); }
+
+int actualizaEsquema(Almacen& a, const std::vector<PasoEsquema>& pasos) {
+    if (pasos.empty()) return 0;
+    const int actual = ultimoPasoAnotado(a); // la única consulta de un almacén al día
+    if (actual >= pasos.back().numero) return 0;
+
+    int aplicados = 0;
+    for (const PasoEsquema& paso : pasos) {
+        if (paso.numero <= actual) continue;
+        Transaccion t(a);
+        if (a.esPostgreSQL())
+            a.valor(QStringLiteral("SELECT pg_advisory_xact_lock(?)"), {kCandadoActualizacion});
+        a.ejecuta(ddl(a.dialecto(), QStringLiteral("CREATE TABLE IF NOT EXISTS PasosEsquema ("
+                                                   "Paso {LARGO} PRIMARY KEY, Descripcion {TEXTO(200)}, "
+                                                   "Aplicado {TEXTO(30)})")));
+        // Otra terminal pudo haberlo aplicado mientras esperábamos el candado.
+        if (a.valor(QStringLiteral("SELECT count(*) FROM PasosEsquema WHERE Paso = ?"), {paso.numero}).toInt() > 0)
+            continue;
+        paso.aplica(a);
+        a.ejecuta(QStringLiteral("INSERT INTO PasosEsquema (Paso, Descripcion, Aplicado) VALUES (?, ?, ?)"),
+                  {paso.numero, paso.descripcion,
+                   QDateTime::currentDateTimeUtc().toString(Qt::ISODate)});
+        t.confirmar();
+        ++aplicados;
+    }
+    return aplicados;
+}
+
+} // namespace orv

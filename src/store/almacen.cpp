@@ -1,0 +1,254 @@
+#include "store/almacen.h"
+
+#include <QAtomicInteger>
+#include <QFileInfo>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlRecord>
+#include <QUrl>
+#include <QUrlQuery>
+
+namespace orv {
+
+namespace {
+
+QString nuevaConexion() {
+    static QAtomicInteger<quint64> contador{0};
+    return QStringLiteral("orvanta_%1").arg(contador.fetchAndAddRelaxed(1) + 1);
+}
+
+QString textoError(const QSqlError& e) {
+    QString t = e.databaseText().trimmed();
+    if (t.isEmpty()) t = e.driverText().trimmed();
+    if (t.isEmpty()) t = e.text().trimmed();
+    return t;
+}
+
+} // namespace
+
+ErrorAlmacen::ErrorAlmacen(const QString& descripcion, QString numero, QString sql)
+    : std::runtime_error(descripcion.toStdString()),
+      descripcion_(descripcion),
+      numero_(std::move(numero)),
+      sql_(std::move(sql)) {}
+
+Almacen::Almacen(Dialecto d, QString conexion, QString descripcion)
+    : dialecto_(d), conexion_(std::move(conexion)), descripcion_(std::move(descripcion)) {}
+
+Almacen::~Almacen() { cierra(); }
+
+void Almacen::cierra() {
+    if (conexion_.isEmpty()) return;
+    {
+        QSqlDatabase db = QSqlDatabase::database(conexion_, false);
+        if (db.isOpen()) {
+            if (profundidad_ > 0) {
+                QSqlQuery q(db);
+                q.exec(QStringLiteral("ROLLBACK"));
+                profundidad_ = 0;
+            }
+            db.close();
+        }
+    }
+    QSqlDatabase::removeDatabase(conexion_);
+    conexion_.clear();
+}
+
+QSqlDatabase Almacen::base() const {
+    if (conexion_.isEmpty()) throw ErrorAlmacen(QStringLiteral("El almacén de datos está cerrado."));
+    return QSqlDatabase::database(conexion_, false);
+}
+
+std::unique_ptr<Almacen> Almacen::abre(const QString& destino) {
+    if (destino.startsWith(QLatin1String("postgresql://"), Qt::CaseInsensitive) ||
+        destino.startsWith(QLatin1String("postgres://"), Qt::CaseInsensitive))
+        return abrePostgreSQL(destino);
+    return abreSQLite(destino);
+}
+
+std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta) {
+    const QFileInfo archivo(ruta);
+    const QFileInfo carpeta(archivo.absolutePath());
+    if (!carpeta.exists() || !carpeta.isDir())
+        throw ErrorAlmacen(QStringLiteral("No existe la carpeta de datos %1").arg(carpeta.absoluteFilePath()),
+                           QStringLiteral("2"));
+    if (archivo.exists() && !archivo.isWritable())
+        throw ErrorAlmacen(QStringLiteral("El archivo %1 no admite escritura").arg(archivo.absoluteFilePath()),
+                           QStringLiteral("13"));
+    if (!archivo.exists() && !carpeta.isWritable())
+        throw ErrorAlmacen(QStringLiteral("La carpeta %1 no admite escritura").arg(carpeta.absoluteFilePath()),
+                           QStringLiteral("13"));
+
+    const QString nombre = nuevaConexion();
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nombre);
+        db.setDatabaseName(archivo.absoluteFilePath());
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
+        if (!db.open()) {
+            const QSqlError e = db.lastError();
+            db = QSqlDatabase();
+            QSqlDatabase::removeDatabase(nombre);
+            throw ErrorAlmacen(textoError(e), e.nativeErrorCode());
+        }
+    }
+    std::unique_ptr<Almacen> a(new Almacen(Dialecto::SQLite, nombre, archivo.absoluteFilePath()));
+    // La primera lectura descubre un archivo que no es una base de datos.
+    a->valor(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    a->valor(QStringLiteral("PRAGMA journal_mode=WAL"));
+    a->ejecuta(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    a->ejecuta(QStringLiteral("PRAGMA foreign_keys=OFF"));
+    return a;
+}
+
+std::unique_ptr<Almacen> Almacen::abrePostgreSQL(const QString& uri) {
+    const QUrl url(uri, QUrl::StrictMode);
+    if (!url.isValid() || (url.scheme() != QLatin1String("postgresql") && url.scheme() != QLatin1String("postgres")))
+        throw ErrorAlmacen(QStringLiteral("La dirección del servidor no es válida: %1").arg(uri), QStringLiteral("1"));
+
+    QString host = url.host();
+    QString base = url.path();
+    if (base.startsWith(QLatin1Char('/'))) base.remove(0, 1);
+    QStringList opciones;
+    bool conTiempo = false;
+    const QUrlQuery q(url);
+    for (const auto& [clave, valorTexto] : q.queryItems(QUrl::FullyDecoded)) {
+        if (clave == QLatin1String("host")) host = valorTexto;
+        else if (clave == QLatin1String("dbname")) base = valorTexto;
+        else {
+            if (clave == QLatin1String("connect_timeout")) conTiempo = true;
+            opciones << clave + QLatin1Char('=') + valorTexto;
+        }
+    }
+    if (!conTiempo) opciones << QStringLiteral("connect_timeout=5");
+
+    const QString nombre = nuevaConexion();
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), nombre);
+        if (!db.isValid()) {
+            db = QSqlDatabase();
+            QSqlDatabase::removeDatabase(nombre);
+            throw ErrorAlmacen(QStringLiteral("Falta el controlador de PostgreSQL (QPSQL)."), QStringLiteral("3"));
+        }
+        db.setHostName(host);
+        if (url.port() > 0) db.setPort(url.port());
+        db.setDatabaseName(base);
+        db.setUserName(url.userName(QUrl::FullyDecoded));
+        db.setPassword(url.password(QUrl::FullyDecoded));
+        db.setConnectOptions(opciones.join(QLatin1Char(';')));
+        db.setNumericalPrecisionPolicy(QSql::HighPrecision);
+        if (!db.open()) {
+            const QSqlError e = db.lastError();
+            db = QSqlDatabase();
+            QSqlDatabase::removeDatabase(nombre);
+            throw ErrorAlmacen(textoError(e), e.nativeErrorCode());
+        }
+    }
+    const QString quien = (host.isEmpty() ? QStringLiteral("localhost") : host) + QLatin1Char('/') + base;
+    std::unique_ptr<Almacen> a(new Almacen(Dialecto::PostgreSQL, nombre, quien));
+    a->ejecuta(QStringLiteral("SET client_min_messages TO warning"));
+    a->ejecuta(QStringLiteral("SET datestyle TO ISO, YMD"));
+    return a;
+}
+
+void Almacen::fallo(const QSqlQuery& q, const QString& sql) const {
+    const QSqlError e = q.lastError();
+    throw ErrorAlmacen(textoError(e), e.nativeErrorCode(), sql);
+}
+
+QSqlQuery Almacen::consulta(const QString& sql, const QVariantList& parametros) const {
+    QSqlQuery q(base());
+    q.setForwardOnly(true);
+    if (parametros.isEmpty()) {
+        if (!q.exec(sql)) fallo(q, sql);
+        return q;
+    }
+    if (!q.prepare(sql)) fallo(q, sql);
+    for (const QVariant& v : parametros) q.addBindValue(v);
+    if (!q.exec()) fallo(q, sql);
+    return q;
+}
+
+int Almacen::ejecuta(const QString& sql, const QVariantList& parametros) {
+    QSqlQuery q = consulta(sql, parametros);
+    return q.numRowsAffected();
+}
+
+QVariant Almacen::valor(const QString& sql, const QVariantList& parametros) const {
+    QSqlQuery q = consulta(sql, parametros);
+    if (!q.next()) return {};
+    return q.value(0);
+}
+
+qint64 Almacen::inserta(const QString& sqlInsert, const QVariantList& parametros, const QString& columnaId) {
+    QSqlQuery q = consulta(sqlInsert + QStringLiteral(" RETURNING ") + columnaId, parametros);
+    if (!q.next()) throw ErrorAlmacen(QStringLiteral("El almacén no devolvió la clave nueva."), {}, sqlInsert);
+    return q.value(0).toLongLong();
+}
+
+void Almacen::ejecutaGuion(const QString& guion) {
+    const QStringList ordenes = guion.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (const QString& o : ordenes) {
+        const QString t = o.trimmed();
+        if (!t.isEmpty()) ejecuta(t);
+    }
+}
+
+bool Almacen::existeTabla(const QString& nombre) const {
+    if (esPostgreSQL())
+        return valor(QStringLiteral("SELECT count(*) FROM information_schema.tables "
+                                    "WHERE table_schema = current_schema() AND table_name = lower(?)"),
+                     {nombre}).toInt() > 0;
+    return valor(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type IN ('table','view') "
+                                "AND lower(name) = lower(?)"),
+                 {nombre}).toInt() > 0;
+}
+
+bool Almacen::existeColumna(const QString& tabla, const QString& columna) const {
+    if (esPostgreSQL())
+        return valor(QStringLiteral("SELECT count(*) FROM information_schema.columns WHERE table_schema = "
+                                    "current_schema() AND table_name = lower(?) AND column_name = lower(?)"),
+                     {tabla, columna}).toInt() > 0;
+    return valor(QStringLiteral("SELECT count(*) FROM pragma_table_info(?) WHERE lower(name) = lower(?)"),
+                 {tabla, columna}).toInt() > 0;
+}
+
+void Almacen::comienza() {
+    if (profundidad_ == 0)
+        ejecuta(esPostgreSQL() ? QStringLiteral("BEGIN") : QStringLiteral("BEGIN IMMEDIATE"));
+    else
+        ejecuta(QStringLiteral("SAVEPOINT orv_%1").arg(profundidad_));
+    ++profundidad_;
+}
+
+void Almacen::confirma() {
+    if (profundidad_ <= 0) return;
+    if (profundidad_ == 1) ejecuta(QStringLiteral("COMMIT"));
+    else ejecuta(QStringLiteral("RELEASE SAVEPOINT orv_%1").arg(profundidad_ - 1));
+    --profundidad_;
+}
+
+void Almacen::deshace() {
+    if (profundidad_ <= 0) return;
+    --profundidad_;
+    QSqlQuery q(base());
+    if (profundidad_ == 0) {
+        q.exec(QStringLiteral("ROLLBACK"));
+    } else {
+        q.exec(QStringLiteral("ROLLBACK TO SAVEPOINT orv_%1").arg(profundidad_));
+        q.exec(QStringLiteral("RELEASE SAVEPOINT orv_%1").arg(profundidad_));
+    }
+}
+
+Transaccion::Transaccion(Almacen& a) : almacen_(a) { almacen_.comienza(); }
+
+Transaccion::~Transaccion() {
+    if (!terminada_) almacen_.deshace();
+}
+
+void Transaccion::confirmar() {
+    if (terminada_) return;
+    almacen_.confirma();
+    terminada_ = true;
+}
+
+} // namespace orv

@@ -1,0 +1,28 @@
+#pragma once
+// Mensaje para el usuario: la lógica lo lanza y la pantalla lo muestra tal cual.
+
+#include <QString>
+#include <exception>
+
+namespace orv {
+
+enum class Icono { Ninguno, Informacion, Exclamacion, Pregunta, Stop };
+
+class Aviso : public std::exception {
+public:
+    Aviso(QString texto, QString titulo = QStringLiteral("Error"), Icono icono = Icono::Stop)
+        : texto_(std::move(texto)), titulo_(std::move(titulo)), icono_(icono), utf8_(texto_.toUtf8()) {}
+
+    const QString& texto() const { return texto_; }
+    const QString& titulo() const { return titulo_; }
+    Icono icono() const { return icono_; }
+    const char* what() const noexcept override { return utf8_.constData(); }
+
+private:
+    QString texto_;
+    QString titulo_;
+    Icono icono_;
+    QByteArray utf8_;
+};
+
+} // namespace orv

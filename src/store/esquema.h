@@ -1,0 +1,22 @@
+#pragma once
+// Esquema del almacén: tablas, índices, consultas guardadas (vistas) y filas de partida.
+
+#include "store/almacen.h"
+
+#include <QString>
+
+namespace orv {
+
+// Traduce los marcadores de tipo del DDL al dialecto:
+//   {CONTADOR}  clave entera asignada por el almacén (PRIMARY KEY incluida)
+//   {LARGO}     entero de 32 bits          {ENTERO}  entero de 16 bits
+//   {DOBLE}     coma flotante doble        {DINERO}  NUMERIC(19,4)
+//   {FECHA}     fecha sin hora (texto ISO en SQLite)
+//   {SINO}      SMALLINT 0/1               {TEXTO(n)} texto de hasta n caracteres
+//   {MEMO}      texto sin límite
+QString ddl(Dialecto d, const QString& texto);
+
+// Paso 1 de la actualización: crea el esquema completo de hoy y sus filas de partida.
+void creaEsquemaInicial(Almacen& a);
+
+} // namespace orv

@@ -1,0 +1,58 @@
+#include "base_prueba.h"
+
+#include <QCoreApplication>
+#include <QRandomGenerator>
+#include <QUrl>
+#include <QUrlQuery>
+
+namespace orv::prueba {
+
+std::string nombreMotor(const ::testing::TestParamInfo<Motor>& info) {
+    return info.param == Motor::SQLite ? "SQLite" : "PostgreSQL";
+}
+
+bool hayPostgreSQL() { return !qEnvironmentVariableIsEmpty("ORVANTA_PRUEBA_PG"); }
+
+AlmacenDePrueba::AlmacenDePrueba(Motor m) : motor_(m) {
+    if (!dir_.isValid()) throw std::runtime_error("no se pudo crear la carpeta temporal");
+    if (m == Motor::SQLite) {
+        destino_ = dir_.filePath(QStringLiteral("BASE.db"));
+        almacen_ = Almacen::abreSQLite(destino_);
+        return;
+    }
+    const QString uri = qEnvironmentVariable("ORVANTA_PRUEBA_PG");
+    esquema_ = QStringLiteral("p%1_%2")
+                   .arg(QCoreApplication::applicationPid())
+                   .arg(QRandomGenerator::global()->generate64(), 0, 36);
+    {
+        auto admin = Almacen::abrePostgreSQL(uri);
+        admin->ejecuta(QStringLiteral("CREATE SCHEMA ") + esquema_);
+    }
+    QUrl url(uri);
+    QUrlQuery q(url);
+    q.addQueryItem(QStringLiteral("options"), QStringLiteral("-csearch_path=") + esquema_);
+    url.setQuery(q);
+    destino_ = url.toString(QUrl::FullyEncoded);
+    almacen_ = Almacen::abrePostgreSQL(destino_);
+}
+
+AlmacenDePrueba::~AlmacenDePrueba() {
+    almacen_.reset();
+    if (motor_ == Motor::PostgreSQL && !esquema_.isEmpty()) {
+        try {
+            auto admin = Almacen::abrePostgreSQL(qEnvironmentVariable("ORVANTA_PRUEBA_PG"));
+            admin->ejecuta(QStringLiteral("DROP SCHEMA ") + esquema_ + QStringLiteral(" CASCADE"));
+        } catch (...) {
+        }
+    }
+}
+
+std::unique_ptr<Almacen> AlmacenDePrueba::otraConexion() const { return Almacen::abre(destino_); }
+
+void PorMotor::SetUp() {
+    if (GetParam() == Motor::PostgreSQL && !hayPostgreSQL())
+        GTEST_SKIP() << "ORVANTA_PRUEBA_PG sin definir: se omite PostgreSQL";
+    base_ = std::make_unique<AlmacenDePrueba>(GetParam());
+}
+
+} // namespace orv::prueba
