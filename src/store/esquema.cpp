@@ -21,8 +21,741 @@ QString ddl(Dialecto d, const QString& texto) {
     return s;
 }
 
+const QStringList& columnasPermiso() {
+    static const QStringList columnas = {
+        QStringLiteral("VeArticulos"),        QStringLiteral("VeClientes"),
+        QStringLiteral("VeCaja"),             QStringLiteral("VeVentas"),
+        QStringLiteral("VeProveedores"),      QStringLiteral("VeInformes"),
+        QStringLiteral("VeExportar"),         QStringLiteral("PermEnviaMail"),
+        QStringLiteral("VeUtilidades"),       QStringLiteral("VeUsuarios"),
+        QStringLiteral("VeRubros"),           QStringLiteral("VePlanCuentas"),
+        QStringLiteral("VeCompras"),          QStringLiteral("VeSaldoProveedores"),
+        QStringLiteral("VeSaldoClientes"),    QStringLiteral("VePreCostos"),
+        QStringLiteral("NueArticulo"),        QStringLiteral("NueCliente"),
+        QStringLiteral("NueProveedor"),       QStringLiteral("NueCaja"),
+        QStringLiteral("NueStock"),           QStringLiteral("BorrArticulo"),
+        QStringLiteral("BorrCliente"),        QStringLiteral("BorrProveedor"),
+        QStringLiteral("BorrCaja"),           QStringLiteral("BorrStock"),
+        QStringLiteral("BorrTodosLosDatos"),  QStringLiteral("PermZonas"),
+        QStringLiteral("PermBackup"),         QStringLiteral("PermAjustaNumeradores"),
+        QStringLiteral("PermCambioPrecios"),  QStringLiteral("CamPreVentaArticulos"),
+        QStringLiteral("SoloPOS"),            QStringLiteral("BorrUsuario"),
+        QStringLiteral("BorrCompra"),         QStringLiteral("BorrVenta"),
+        QStringLiteral("NueUsuario"),         QStringLiteral("NueCompra"),
+        QStringLiteral("NueVenta"),
+    };
+    return columnas;
+}
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------
+// Tablas. Largos de texto: nombres y descripciones 100, códigos 50, notas 255, teléfonos 50,
+// CUIT 30, códigos postales 20; las columnas de largo fijado por la historia del almacén lo conservan.
+// Importes con valor 0 por omisión; las marcas sí/no, 0.
+// ---------------------------------------------------------------------------------------------
+const char* const kTablas[] = {
+    // Catálogo
+    R"(CREATE TABLE Articulos (
+        idArticulo {CONTADOR},
+        idRubro {LARGO},
+        IdProveedor {LARGO},
+        Codigo {TEXTO(50)},
+        Descripcion {TEXTO(100)},
+        DescripcionMatriz {TEXTO(50)},
+        StockActual {DOBLE} DEFAULT 0,
+        StockMinimo {DOBLE} DEFAULT 0,
+        PrecioCosto {DINERO} DEFAULT 0,
+        PrecioVenta {DINERO} DEFAULT 0,
+        PrecioFinal {DINERO} DEFAULT 0,
+        UtilidadPorcentaje {DOBLE} DEFAULT 0,
+        CgoProveedor {TEXTO(50)},
+        ImprimeCodigoBarra {SINO} DEFAULT 0,
+        esMateriaPrima {SINO} DEFAULT 0,
+        Foto {TEXTO(255)},
+        UltimaFechaCompra {FECHA},
+        UltimaFechaVenta {FECHA}))",
+    R"(CREATE TABLE Rubros (
+        idRubro {CONTADOR},
+        Rubro {TEXTO(100)},
+        PuntosVIP {DOBLE} DEFAULT 0))",
+    R"(CREATE TABLE Matriz (
+        idMatriz {CONTADOR},
+        Tipo {TEXTO(40)},
+        Valor {TEXTO(40)}))",
+    R"(CREATE TABLE FormulaProduccion (
+        idItemFormula {CONTADOR},
+        idArticuloFinal {LARGO},
+        idArticuloMP {LARGO},
+        Cantidad {DOBLE} DEFAULT 0,
+        CostoTotal {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE RegistroProduccion (
+        idRegistroProduccion {CONTADOR},
+        Fecha {FECHA},
+        idArticuloProducido {LARGO},
+        CantidadProducida {DOBLE} DEFAULT 0,
+        CostoManoObra {DINERO} DEFAULT 0,
+        CostoTotal {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE DetRegistroProduccion (
+        idDetReg {CONTADOR},
+        idRegistroProduccion {LARGO},
+        idArticuloMP {LARGO},
+        Cantidad {DOBLE} DEFAULT 0,
+        CostoTotal {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE Etiquetas (
+        idEtiqueta {CONTADOR},
+        Nombre {TEXTO(100)},
+        No_Ancho {DOBLE} DEFAULT 0,
+        No_Largo {DOBLE} DEFAULT 0,
+        Margen_Izq {DOBLE} DEFAULT 0,
+        Margen_Sup {DOBLE} DEFAULT 0,
+        Dist_Colum {DOBLE} DEFAULT 0,
+        Dist_Filas {DOBLE} DEFAULT 0,
+        Etiq_Ancho {DOBLE} DEFAULT 0,
+        Etiq_Largo {DOBLE} DEFAULT 0,
+        TamanoFuente {DOBLE} DEFAULT 0))",
+
+    // Stock
+    R"(CREATE TABLE MovimientoStock (
+        idMovimientoStock {CONTADOR},
+        idArticulo {LARGO},
+        Fecha {FECHA},
+        idTipoMovimiento {LARGO},
+        Comprobante {TEXTO(50)},
+        idComprobante {LARGO},
+        Ingreso {DOBLE} DEFAULT 0,
+        Egreso {DOBLE} DEFAULT 0,
+        Observaciones {TEXTO(255)}))",
+    R"(CREATE TABLE TiposMovimientoStock (
+        idTipoMovimiento {CONTADOR},
+        TipoMovimientoStock {TEXTO(50)}))",
+
+    // Ventas
+    R"(CREATE TABLE TiposDeComprobantes (
+        idTipoComprobante {CONTADOR},
+        Tipo {TEXTO(50)},
+        Letra {TEXTO(5)},
+        PuntoDeVenta {TEXTO(10)},
+        Correlativo {LARGO} DEFAULT 0,
+        DescuentaStock {SINO} DEFAULT 0,
+        RegistraCaja {SINO} DEFAULT 0,
+        OperacionInversa {SINO} DEFAULT 0,
+        EsComercial {SINO} DEFAULT 0,
+        NombrePlantilla {TEXTO(255)},
+        ModDocumento {ENTERO}))",
+    R"(CREATE TABLE Comprobantes (
+        idComprobante {CONTADOR},
+        Factura {TEXTO(30)},
+        idTipoComprobante {LARGO},
+        idVendedor {LARGO},
+        idTipoIva {LARGO},
+        Fecha {FECHA},
+        Nombre {TEXTO(100)},
+        Cuit {TEXTO(30)},
+        FormaPago {TEXTO(50)},
+        HizoCaja {SINO} DEFAULT 0,
+        HizoStock {SINO} DEFAULT 0,
+        EsComercial {SINO} DEFAULT 0,
+        TipoStock {LARGO} DEFAULT 0,
+        SubTotal {DINERO} DEFAULT 0,
+        MontDescuento {DINERO} DEFAULT 0,
+        Total {DINERO} DEFAULT 0,
+        PorcDescuento {DOBLE} DEFAULT 0,
+        ImporteNeto {DINERO} DEFAULT 0,
+        ImporteIVA {DINERO} DEFAULT 0,
+        PorcentajeIVA {DOBLE} DEFAULT 0,
+        SuPago {DINERO} DEFAULT 0,
+        Cupon {TEXTO(30)},
+        Remito {TEXTO(30)},
+        Observaciones {MEMO},
+        idEmpresa {LARGO},
+        idUsuario {LARGO},
+        idVendio {LARGO},
+        Comision {DOBLE} DEFAULT 0,
+        ImpresoFiscal {TEXTO(1)}))",
+    R"(CREATE TABLE DetalleComprobantes (
+        idDetalle {CONTADOR},
+        idComprobante {LARGO},
+        idArticulo {LARGO},
+        Cantidad {DOBLE} DEFAULT 0,
+        Unitario {DINERO} DEFAULT 0,
+        SubTotal {DINERO} DEFAULT 0,
+        costounitario {DINERO} DEFAULT 0,
+        Sn {TEXTO(50)},
+        Descripcion {TEXTO(100)},
+        Fecha {FECHA},
+        EsComercial {SINO} DEFAULT 0,
+        idUsuario {LARGO}))",
+    R"(CREATE TABLE TmpFac (
+        idTmpFac {CONTADOR},
+        idArticulo {LARGO},
+        Codigo {TEXTO(50)},
+        Descripcion {TEXTO(100)},
+        Cantidad {DOBLE} DEFAULT 0,
+        Unitario {DINERO} DEFAULT 0,
+        SubTotal {DINERO} DEFAULT 0,
+        Sn {TEXTO(50)},
+        PCRed {LARGO}))",
+
+    // Clientes, vendedores y puntos
+    R"(CREATE TABLE Vendedores (
+        idVendedor {CONTADOR},
+        Nombre {TEXTO(100)},
+        Domicilio {TEXTO(100)},
+        Localidad {TEXTO(100)},
+        Telefono {TEXTO(50)},
+        Telefono2 {TEXTO(50)},
+        "e-mail" {TEXTO(100)},
+        Cuit {TEXTO(30)},
+        Empresa {TEXTO(50)},
+        CPostal {TEXTO(10)},
+        Comision {DOBLE} DEFAULT 0,
+        Descuento {DOBLE} DEFAULT 0,
+        idZona {LARGO},
+        idTipoIva {LARGO},
+        idTipoFormaPago {LARGO},
+        NroClienteVIP {TEXTO(30)},
+        PuntosVIP {LARGO} DEFAULT 0))",
+    R"(CREATE TABLE Zonas (
+        idZona {CONTADOR},
+        Zona {TEXTO(50)}))",
+    R"(CREATE TABLE Localidades (
+        idLocalidad {CONTADOR},
+        Localidad {TEXTO(100)}))",
+    R"(CREATE TABLE TipoDeIva (
+        idTipoIva {CONTADOR},
+        TipoIva {TEXTO(50)},
+        Fiscal {TEXTO(1)}))",
+    R"(CREATE TABLE Comisiones (
+        idCuentaVendedor {CONTADOR},
+        idVendedor {LARGO},
+        idComprobante {LARGO},
+        Fecha {FECHA},
+        Tipo {TEXTO(50)},
+        Comision {DINERO} DEFAULT 0,
+        Liquidacion {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE DetComisiones (
+        idDetComisiones {CONTADOR},
+        Fecha {FECHA},
+        Detalle {TEXTO(20)},
+        idUsuario {LARGO},
+        idComprobante {LARGO},
+        Porcentaje {DOBLE} DEFAULT 0,
+        Importe {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE Vip (
+        idVip {CONTADOR},
+        idCliente {LARGO},
+        Fecha {FECHA},
+        idUsuario {LARGO},
+        idComprobante {LARGO},
+        PuntosVIP {LARGO} DEFAULT 0))",
+    R"(CREATE TABLE TablaVIP (
+        idTablaVIP {CONTADOR},
+        idArticulo {LARGO},
+        Cantidad {DOBLE} DEFAULT 0,
+        VigenciaDESDE {FECHA},
+        VigenciaHASTA {FECHA},
+        PuntosRequeridos {DOBLE} DEFAULT 0))",
+
+    // Proveedores y compras
+    R"(CREATE TABLE Proveedores (
+        idProveedor {CONTADOR},
+        Nombre {TEXTO(100)},
+        RazonSocial {TEXTO(100)},
+        Cuit {TEXTO(30)},
+        Telefono {TEXTO(50)},
+        Telefono2 {TEXTO(50)},
+        email {TEXTO(100)},
+        Direccion {TEXTO(100)},
+        CBU {TEXTO(50)},
+        CPostal {TEXTO(10)},
+        BancoNombre {TEXTO(50)}))",
+    R"(CREATE TABLE Compras (
+        idCompra {CONTADOR},
+        LetComprobante {TEXTO(5)},
+        TipComprobante {TEXTO(30)},
+        SucComprobante {LARGO},
+        NroComprobante {LARGO},
+        idProveedor {LARGO},
+        idTipoFormaPago {LARGO},
+        idCta {LARGO},
+        idFPago {LARGO},
+        Fecha {FECHA},
+        Cancelada {SINO} DEFAULT 0,
+        RegistraCaja {SINO} DEFAULT 0,
+        RegistraStock {SINO} DEFAULT 0,
+        Neto {DINERO} DEFAULT 0,
+        Iva1 {DINERO} DEFAULT 0,
+        Total {DINERO} DEFAULT 0,
+        Tasa1 {DOBLE} DEFAULT 0,
+        Referencia {TEXTO(254)},
+        Descuento {DOBLE} DEFAULT 0,
+        MontoDescuento {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE DetCompras (
+        idDetCompra {CONTADOR},
+        idCompra {LARGO},
+        idProveedor {LARGO},
+        idArticulo {LARGO},
+        Cantidad {DOBLE} DEFAULT 0,
+        PrecioUnitario {DINERO} DEFAULT 0,
+        SubTotal {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE TmpFacCompra (
+        idTmpFacCompra {CONTADOR},
+        idArticulo {LARGO},
+        Codigo {TEXTO(50)},
+        Descripcion {TEXTO(100)},
+        Cantidad {DOBLE} DEFAULT 0,
+        Unitario {DINERO} DEFAULT 0,
+        SubTotal {DINERO} DEFAULT 0))",
+    R"(CREATE TABLE CtaProve (
+        idMovCta {CONTADOR},
+        idProveedor {LARGO},
+        idCompra {LARGO},
+        idCuenta {LARGO},
+        Fecha {FECHA},
+        Detalle {TEXTO(255)},
+        Referencia {TEXTO(100)},
+        Debe {DINERO} DEFAULT 0,
+        Haber {DINERO} DEFAULT 0))",
+
+    // Caja, usuarios y empresa
+    R"(CREATE TABLE Caja (
+        idCaja {CONTADOR},
+        idCuenta {LARGO},
+        idComprobante {LARGO},
+        Fecha {FECHA},
+        Detalles {TEXTO(254)},
+        Ingreso {DINERO} DEFAULT 0,
+        Egreso {DINERO} DEFAULT 0,
+        FormaPago {TEXTO(50)},
+        idUsuario {LARGO}))",
+    R"(CREATE TABLE Cuentas (
+        idCuenta {CONTADOR},
+        Cuenta {TEXTO(100)}))",
+    R"(CREATE TABLE FormasDePago (
+        idTipoFormaPago {CONTADOR},
+        FormaPago {TEXTO(50)},
+        EsACuenta {SINO} DEFAULT 0,
+        EsTarjetaCredito {SINO} DEFAULT 0))",
+    R"(CREATE TABLE CorteCaja (
+        idCorte {CONTADOR},
+        FECHA {FECHA}))",
+    R"(CREATE TABLE Usuarios (
+        idUsuario {CONTADOR},
+        NombreCompleto {TEXTO(100)},
+        NombreUsuario {TEXTO(50)},
+        Contrasenia {TEXTO(255)},
+        idNivel {LARGO},
+        Comision {DOBLE} DEFAULT 0))",
+    // Niveles: las columnas de permiso se agregan desde columnasPermiso().
+    R"(CREATE TABLE Empresa (
+        idEmpresa {CONTADOR},
+        NombreEmpresa {TEXTO(100)},
+        NombreFantasia {TEXTO(100)},
+        Direccion {TEXTO(100)},
+        CgoPostal {TEXTO(20)},
+        Telefono {TEXTO(50)},
+        email {TEXTO(100)},
+        web {TEXTO(100)}))",
+};
+
+// Índices: los que el almacén tuvo siempre (las claves ya tienen el suyo) y los que pide la
+// rapidez de un comercio. El nombre lleva la tabla delante para ser único en la base.
+// Articulos.IdProveedor queda deliberadamente sin índice.
+const char* const kIndices[] = {
+    "CREATE INDEX Vendedores_NroClienteVIP ON Vendedores (NroClienteVIP)",
+    "CREATE INDEX Vendedores_Nombre ON Vendedores (Nombre)",
+    "CREATE INDEX TablaVIP_idArticulo ON TablaVIP (idArticulo)",
+    "CREATE INDEX TablaVIP_VigenciaDESDE ON TablaVIP (VigenciaDESDE)",
+    "CREATE INDEX TablaVIP_VigenciaHASTA ON TablaVIP (VigenciaHASTA)",
+    "CREATE INDEX Vip_idCliente ON Vip (idCliente)",
+    "CREATE INDEX Vip_idUsuario ON Vip (idUsuario)",
+    "CREATE INDEX Vip_Fecha ON Vip (Fecha)",
+    "CREATE INDEX Vip_idComprobante ON Vip (idComprobante)",
+    "CREATE INDEX Comprobantes_idVendio ON Comprobantes (idVendio)",
+    "CREATE INDEX Comprobantes_ImpresoFiscal ON Comprobantes (ImpresoFiscal)",
+    "CREATE INDEX Comprobantes_idUsuario ON Comprobantes (idUsuario)",
+    "CREATE INDEX Comprobantes_Fecha ON Comprobantes (Fecha)",
+    "CREATE INDEX Comprobantes_idVendedor ON Comprobantes (idVendedor)",
+    "CREATE INDEX DetComisiones_Fecha ON DetComisiones (Fecha)",
+    "CREATE INDEX DetComisiones_idUsuario ON DetComisiones (idUsuario)",
+    "CREATE INDEX DetComisiones_idComprobante ON DetComisiones (idComprobante)",
+    "CREATE UNIQUE INDEX CorteCaja_Fecha ON CorteCaja (FECHA)",
+    "CREATE INDEX Caja_idUsuario ON Caja (idUsuario)",
+    "CREATE INDEX Caja_Fecha ON Caja (Fecha)",
+    "CREATE INDEX Caja_idComprobante ON Caja (idComprobante)",
+    "CREATE INDEX DetalleComprobantes_idUsuario ON DetalleComprobantes (idUsuario)",
+    "CREATE INDEX DetalleComprobantes_idComprobante ON DetalleComprobantes (idComprobante)",
+    "CREATE INDEX DetalleComprobantes_idArticulo ON DetalleComprobantes (idArticulo)",
+    "CREATE INDEX Articulos_DescripcionMatriz ON Articulos (DescripcionMatriz)",
+    "CREATE INDEX Articulos_esMateriaPrima ON Articulos (esMateriaPrima)",
+    "CREATE INDEX Articulos_Codigo ON Articulos (Codigo)",
+    "CREATE INDEX Articulos_CgoProveedor ON Articulos (CgoProveedor)",
+    "CREATE INDEX Articulos_idRubro ON Articulos (idRubro)",
+    "CREATE INDEX FormulaProduccion_idArticuloFinal ON FormulaProduccion (idArticuloFinal)",
+    "CREATE INDEX FormulaProduccion_idArticuloMP ON FormulaProduccion (idArticuloMP)",
+    "CREATE INDEX RegistroProduccion_Fecha ON RegistroProduccion (Fecha)",
+    "CREATE INDEX RegistroProduccion_idArticuloProducido ON RegistroProduccion (idArticuloProducido)",
+    "CREATE INDEX DetRegistroProduccion_idRegistroProduccion ON DetRegistroProduccion (idRegistroProduccion)",
+    "CREATE INDEX DetRegistroProduccion_idArticuloMP ON DetRegistroProduccion (idArticuloMP)",
+    "CREATE INDEX MovimientoStock_idArticulo ON MovimientoStock (idArticulo)",
+    "CREATE INDEX MovimientoStock_Fecha ON MovimientoStock (Fecha)",
+    "CREATE INDEX MovimientoStock_idComprobante ON MovimientoStock (idComprobante)",
+    "CREATE INDEX TmpFac_PCRed ON TmpFac (PCRed)",
+    "CREATE INDEX Comisiones_idVendedor ON Comisiones (idVendedor)",
+    "CREATE INDEX Comisiones_idComprobante ON Comisiones (idComprobante)",
+    "CREATE INDEX CtaProve_idProveedor ON CtaProve (idProveedor)",
+    "CREATE INDEX CtaProve_idCompra ON CtaProve (idCompra)",
+    "CREATE INDEX Compras_idProveedor ON Compras (idProveedor)",
+    "CREATE INDEX Compras_Fecha ON Compras (Fecha)",
+    "CREATE INDEX DetCompras_idCompra ON DetCompras (idCompra)",
+    "CREATE INDEX Usuarios_NombreUsuario ON Usuarios (NombreUsuario)",
+};
+
+// Consultas guardadas, como vistas. El mismo texto sirve a los dos motores.
+struct Vista {
+    const char* nombre;
+    const char* texto;
+};
+
+const Vista kVistas[] = {
+    {"ConsultaArticulos", R"(
+        SELECT Articulos.idArticulo, Articulos.idRubro, Rubros.Rubro, Articulos.Codigo, Articulos.Descripcion,
+               Articulos.DescripcionMatriz, Articulos.StockActual, Articulos.StockMinimo, Articulos.PrecioCosto,
+               Articulos.PrecioVenta, Articulos.PrecioFinal, Articulos.UtilidadPorcentaje, Articulos.CgoProveedor,
+               Articulos.ImprimeCodigoBarra, Articulos.esMateriaPrima, Articulos.Foto, Articulos.UltimaFechaCompra,
+               Articulos.UltimaFechaVenta, Articulos.IdProveedor, Proveedores.RazonSocial AS Proveedor
+        FROM (Articulos LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro)
+             LEFT JOIN Proveedores ON Articulos.IdProveedor = Proveedores.idProveedor)"},
+
+    // Columnas en el orden de la grilla de caja: Fecha, Cuenta, Factura, Detalles, Ingreso, Egreso,
+    // FormaPago, idCaja, idComprobante.
+    {"ConsultaCaja", R"(
+        SELECT Caja.Fecha, Cuentas.Cuenta, Comprobantes.Factura, Caja.Detalles, Caja.Ingreso, Caja.Egreso,
+               Caja.FormaPago, Caja.idCaja, Caja.idComprobante, Caja.idCuenta, Caja.idUsuario,
+               Usuarios.NombreUsuario, Usuarios.NombreCompleto
+        FROM ((Caja LEFT JOIN Cuentas ON Caja.idCuenta = Cuentas.idCuenta)
+              LEFT JOIN Comprobantes ON Caja.idComprobante = Comprobantes.idComprobante)
+             LEFT JOIN Usuarios ON Caja.idUsuario = Usuarios.idUsuario)"},
+
+    {"ConsultaCtaCte", R"(
+        SELECT Comisiones.idVendedor, Comisiones.Fecha, Comisiones.Tipo, Comprobantes.Factura,
+               TiposDeComprobantes.Tipo AS TipoComprobante, Comisiones.Comision, Comisiones.Liquidacion,
+               Comisiones.idCuentaVendedor, Comisiones.idComprobante, Vendedores.Nombre
+        FROM ((Comisiones LEFT JOIN Comprobantes ON Comisiones.idComprobante = Comprobantes.idComprobante)
+              LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)
+             LEFT JOIN Vendedores ON Comisiones.idVendedor = Vendedores.idVendedor)"},
+
+    {"ConsultaComisiones", R"(
+        SELECT Comisiones.Fecha, Vendedores.Nombre, Comisiones.Tipo, Comprobantes.Factura, Comisiones.Comision,
+               Comisiones.Liquidacion, Comisiones.idVendedor, Comisiones.idCuentaVendedor, Comisiones.idComprobante
+        FROM (Comisiones LEFT JOIN Vendedores ON Comisiones.idVendedor = Vendedores.idVendedor)
+             LEFT JOIN Comprobantes ON Comisiones.idComprobante = Comprobantes.idComprobante)"},
+
+    {"ConsultaComisiones2", R"(
+        SELECT Comisiones.IdCuentaVendedor, Comisiones.idVendedor, Comisiones.Fecha, Comisiones.Tipo,
+               Comisiones.Comision, Comisiones.Liquidacion, Comisiones.idComprobante, Vendedores.Nombre,
+               Vendedores.Domicilio, Vendedores.Localidad, Vendedores.CPostal, Vendedores.Telefono, Vendedores.Cuit,
+               TipoDeIva.TipoIva
+        FROM (Comisiones LEFT JOIN Vendedores ON Comisiones.idVendedor = Vendedores.idVendedor)
+             LEFT JOIN TipoDeIva ON Vendedores.idTipoIva = TipoDeIva.idTipoIva)"},
+
+    // Un comprobante con sus líneas: la cabecera se repite en cada línea. El SubTotal es el de la
+    // línea; el de la cabecera es SubTotalComprobante.
+    {"ConsultaComprobantes", R"(
+        SELECT Comprobantes.idComprobante, Comprobantes.Factura, Comprobantes.idTipoComprobante,
+               TiposDeComprobantes.Tipo, TiposDeComprobantes.Letra, TiposDeComprobantes.PuntoDeVenta,
+               TiposDeComprobantes.NombrePlantilla, Comprobantes.Fecha, Comprobantes.idVendedor, Comprobantes.Nombre,
+               Comprobantes.Cuit, Comprobantes.idTipoIva, TipoDeIva.TipoIva, Vendedores.Domicilio,
+               Vendedores.Localidad, Vendedores.CPostal, Vendedores.Telefono, Comprobantes.FormaPago,
+               Comprobantes.SubTotal AS SubTotalComprobante, Comprobantes.PorcDescuento, Comprobantes.MontDescuento,
+               Comprobantes.ImporteNeto, Comprobantes.PorcentajeIVA, Comprobantes.ImporteIVA, Comprobantes.Total,
+               Comprobantes.SuPago, Comprobantes.Cupon, Comprobantes.Remito, Comprobantes.Observaciones,
+               Comprobantes.HizoCaja, Comprobantes.HizoStock, Comprobantes.TipoStock, Comprobantes.EsComercial,
+               Comprobantes.ImpresoFiscal, Comprobantes.idUsuario, Comprobantes.idVendio,
+               DetalleComprobantes.idDetalle, DetalleComprobantes.idArticulo, Articulos.Codigo,
+               COALESCE(DetalleComprobantes.Descripcion, Articulos.Descripcion) AS Descripcion,
+               DetalleComprobantes.Cantidad, DetalleComprobantes.Unitario, DetalleComprobantes.SubTotal,
+               DetalleComprobantes.Sn
+        FROM ((((Comprobantes LEFT JOIN TiposDeComprobantes
+                   ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)
+                LEFT JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor)
+               LEFT JOIN TipoDeIva ON Comprobantes.idTipoIva = TipoDeIva.idTipoIva)
+              LEFT JOIN DetalleComprobantes ON Comprobantes.idComprobante = DetalleComprobantes.idComprobante)
+             LEFT JOIN Articulos ON DetalleComprobantes.idArticulo = Articulos.idArticulo)"},
+
+    {"ConsultaComprobantesNoComerciales", R"(
+        SELECT Comprobantes.Fecha, TiposDeComprobantes.Tipo, Comprobantes.Factura, Comprobantes.Nombre,
+               Comprobantes.FormaPago, Comprobantes.SubTotal, Comprobantes.MontDescuento, Comprobantes.Total,
+               Comprobantes.idComprobante, Comprobantes.idTipoComprobante, Comprobantes.idVendedor,
+               Comprobantes.Observaciones
+        FROM Comprobantes LEFT JOIN TiposDeComprobantes
+             ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante
+        WHERE COALESCE(Comprobantes.EsComercial, 0) = 0)"},
+
+    // Líneas vendidas con la fecha de su comprobante (FECDETALLE).
+    {"ConsultaDetalles", R"(
+        SELECT Comprobantes.Fecha AS FECDETALLE, Comprobantes.Factura, TiposDeComprobantes.Tipo,
+               Comprobantes.idVendedor, Comprobantes.Nombre, DetalleComprobantes.idComprobante,
+               DetalleComprobantes.idDetalle, DetalleComprobantes.idArticulo, Articulos.Codigo,
+               COALESCE(DetalleComprobantes.Descripcion, Articulos.Descripcion) AS Descripcion, Articulos.idRubro,
+               DetalleComprobantes.Cantidad, DetalleComprobantes.Unitario, DetalleComprobantes.SubTotal,
+               DetalleComprobantes.costounitario, DetalleComprobantes.EsComercial, DetalleComprobantes.Sn,
+               DetalleComprobantes.idUsuario
+        FROM ((DetalleComprobantes INNER JOIN Comprobantes
+                 ON DetalleComprobantes.idComprobante = Comprobantes.idComprobante)
+              LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)
+             LEFT JOIN Articulos ON DetalleComprobantes.idArticulo = Articulos.idArticulo)"},
+
+    // Cabeceras de comprobante con la fecha como FECDETALLE y las marcas que guardó el registro.
+    {"ConsultaFacturas", R"(
+        SELECT Comprobantes.idComprobante, Comprobantes.Factura, Comprobantes.Fecha AS FECDETALLE,
+               TiposDeComprobantes.Tipo, Comprobantes.Nombre, Comprobantes.FormaPago, Comprobantes.SubTotal,
+               Comprobantes.PorcDescuento, Comprobantes.MontDescuento, Comprobantes.ImporteNeto,
+               Comprobantes.PorcentajeIVA, Comprobantes.ImporteIVA, Comprobantes.Total, Comprobantes.HizoCaja,
+               Comprobantes.HizoStock, Comprobantes.TipoStock, Comprobantes.EsComercial, Comprobantes.idTipoComprobante,
+               Comprobantes.idVendedor, Comprobantes.idUsuario, Comprobantes.ImpresoFiscal
+        FROM Comprobantes LEFT JOIN TiposDeComprobantes
+             ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
+
+    {"ConsultaHeaderComprobantes", R"(
+        SELECT Comprobantes.idVendedor, Vendedores.Nombre, Comprobantes.Fecha, TiposDeComprobantes.Tipo,
+               Comprobantes.Factura, Comprobantes.SubTotal, Comprobantes.PorcDescuento, Comprobantes.MontDescuento,
+               Comprobantes.ImporteNeto, Comprobantes.PorcentajeIVA, Comprobantes.ImporteIVA, Comprobantes.Total,
+               Comprobantes.FormaPago, Comprobantes.EsComercial, Comprobantes.idComprobante
+        FROM (Comprobantes INNER JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor)
+             LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
+
+    {"ConsultaMovimientosStock", R"(
+        SELECT MovimientoStock.idMovimientoStock, MovimientoStock.Fecha, MovimientoStock.idArticulo,
+               Articulos.Codigo, Articulos.Descripcion, MovimientoStock.idTipoMovimiento,
+               TiposMovimientoStock.TipoMovimientoStock, MovimientoStock.Comprobante, MovimientoStock.idComprobante,
+               MovimientoStock.Ingreso, MovimientoStock.Egreso, MovimientoStock.Observaciones
+        FROM (MovimientoStock LEFT JOIN Articulos ON MovimientoStock.idArticulo = Articulos.idArticulo)
+             LEFT JOIN TiposMovimientoStock ON MovimientoStock.idTipoMovimiento = TiposMovimientoStock.idTipoMovimiento)"},
+
+    {"ConsultaMovStock", R"(
+        SELECT MovimientoStock.idMovimientoStock, MovimientoStock.Fecha, MovimientoStock.idTipoMovimiento,
+               MovimientoStock.idArticulo, Articulos.Codigo, Articulos.Descripcion, Articulos.CgoProveedor,
+               Articulos.PrecioVenta, Articulos.PrecioFinal, Articulos.ImprimeCodigoBarra, MovimientoStock.Ingreso,
+               MovimientoStock.Egreso, MovimientoStock.Comprobante, MovimientoStock.idComprobante
+        FROM MovimientoStock INNER JOIN Articulos ON MovimientoStock.idArticulo = Articulos.idArticulo)"},
+
+    // Saldo del cliente: débitos (Comision) menos créditos (Liquidacion).
+    {"ConsultaSaldoClientes", R"(
+        SELECT Vendedores.idVendedor, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Localidad,
+               Vendedores.Telefono,
+               SUM(COALESCE(Comisiones.Comision, 0)) AS Debitos,
+               SUM(COALESCE(Comisiones.Liquidacion, 0)) AS Creditos,
+               SUM(COALESCE(Comisiones.Comision, 0)) - SUM(COALESCE(Comisiones.Liquidacion, 0)) AS Saldo
+        FROM Vendedores INNER JOIN Comisiones ON Vendedores.idVendedor = Comisiones.idVendedor
+        GROUP BY Vendedores.idVendedor, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Localidad,
+                 Vendedores.Telefono)"},
+
+    // Saldo con el proveedor: Debe (lo que se le debe) menos Haber (lo pagado).
+    {"ConsultaSaldoProveedores", R"(
+        SELECT Proveedores.idProveedor, Proveedores.Nombre, Proveedores.RazonSocial, Proveedores.Telefono,
+               SUM(COALESCE(CtaProve.Debe, 0)) AS Debe,
+               SUM(COALESCE(CtaProve.Haber, 0)) AS Haber,
+               SUM(COALESCE(CtaProve.Debe, 0)) - SUM(COALESCE(CtaProve.Haber, 0)) AS Saldo
+        FROM Proveedores INNER JOIN CtaProve ON Proveedores.idProveedor = CtaProve.idProveedor
+        GROUP BY Proveedores.idProveedor, Proveedores.Nombre, Proveedores.RazonSocial, Proveedores.Telefono)"},
+
+    {"ConsultaTablaPremiosVIP", R"(
+        SELECT TablaVIP.idTablaVIP, TablaVIP.idArticulo, Articulos.Codigo, Articulos.Descripcion, TablaVIP.Cantidad,
+               TablaVIP.PuntosRequeridos, TablaVIP.VigenciaDESDE, TablaVIP.VigenciaHASTA
+        FROM TablaVIP LEFT JOIN Articulos ON TablaVIP.idArticulo = Articulos.idArticulo)"},
+
+    // Orden de la grilla de reimpresión: Fecha, tipo, Factura, Total, idComprobante.
+    {"ConsultaTiposComprobantesPorFecha", R"(
+        SELECT Comprobantes.Fecha, TiposDeComprobantes.Tipo, Comprobantes.Factura, Comprobantes.Total,
+               Comprobantes.idComprobante, TiposDeComprobantes.NombrePlantilla, TiposDeComprobantes.ModDocumento,
+               Comprobantes.idTipoComprobante, Comprobantes.Nombre, Comprobantes.ImpresoFiscal
+        FROM Comprobantes LEFT JOIN TiposDeComprobantes
+             ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
+
+    {"consultaventasclientes", R"(
+        SELECT Comprobantes.Fecha, Vendedores.Nombre, Comprobantes.idVendedor, TiposDeComprobantes.Tipo,
+               Comprobantes.Factura, Comprobantes.FormaPago, Comprobantes.SubTotal, Comprobantes.MontDescuento,
+               Comprobantes.Total, Comprobantes.EsComercial, Comprobantes.idComprobante
+        FROM (Comprobantes INNER JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor)
+             LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
+
+    // Artículos más vendidos: sólo líneas de comprobantes comerciales.
+    {"RankingArticulo", R"(
+        SELECT Articulos.idArticulo, Articulos.Codigo, Articulos.Descripcion,
+               SUM(DetalleComprobantes.Cantidad) AS SumaDeCantidad,
+               SUM(DetalleComprobantes.SubTotal) AS SumaDeSubTotal
+        FROM DetalleComprobantes INNER JOIN Articulos ON DetalleComprobantes.idArticulo = Articulos.idArticulo
+        WHERE COALESCE(DetalleComprobantes.EsComercial, 0) <> 0
+        GROUP BY Articulos.idArticulo, Articulos.Codigo, Articulos.Descripcion)"},
+
+    // Clientes por importe comprado en comprobantes comerciales.
+    {"RankingComisiones", R"(
+        SELECT Vendedores.idVendedor, Vendedores.Nombre, COUNT(*) AS CuentaDeComprobantes,
+               SUM(Comprobantes.Total) AS SumaDeTotal
+        FROM Comprobantes INNER JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor
+        WHERE COALESCE(Comprobantes.EsComercial, 0) <> 0
+        GROUP BY Vendedores.idVendedor, Vendedores.Nombre)"},
+
+    // Consultas del explorador de tablas: se muestran como vienen.
+    {"_ConsultaArticulosPorRubro", R"(
+        SELECT Rubros.Rubro, Articulos.Codigo, Articulos.Descripcion, Articulos.StockActual, Articulos.StockMinimo,
+               Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.PrecioFinal, Articulos.CgoProveedor,
+               Articulos.idArticulo, Articulos.idRubro
+        FROM Articulos LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro)"},
+
+    {"_ConsultaClientes", R"(
+        SELECT Vendedores.idVendedor, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Localidad,
+               Vendedores.CPostal, Vendedores.Telefono, Vendedores.Telefono2, Vendedores."e-mail" AS email,
+               Vendedores.Cuit, TipoDeIva.TipoIva, Zonas.Zona, Vendedores.Empresa, Vendedores.Descuento,
+               Vendedores.NroClienteVIP, Vendedores.PuntosVIP
+        FROM (Vendedores LEFT JOIN Zonas ON Vendedores.idZona = Zonas.idZona)
+             LEFT JOIN TipoDeIva ON Vendedores.idTipoIva = TipoDeIva.idTipoIva)"},
+
+    {"_ConsultaCaja", R"(
+        SELECT Caja.Fecha, Cuentas.Cuenta, Caja.Detalles, Caja.Ingreso, Caja.Egreso, Caja.FormaPago,
+               Usuarios.NombreUsuario, Caja.idCaja, Caja.idComprobante
+        FROM (Caja LEFT JOIN Cuentas ON Caja.idCuenta = Cuentas.idCuenta)
+             LEFT JOIN Usuarios ON Caja.idUsuario = Usuarios.idUsuario)"},
+
+    {"_ConsultaDetalleVentas", R"(
+        SELECT Comprobantes.Fecha, TiposDeComprobantes.Tipo, Comprobantes.Factura, Comprobantes.Nombre,
+               Articulos.Codigo, COALESCE(DetalleComprobantes.Descripcion, Articulos.Descripcion) AS Descripcion,
+               DetalleComprobantes.Cantidad, DetalleComprobantes.Unitario, DetalleComprobantes.SubTotal,
+               DetalleComprobantes.idComprobante
+        FROM ((DetalleComprobantes INNER JOIN Comprobantes
+                 ON DetalleComprobantes.idComprobante = Comprobantes.idComprobante)
+              LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)
+             LEFT JOIN Articulos ON DetalleComprobantes.idArticulo = Articulos.idArticulo)"},
+
+    // Las cuatro consultas de producción y comisiones. Donde el texto original repetía un nombre
+    // de columna (Articulos y Articulos_1), la segunda lleva el sufijo _1. First() pasa a MIN().
+    {"ConsultaFormulaProduccion", R"(
+        SELECT Articulos.Codigo,
+               MIN(FormulaProduccion.idItemFormula) AS PrimeroDeidItemFormula,
+               MIN(FormulaProduccion.idArticuloFinal) AS PrimeroDeidArticuloFinal,
+               MIN(FormulaProduccion.idArticuloMP) AS PrimeroDeidArticuloMP,
+               SUM(FormulaProduccion.CostoTotal) AS SumaDeCostoTotal,
+               MIN(Articulos.Descripcion) AS PrimeroDeDescripcion,
+               SUM(FormulaProduccion.Cantidad) AS SumaDeCantidad,
+               MIN(Articulos_1.Codigo) AS PrimeroDeCodigo,
+               MIN(Articulos_1.Descripcion) AS PrimeroDeDescripcion1
+        FROM (FormulaProduccion INNER JOIN Articulos ON FormulaProduccion.idArticuloFinal = Articulos.idArticulo)
+             INNER JOIN Articulos AS Articulos_1 ON FormulaProduccion.idArticuloMP = Articulos_1.idArticulo
+        GROUP BY Articulos.Codigo)"},
+
+    {"ConsultaFormulaProduccionCompleta", R"(
+        SELECT Articulos.Codigo, FormulaProduccion.idItemFormula, FormulaProduccion.idArticuloFinal,
+               FormulaProduccion.idArticuloMP, FormulaProduccion.CostoTotal, Articulos.Descripcion,
+               FormulaProduccion.Cantidad, Articulos_1.Codigo AS Codigo_1, Articulos_1.Descripcion AS Descripcion_1
+        FROM (FormulaProduccion INNER JOIN Articulos ON FormulaProduccion.idArticuloFinal = Articulos.idArticulo)
+             INNER JOIN Articulos AS Articulos_1 ON FormulaProduccion.idArticuloMP = Articulos_1.idArticulo)"},
+
+    {"ConsultaRegistroProduccion", R"(
+        SELECT Articulos.idArticulo, Articulos.Codigo, Articulos.Descripcion, RegistroProduccion.idRegistroProduccion,
+               RegistroProduccion.Fecha, RegistroProduccion.CantidadProducida, RegistroProduccion.CostoManoObra,
+               RegistroProduccion.CostoTotal, DetRegistroProduccion.idArticuloMP, DetRegistroProduccion.Cantidad,
+               Articulos_1.Codigo AS Codigo_1, Articulos_1.Descripcion AS Descripcion_1,
+               DetRegistroProduccion.CostoTotal AS CostoTotal_1
+        FROM ((Articulos INNER JOIN RegistroProduccion ON Articulos.idArticulo = RegistroProduccion.idArticuloProducido)
+              INNER JOIN DetRegistroProduccion
+                 ON RegistroProduccion.idRegistroProduccion = DetRegistroProduccion.idRegistroProduccion)
+             INNER JOIN Articulos AS Articulos_1 ON DetRegistroProduccion.idArticuloMP = Articulos_1.idArticulo)"},
+
+    {"ConsultaComisionesVenta", R"(
+        SELECT DetComisiones.idUsuario, DetComisiones.Fecha, DetComisiones.idDetComisiones, DetComisiones.Detalle,
+               DetComisiones.idComprobante, DetComisiones.Porcentaje, DetComisiones.Importe, Usuarios.NombreCompleto,
+               TiposDeComprobantes.Tipo, Comprobantes.Factura
+        FROM ((DetComisiones INNER JOIN Usuarios ON DetComisiones.idUsuario = Usuarios.idUsuario)
+              LEFT JOIN Comprobantes ON DetComisiones.idComprobante = Comprobantes.idComprobante)
+             LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
+};
+
+QString tablaNiveles() {
+    QString s = QStringLiteral("CREATE TABLE Niveles (idNivel {CONTADOR}, Nombre {TEXTO(50)}, "
+                               "UsuarioSuper {SINO} DEFAULT 0");
+    for (const QString& c : columnasPermiso()) s += QStringLiteral(", ") + c + QStringLiteral(" {SINO} DEFAULT 0");
+    return s + QLatin1Char(')');
+}
+
+void creaTablas(Almacen& a) {
+    const Dialecto d = a.dialecto();
+    for (const char* t : kTablas) a.ejecuta(ddl(d, QString::fromUtf8(t)));
+    a.ejecuta(ddl(d, tablaNiveles()));
+    for (const char* i : kIndices) a.ejecuta(QString::fromUtf8(i));
+}
+
+void creaVistas(Almacen& a) {
+    for (const Vista& v : kVistas)
+        a.ejecuta(QStringLiteral("CREATE VIEW %1 AS %2")
+                      .arg(QString::fromUtf8(v.nombre), QString::fromUtf8(v.texto).trimmed()));
+}
+
+// Filas que el sistema da por existentes. Sin claves explícitas: las numera el almacén
+// (1, 2, ... en un almacén nuevo), así las secuencias quedan en su lugar.
+void cargaFilasDePartida(Almacen& a) {
+    const auto uno = [&a](const QString& sql, const QVariantList& p) { a.ejecuta(sql, p); };
+
+    // El tipo 1 es la compra.
+    for (const char* t : {"Compra", "Venta", "Ajuste de inventario", "Produccion", "Devolucion"})
+        uno(QStringLiteral("INSERT INTO TiposMovimientoStock (TipoMovimientoStock) VALUES (?)"), {QString::fromUtf8(t)});
+
+    for (const char* c : {"Ventas Mostrador", "Cobranza Clientes", "Gastos Generales", "Pago a Proveedores", "Retiros"})
+        uno(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES (?)"), {QString::fromUtf8(c)});
+
+    struct Forma {
+        const char* nombre;
+        int aCuenta;
+        int tarjeta;
+    };
+    for (const Forma& f : {Forma{"EFVO", 0, 0}, Forma{"CTA CTE", 1, 0}, Forma{"CHEQ", 0, 0}, Forma{"TARJETA", 0, 1}})
+        uno(QStringLiteral("INSERT INTO FormasDePago (FormaPago, EsACuenta, EsTarjetaCredito) VALUES (?, ?, ?)"),
+            {QString::fromUtf8(f.nombre), f.aCuenta, f.tarjeta});
+
+    // El 1 es Consumidor Final: el cliente 1 y la situación por omisión de la venta lo suponen.
+    struct Iva {
+        const char* nombre;
+        const char* fiscal;
+    };
+    for (const Iva& i : {Iva{"Consumidor Final", "F"}, Iva{"Responsable Inscripto", "I"}, Iva{"Monotributo", "M"},
+                         Iva{"Exento", "E"}, Iva{"No Responsable", "N"}, Iva{"Responsable no Inscripto", "R"}})
+        uno(QStringLiteral("INSERT INTO TipoDeIva (TipoIva, Fiscal) VALUES (?, ?)"),
+            {QString::fromUtf8(i.nombre), QString::fromUtf8(i.fiscal)});
+
+    const qint64 zona = a.inserta(QStringLiteral("INSERT INTO Zonas (Zona) VALUES (?)"), {QStringLiteral("General")},
+                                  QStringLiteral("idZona"));
+    const qint64 consumidor = a.valor(QStringLiteral("SELECT idTipoIva FROM TipoDeIva WHERE TipoIva = ?"),
+                                      {QStringLiteral("Consumidor Final")}).toLongLong();
+    uno(QStringLiteral("INSERT INTO Vendedores (Nombre, idZona, idTipoIva, Comision, Descuento, PuntosVIP) "
+                       "VALUES (?, ?, ?, 0, 0, 0)"),
+        {QStringLiteral("Consumidor Final"), zona, consumidor});
+
+    uno(QStringLiteral("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, Correlativo, DescuentaStock, "
+                       "RegistraCaja, OperacionInversa, EsComercial, NombrePlantilla) VALUES (?, ?, ?, 0, 1, 1, 0, 1, ?)"),
+        {QStringLiteral("FACTURA B"), QStringLiteral("B"), QStringLiteral("0001"),
+         QStringLiteral("factura_discrimina_iva.rpt")});
+
+    // Nivel supervisor con todos los permisos y su usuario, todavía sin contraseña.
+    QString cols = QStringLiteral("Nombre, UsuarioSuper");
+    QString vals = QStringLiteral("?, 1");
+    for (const QString& c : columnasPermiso()) {
+        cols += QStringLiteral(", ") + c;
+        vals += QStringLiteral(", 1");
+    }
+    const qint64 nivel = a.inserta(QStringLiteral("INSERT INTO Niveles (%1) VALUES (%2)").arg(cols, vals),
+                                   {QStringLiteral("Supervisor")}, QStringLiteral("idNivel"));
+    uno(QStringLiteral("INSERT INTO Usuarios (NombreCompleto, NombreUsuario, Contrasenia, idNivel, Comision) "
+                       "VALUES (?, ?, NULL, ?, 0)"),
+        {QStringLiteral("Supervisor"), QStringLiteral("supervisor"), nivel});
+}
+
+} // namespace
+
 void creaEsquemaInicial(Almacen& a) {
-    (void)a;
+    creaTablas(a);
+    creaVistas(a);
+    cargaFilasDePartida(a);
 }
 
 } // namespace orv

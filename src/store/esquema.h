@@ -4,6 +4,7 @@
 #include "store/almacen.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace orv {
 
@@ -15,6 +16,10 @@ namespace orv {
 //   {SINO}      SMALLINT 0/1               {TEXTO(n)} texto de hasta n caracteres
 //   {MEMO}      texto sin límite
 QString ddl(Dialecto d, const QString& texto);
+
+// Las 39 columnas de permiso de Niveles, en el orden de la tabla (sin UsuarioSuper).
+// Sirve para validar el nombre de un permiso antes de ponerlo en el texto SQL.
+const QStringList& columnasPermiso();
 
 // Paso 1 de la actualización: crea el esquema completo de hoy y sus filas de partida.
 void creaEsquemaInicial(Almacen& a);
