@@ -1,0 +1,15 @@
+#pragma once
+// Datos de ejemplo: un comercio chico (almacén, kiosco y librería de barrio) listo para probar.
+
+#include "store/almacen.h"
+#include "store/reloj.h"
+
+namespace orv {
+
+// Llena un almacén nuevo o vacío con rubros, 300 artículos, 40 clientes, 8 proveedores, zonas,
+// localidades y los tipos de comprobante de uso diario. Todo en una sola transacción y siempre
+// con los mismos datos (semilla fija). Con artículos, clientes (salvo el consumidor final),
+// comprobantes o movimientos de caja ya cargados, se niega con un Aviso y no toca nada.
+void cargaDatosEjemplo(Almacen& a, const Reloj& reloj);
+
+} // namespace orv

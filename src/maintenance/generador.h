@@ -1,0 +1,34 @@
+#pragma once
+// Generador de almacenes grandes para medir rendimiento: muchos artículos y muchas filas de caja,
+// armados dentro del propio almacén (INSERT ... SELECT sobre una serie de números), en segundos.
+
+#include "store/almacen.h"
+
+#include <QDate>
+#include <QtGlobal>
+
+namespace orv {
+
+struct OpcionesGenerador {
+    qint64 articulos = 100000;
+    qint64 filasCaja = 1000000;
+    QDate hasta; // fecha de la última fila de caja; nula = hoy
+};
+
+struct ResumenGeneracion {
+    qint64 articulos = 0;
+    qint64 filasCaja = 0;
+    qint64 ingresos = 0; // suma de Caja.Ingreso agregada, en diezmilésimos
+    qint64 egresos = 0;  // suma de Caja.Egreso agregada, en diezmilésimos
+};
+
+// La fila de caja número n (desde 1) es un egreso (compra) una de cada diez veces, y si no una venta.
+bool esEgresoFilaCaja(qint64 n);
+// Importe de la fila de caja número n, en centavos (entre 0,50 y 1 000,40).
+qint64 centavosFilaCaja(qint64 n);
+
+// Agrega a un almacén ya actualizado sus propios rubros y proveedores, `articulos` artículos y
+// `filasCaja` movimientos de caja (300 por día hacia atrás desde `hasta`), en una transacción.
+ResumenGeneracion generaAlmacenGrande(Almacen& a, const OpcionesGenerador& opciones);
+
+} // namespace orv

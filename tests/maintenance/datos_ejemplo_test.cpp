@@ -1,0 +1,370 @@
+// Datos de ejemplo y generador de almacenes grandes, en los dos motores.
+
+#include "apoyo/base_prueba.h"
+
+#include "maintenance/datos_ejemplo.h"
+#include "maintenance/generador.h"
+#include "store/actualizacion.h"
+#include "store/aviso.h"
+
+#include <QRegularExpression>
+#include <QSet>
+#include <QSqlQuery>
+#include <cmath>
+
+using namespace orv;
+using namespace orv::prueba;
+
+namespace {
+
+const QDateTime kAhora(QDate(2024, 6, 14), QTime(10, 30));
+
+// Importe leído del almacén en diezmilésimos: PostgreSQL lo da como texto exacto, SQLite como double.
+qint64 diezmilesimos(const QVariant& v) {
+    if (v.isNull()) return 0;
+    if (v.typeId() == QMetaType::Double) return std::llround(v.toDouble() * 10000.0);
+    const QString t = v.toString().trimmed();
+    const bool negativo = t.startsWith(QLatin1Char('-'));
+    const QString sinSigno = negativo ? t.mid(1) : t;
+    const QString entero = sinSigno.section(QLatin1Char('.'), 0, 0);
+    QString fraccion = sinSigno.section(QLatin1Char('.'), 1, 1);
+    while (fraccion.size() < 4) fraccion += QLatin1Char('0');
+    const qint64 r = entero.toLongLong() * 10000 + fraccion.left(4).toLongLong();
+    return negativo ? -r : r;
+}
+
+bool eanValido(const QString& ean) {
+    static const QRegularExpression trece(QStringLiteral("^\\d{13}$"));
+    if (!trece.match(ean).hasMatch()) return false;
+    int suma = 0;
+    for (int i = 0; i < 12; ++i) suma += (ean[i].unicode() - '0') * (i % 2 ? 3 : 1);
+    return (10 - suma % 10) % 10 == ean[12].unicode() - '0';
+}
+
+// La regla módulo 11 del CUIT: pesos 2..7 de derecha a izquierda, sólo los dígitos cuentan.
+bool cuitValido(const QString& texto) {
+    QList<int> d;
+    for (const QChar c : texto)
+        if (c.isDigit()) d << c.digitValue();
+    if (d.size() != 11) return false;
+    int suma = 0;
+    int peso = 2;
+    for (int i = 9; i >= 0; --i) {
+        suma += d[i] * peso;
+        peso = peso == 7 ? 2 : peso + 1;
+    }
+    const int r = suma % 11;
+    return (r == 0 ? 0 : 11 - r) == d[10];
+}
+
+bool cbuValido(const QString& cbu) {
+    static const QRegularExpression veintidos(QStringLiteral("^\\d{22}$"));
+    if (!veintidos.match(cbu).hasMatch()) return false;
+    const auto bloque = [&cbu](int desde, int largo, const std::vector<int>& pesos) {
+        int suma = 0;
+        for (int i = 0; i < largo; ++i) suma += (cbu[desde + i].unicode() - '0') * pesos[size_t(i)];
+        return (10 - suma % 10) % 10 == cbu[desde + largo].unicode() - '0';
+    };
+    return bloque(0, 7, {7, 1, 3, 9, 7, 1, 3}) && bloque(8, 13, {3, 9, 7, 1, 3, 9, 7, 1, 3, 9, 7, 1, 3});
+}
+
+qint64 cuenta(Almacen& a, const char* sql, const QVariantList& p = {}) {
+    return a.valor(QString::fromUtf8(sql), p).toLongLong();
+}
+
+// Huella de lo que cargan los datos de ejemplo, para ver que una carga rechazada no tocó nada.
+QString huella(Almacen& a) {
+    QString h;
+    for (const char* t : {"Articulos", "Rubros", "Vendedores", "Proveedores", "Zonas", "Localidades",
+                          "TiposDeComprobantes", "TipoDeIva", "FormasDePago"})
+        h += QStringLiteral("%1=%2;").arg(QString::fromUtf8(t)).arg(
+            a.valor(QStringLiteral("SELECT count(*) FROM ") + QString::fromUtf8(t)).toLongLong());
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT Tipo, Letra, Correlativo, NombrePlantilla FROM TiposDeComprobantes "
+                                            "ORDER BY idTipoComprobante"));
+    while (q.next())
+        h += q.value(0).toString() + q.value(1).toString() + q.value(2).toString() + q.value(3).toString() + QLatin1Char(';');
+    return h;
+}
+
+class DatosEjemplo : public PorMotor {
+protected:
+    void SetUp() override {
+        PorMotor::SetUp();
+        if (IsSkipped()) return;
+        actualizaEsquema(almacen());
+    }
+    RelojFijo reloj_{kAhora};
+};
+ORV_AMBOS_MOTORES(DatosEjemplo);
+
+TEST_P(DatosEjemplo, CargaUnComercioCompletoYCoherente) {
+    Almacen& a = almacen();
+    const qint64 tiposAntes = cuenta(a, "SELECT count(*) FROM TiposDeComprobantes");
+    cargaDatosEjemplo(a, reloj_);
+
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 300);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Vendedores"), 41);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Proveedores"), 8);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Rubros WHERE PuntosVIP > 0"), 8);
+    EXPECT_GE(cuenta(a, "SELECT count(*) FROM Zonas"), 4);
+
+    // Los siete tipos, sin repetir ni dejar de más el de partida.
+    QStringList tipos;
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT Tipo FROM TiposDeComprobantes ORDER BY Tipo"));
+    while (q.next()) tipos << q.value(0).toString();
+    EXPECT_EQ(tipos, (QStringList{"FACTURA A", "FACTURA B", "NOTA DE CREDITO A", "NOTA DE CREDITO B", "PRESUPUESTO",
+                                  "REMITO", "TICKET"}));
+    EXPECT_LE(tiposAntes, 7);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM TiposDeComprobantes WHERE Correlativo <> 0 OR PuntoDeVenta <> '0001'"), 0);
+
+    // Banderas: la nota de crédito invierte, el presupuesto no mueve nada ni es comercial,
+    // el remito mueve stock pero no caja.
+    const auto banderas = [&a](const char* tipo) {
+        QSqlQuery f = a.consulta(QStringLiteral("SELECT DescuentaStock, RegistraCaja, OperacionInversa, EsComercial, Letra "
+                                                "FROM TiposDeComprobantes WHERE Tipo = ?"),
+                                 {QString::fromUtf8(tipo)});
+        EXPECT_TRUE(f.next()) << tipo;
+        return QStringLiteral("%1%2%3%4%5")
+            .arg(f.value(0).toInt() != 0)
+            .arg(f.value(1).toInt() != 0)
+            .arg(f.value(2).toInt() != 0)
+            .arg(f.value(3).toInt() != 0)
+            .arg(f.value(4).toString());
+    };
+    EXPECT_EQ(banderas("FACTURA A"), "1101A");
+    EXPECT_EQ(banderas("FACTURA B"), "1101B");
+    EXPECT_EQ(banderas("NOTA DE CREDITO A"), "1111A");
+    EXPECT_EQ(banderas("NOTA DE CREDITO B"), "1111B");
+    EXPECT_EQ(banderas("PRESUPUESTO"), "0000X");
+    EXPECT_EQ(banderas("REMITO"), "1000R");
+    EXPECT_EQ(banderas("TICKET").right(1), "B");
+}
+
+TEST_P(DatosEjemplo, ArticulosConCodigoEanYPreciosExactos) {
+    Almacen& a = almacen();
+    cargaDatosEjemplo(a, reloj_);
+
+    QSet<QString> codigos;
+    QSet<QString> barras;
+    int enFalta = 0;
+    int materiasPrimas = 0;
+    QSqlQuery q = a.consulta(QStringLiteral(
+        "SELECT Articulos.Codigo, Articulos.idRubro, Articulos.CgoProveedor, Articulos.PrecioCosto, "
+        "Articulos.PrecioVenta, Articulos.PrecioFinal, Articulos.UtilidadPorcentaje, Articulos.StockActual, "
+        "Articulos.StockMinimo, Articulos.esMateriaPrima, Proveedores.idProveedor, Rubros.idRubro "
+        "FROM (Articulos LEFT JOIN Proveedores ON Articulos.IdProveedor = Proveedores.idProveedor) "
+        "LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro"));
+    static const QRegularExpression seis(QStringLiteral("^\\d{6}$"));
+    while (q.next()) {
+        const QString codigo = q.value(0).toString();
+        EXPECT_TRUE(seis.match(codigo).hasMatch()) << qPrintable(codigo);
+        EXPECT_EQ(codigo.left(2).toInt(), q.value(1).toInt()) << "el código empieza por el rubro: " << qPrintable(codigo);
+        EXPECT_FALSE(codigos.contains(codigo)) << "código repetido " << qPrintable(codigo);
+        codigos << codigo;
+
+        const QString ean = q.value(2).toString();
+        EXPECT_TRUE(eanValido(ean)) << qPrintable(ean);
+        EXPECT_TRUE(ean.startsWith(QLatin1String("779"))) << qPrintable(ean);
+        EXPECT_FALSE(barras.contains(ean)) << "código de barras repetido " << qPrintable(ean);
+        barras << ean;
+
+        EXPECT_FALSE(q.value(10).isNull()) << "proveedor inexistente en " << qPrintable(codigo);
+        EXPECT_FALSE(q.value(11).isNull()) << "rubro inexistente en " << qPrintable(codigo);
+
+        // Venta = costo × (1 + utilidad) al centavo; final = venta × 1,21 sin redondeo.
+        const qint64 costo = diezmilesimos(q.value(3));
+        const qint64 venta = diezmilesimos(q.value(4));
+        const qint64 final_ = diezmilesimos(q.value(5));
+        const double margen = q.value(6).toDouble();
+        EXPECT_GT(costo, 0);
+        EXPECT_EQ(venta % 100, 0) << "venta con más de dos decimales en " << qPrintable(codigo);
+        EXPECT_NEAR(double(venta), double(costo) * (1.0 + margen / 100.0), 50.0) << qPrintable(codigo);
+        EXPECT_GT(venta, costo);
+        EXPECT_EQ(final_ * 100, venta * 121) << qPrintable(codigo);
+
+        EXPECT_GE(q.value(7).toDouble(), 0.0);
+        EXPECT_GT(q.value(8).toDouble(), 0.0);
+        if (q.value(7).toDouble() <= q.value(8).toDouble()) ++enFalta;
+        if (q.value(9).toInt() != 0) ++materiasPrimas;
+    }
+    EXPECT_EQ(codigos.size(), 300);
+    EXPECT_GT(enFalta, 0) << "el informe de faltantes debería tener algo que mostrar";
+    EXPECT_LT(enFalta, 100);
+    EXPECT_GT(materiasPrimas, 0);
+}
+
+TEST_P(DatosEjemplo, ClientesYProveedoresConClavesValidas) {
+    Almacen& a = almacen();
+    cargaDatosEjemplo(a, reloj_);
+
+    // Todos tienen zona, así aparecen en el panel de clientes.
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Zonas INNER JOIN Vendedores ON Zonas.idZona = Vendedores.idZona"), 41);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Vendedores WHERE PuntosVIP <> 0"), 0);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Vendedores LEFT JOIN FormasDePago "
+                        "ON Vendedores.idTipoFormaPago = FormasDePago.idTipoFormaPago "
+                        "WHERE Vendedores.idVendedor <> 1 AND FormasDePago.idTipoFormaPago IS NULL"),
+              0);
+    EXPECT_GE(cuenta(a, "SELECT count(*) FROM Vendedores INNER JOIN FormasDePago "
+                        "ON Vendedores.idTipoFormaPago = FormasDePago.idTipoFormaPago WHERE FormaPago = 'CTA CTE'"),
+              5);
+
+    int inscriptos = 0;
+    QSqlQuery q = a.consulta(QStringLiteral(
+        "SELECT Vendedores.Nombre, Vendedores.Cuit, TipoDeIva.TipoIva FROM Vendedores "
+        "INNER JOIN TipoDeIva ON Vendedores.idTipoIva = TipoDeIva.idTipoIva WHERE Vendedores.idVendedor <> 1"));
+    int clientes = 0;
+    while (q.next()) {
+        ++clientes;
+        if (q.value(2).toString() == QLatin1String("Consumidor Final")) continue;
+        ++inscriptos;
+        EXPECT_TRUE(cuitValido(q.value(1).toString()))
+            << qPrintable(q.value(0).toString()) << " " << qPrintable(q.value(1).toString());
+    }
+    EXPECT_EQ(clientes, 40) << "cada cliente con una situación de IVA existente";
+    EXPECT_GE(inscriptos, 10);
+
+    // Tarjetas VIP: numéricas, de 6 a 8 cifras, sin repetir (la venta las reconoce así).
+    static const QRegularExpression tarjeta(QStringLiteral("^\\d{6,8}$"));
+    QSet<QString> tarjetas;
+    QSqlQuery v = a.consulta(QStringLiteral("SELECT NroClienteVIP FROM Vendedores WHERE NroClienteVIP IS NOT NULL "
+                                            "AND NroClienteVIP <> ''"));
+    while (v.next()) {
+        const QString t = v.value(0).toString();
+        EXPECT_TRUE(tarjeta.match(t).hasMatch()) << qPrintable(t);
+        tarjetas << t;
+    }
+    EXPECT_EQ(tarjetas.size(), 15);
+
+    QSqlQuery p = a.consulta(QStringLiteral("SELECT RazonSocial, Cuit, CBU, BancoNombre FROM Proveedores"));
+    while (p.next()) {
+        EXPECT_FALSE(p.value(0).toString().isEmpty());
+        EXPECT_TRUE(cuitValido(p.value(1).toString())) << qPrintable(p.value(1).toString());
+        EXPECT_TRUE(cbuValido(p.value(2).toString())) << qPrintable(p.value(2).toString());
+        EXPECT_FALSE(p.value(3).toString().isEmpty());
+    }
+}
+
+TEST_P(DatosEjemplo, SiempreLosMismosDatos) {
+    AlmacenDePrueba otro(GetParam());
+    actualizaEsquema(otro.almacen());
+    cargaDatosEjemplo(almacen(), reloj_);
+    cargaDatosEjemplo(otro.almacen(), reloj_);
+    const auto volcado = [](Almacen& a) {
+        QStringList filas;
+        QSqlQuery q = a.consulta(QStringLiteral(
+            "SELECT Codigo, Descripcion, CgoProveedor, PrecioVenta, StockActual FROM Articulos ORDER BY Codigo"));
+        while (q.next())
+            filas << q.value(0).toString() + q.value(1).toString() + q.value(2).toString() +
+                         QString::number(diezmilesimos(q.value(3))) + q.value(4).toString();
+        QSqlQuery c = a.consulta(QStringLiteral("SELECT Nombre, Cuit, NroClienteVIP FROM Vendedores ORDER BY idVendedor"));
+        while (c.next()) filas << c.value(0).toString() + c.value(1).toString() + c.value(2).toString();
+        return filas;
+    };
+    EXPECT_EQ(volcado(almacen()), volcado(otro.almacen()));
+}
+
+TEST_P(DatosEjemplo, SegundaCargaSeNiegaYNoCambiaNada) {
+    Almacen& a = almacen();
+    cargaDatosEjemplo(a, reloj_);
+    const QString antes = huella(a);
+    try {
+        cargaDatosEjemplo(a, reloj_);
+        FAIL() << "la segunda carga debía negarse";
+    } catch (const Aviso& e) {
+        EXPECT_EQ(e.texto(), QStringLiteral("El almacén ya tiene datos: los datos de ejemplo sólo se cargan en un almacén nuevo."));
+        EXPECT_EQ(e.titulo(), QStringLiteral("Atención"));
+        EXPECT_EQ(e.icono(), Icono::Exclamacion);
+    }
+    EXPECT_EQ(huella(a), antes);
+    EXPECT_EQ(a.profundidadTransaccion(), 0);
+}
+
+TEST_P(DatosEjemplo, UnClienteDeMasBastaParaNegarse) {
+    Almacen& a = almacen();
+    a.ejecuta(QStringLiteral("INSERT INTO Vendedores (Nombre, idZona) VALUES (?, 1)"), {QStringLiteral("D'Angelo")});
+    const QString antes = huella(a);
+    EXPECT_THROW(cargaDatosEjemplo(a, reloj_), Aviso);
+    EXPECT_EQ(huella(a), antes);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 0);
+}
+
+TEST_P(DatosEjemplo, UnaFallaAMitadDeCargaNoDejaNada) {
+    Almacen& a = almacen();
+    // Sin la tabla de localidades la carga falla después de escribir proveedores y artículos.
+    a.ejecuta(QStringLiteral("DROP TABLE Localidades"));
+    EXPECT_THROW(cargaDatosEjemplo(a, reloj_), ErrorAlmacen);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 0);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Proveedores"), 0);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Rubros"), 0);
+    EXPECT_EQ(a.profundidadTransaccion(), 0);
+}
+
+// ---- Generador de almacenes grandes ---------------------------------------------------------
+
+class Generador : public DatosEjemplo {};
+ORV_AMBOS_MOTORES(Generador);
+
+TEST_P(Generador, FilasYSumasExactas) {
+    Almacen& a = almacen();
+    OpcionesGenerador o;
+    o.articulos = 1000;
+    o.filasCaja = 5000;
+    o.hasta = QDate(2024, 6, 14);
+    const ResumenGeneracion r = generaAlmacenGrande(a, o);
+
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 1000);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja"), 5000);
+    EXPECT_EQ(cuenta(a, "SELECT count(DISTINCT Codigo) FROM Articulos"), 1000);
+    EXPECT_EQ(cuenta(a, "SELECT count(DISTINCT CgoProveedor) FROM Articulos"), 1000);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro "
+                        "WHERE Rubros.idRubro IS NULL"),
+              0);
+
+    // Lo esperado, fila por fila, calculado aquí.
+    qint64 ingresos = 0;
+    qint64 egresos = 0;
+    qint64 filasEgreso = 0;
+    for (qint64 n = 1; n <= 5000; ++n) {
+        if (esEgresoFilaCaja(n)) {
+            egresos += centavosFilaCaja(n) * 100;
+            ++filasEgreso;
+        } else {
+            ingresos += centavosFilaCaja(n) * 100;
+        }
+    }
+    EXPECT_EQ(diezmilesimos(a.valor(QStringLiteral("SELECT SUM(Ingreso) FROM Caja"))), ingresos);
+    EXPECT_EQ(diezmilesimos(a.valor(QStringLiteral("SELECT SUM(Egreso) FROM Caja"))), egresos);
+    EXPECT_EQ(r.ingresos, ingresos);
+    EXPECT_EQ(r.egresos, egresos);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja WHERE Egreso > 0 AND Ingreso = 0"), filasEgreso);
+
+    // Las ventas van a "Ventas Mostrador" y las compras a "Pago a Proveedores".
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja INNER JOIN Cuentas ON Caja.idCuenta = Cuentas.idCuenta "
+                        "WHERE Cuentas.Cuenta = 'Ventas Mostrador' AND Caja.Detalles LIKE 'VENTA : %'"),
+              5000 - filasEgreso);
+
+    // 300 filas por día, la última el día pedido.
+    EXPECT_EQ(a.valor(QStringLiteral("SELECT MAX(Fecha) FROM Caja")).toDate(), QDate(2024, 6, 14));
+    EXPECT_EQ(a.valor(QStringLiteral("SELECT MIN(Fecha) FROM Caja")).toDate(), QDate(2024, 6, 14).addDays(-16));
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja WHERE Fecha = ?", {QDate(2024, 6, 14)}), 300);
+
+    // Precios con IVA exactos: final × 100 = venta × 121.
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT PrecioVenta, PrecioFinal, Codigo FROM Articulos"));
+    while (q.next())
+        ASSERT_EQ(diezmilesimos(q.value(1)) * 100, diezmilesimos(q.value(0)) * 121) << qPrintable(q.value(2).toString());
+}
+
+TEST_P(Generador, AgregaSobreUnAlmacenConDatos) {
+    Almacen& a = almacen();
+    cargaDatosEjemplo(a, reloj_);
+    OpcionesGenerador o;
+    o.articulos = 120;
+    o.filasCaja = 30;
+    o.hasta = QDate(2024, 6, 14);
+    generaAlmacenGrande(a, o);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 420);
+    EXPECT_EQ(cuenta(a, "SELECT count(DISTINCT Codigo) FROM Articulos"), 420);
+    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja"), 30);
+}
+
+} // namespace
