@@ -1,1 +1,52 @@
 #include "shell/mensajes.h"
+
+#include <QAbstractButton>
+#include <QPushButton>
+
+namespace orv {
+
+QMessageBox::Icon iconoDeCaja(Icono icono) {
+    switch (icono) {
+    case Icono::Ninguno:
+        return QMessageBox::NoIcon;
+    case Icono::Informacion:
+        return QMessageBox::Information;
+    case Icono::Exclamacion:
+        return QMessageBox::Warning;
+    case Icono::Pregunta:
+        return QMessageBox::Question;
+    case Icono::Stop:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+void Mensaje(const QString& texto, const QString& titulo, Icono icono, QWidget* padre) {
+    QMessageBox caja(iconoDeCaja(icono), titulo, texto, QMessageBox::Ok, padre);
+    caja.button(QMessageBox::Ok)->setText(QStringLiteral("Aceptar"));
+    caja.exec();
+}
+
+void MensajeError(const QString& texto, QWidget* padre) {
+    Mensaje(texto, QStringLiteral("Error"), Icono::Stop, padre);
+}
+
+void MensajeAtencion(const QString& texto, QWidget* padre) {
+    Mensaje(texto, QStringLiteral("Atención"), Icono::Exclamacion, padre);
+}
+
+void MuestraAviso(const Aviso& aviso, QWidget* padre) { Mensaje(aviso.texto(), aviso.titulo(), aviso.icono(), padre); }
+
+bool PreguntaSiNo(const QString& texto, const QString& titulo, Icono icono, QWidget* padre) {
+    QMessageBox caja(iconoDeCaja(icono), titulo, texto, QMessageBox::Yes | QMessageBox::No, padre);
+    caja.button(QMessageBox::Yes)->setText(QStringLiteral("Sí"));
+    caja.button(QMessageBox::No)->setText(QStringLiteral("No"));
+    caja.setEscapeButton(QMessageBox::No);
+    return caja.exec() == QMessageBox::Yes;
+}
+
+bool Pregunta(const QString& texto, QWidget* padre) {
+    return PreguntaSiNo(texto + QStringLiteral(" ??"), QStringLiteral("Pregunta"), Icono::Pregunta, padre);
+}
+
+} // namespace orv

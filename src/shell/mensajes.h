@@ -1,1 +1,30 @@
 #pragma once
+// Cajas de mensaje del sistema: títulos "Error", "Atención", "Pregunta" y botones en castellano.
+
+#include "store/aviso.h"
+
+#include <QMessageBox>
+#include <QString>
+
+class QWidget;
+
+namespace orv {
+
+QMessageBox::Icon iconoDeCaja(Icono icono);
+
+// Caja con un único botón "Aceptar".
+void Mensaje(const QString& texto, const QString& titulo, Icono icono, QWidget* padre = nullptr);
+// Título "Error", ícono de alto.
+void MensajeError(const QString& texto, QWidget* padre = nullptr);
+// Título "Atención", ícono de exclamación.
+void MensajeAtencion(const QString& texto, QWidget* padre = nullptr);
+// Muestra un aviso que lanzó la lógica, con su título e ícono.
+void MuestraAviso(const Aviso& aviso, QWidget* padre = nullptr);
+
+// Pregunta Sí/No con el texto seguido de " ??" y el título "Pregunta". Verdadero sólo para Sí.
+bool Pregunta(const QString& texto, QWidget* padre = nullptr);
+// Pregunta Sí/No con texto y título tal cual; verdadero sólo para Sí.
+bool PreguntaSiNo(const QString& texto, const QString& titulo, Icono icono = Icono::Pregunta,
+                  QWidget* padre = nullptr);
+
+} // namespace orv

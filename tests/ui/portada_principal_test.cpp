@@ -1,0 +1,101 @@
+// Portada y ventana principal.
+
+#include "app/ui/pan_portada.h"
+#include "app/ui/pan_principal.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+using namespace orv;
+
+namespace {
+
+// Si ORVANTA_CAPTURAS indica una carpeta, deja allí la imagen del control.
+void captura(QWidget& w, const QString& nombre) {
+    const QString carpeta = qEnvironmentVariable("ORVANTA_CAPTURAS");
+    const QPixmap imagen = w.grab();
+    EXPECT_FALSE(imagen.isNull());
+    if (!carpeta.isEmpty()) imagen.save(QDir(carpeta).filePath(nombre + QStringLiteral(".png")));
+}
+
+TEST(PanPortada, EscLaCierraEnElActo) {
+    PanPortada p(60000);
+    QTimer::singleShot(0, &p, [&p] { QTest::keyClick(&p, Qt::Key_Escape); });
+    QElapsedTimer t;
+    t.start();
+    EXPECT_EQ(p.exec(), QDialog::Rejected);
+    EXPECT_LT(t.elapsed(), 1000);
+    EXPECT_FALSE(p.isVisible());
+}
+
+TEST(PanPortada, ElTemporizadorLaCierraSola) {
+    PanPortada p(80);
+    p.setFundidoMs(20); // también el camino del fundido de salida
+    // Salvaguarda: si el temporizador no funcionara, la prueba no se colgaría.
+    bool salvaguarda = false;
+    QTimer::singleShot(5000, &p, [&] {
+        salvaguarda = true;
+        p.reject();
+    });
+    QElapsedTimer t;
+    t.start();
+    EXPECT_EQ(p.exec(), QDialog::Accepted);
+    EXPECT_FALSE(salvaguarda);
+    EXPECT_GE(t.elapsed(), 80);
+}
+
+TEST(PanPortada, MuestraNombreYVersionYSeCentra) {
+    PanPortada p(60000);
+    p.setFundidoMs(0);
+    p.show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(p.windowFlags() & Qt::FramelessWindowHint);
+    const auto* nombre = p.findChild<QLabel*>(QStringLiteral("lblNombre"));
+    const auto* version = p.findChild<QLabel*>(QStringLiteral("lblVersion"));
+    ASSERT_NE(nombre, nullptr);
+    ASSERT_NE(version, nullptr);
+    EXPECT_EQ(nombre->text(), QStringLiteral("Orvanta"));
+    EXPECT_EQ(version->text(), QStringLiteral("Versión %1.%2.%3")
+                                   .arg(ORVANTA_VERSION_MAYOR)
+                                   .arg(ORVANTA_VERSION_MENOR)
+                                   .arg(ORVANTA_VERSION_REVISION));
+    const QRect zona = p.screen()->availableGeometry();
+    EXPECT_NEAR(p.frameGeometry().center().x(), zona.center().x(), 2);
+    captura(p, QStringLiteral("portada"));
+    p.close();
+}
+
+TEST(PanPrincipal, TituloYDatosDelArranque) {
+    EstadoAplicacion e;
+    e.NombreUsuarioActual = QStringLiteral("Ana O'Neil");
+    e.IdRed = 37;
+    e.almacenAbierto = QStringLiteral("/srv/orvanta/BASE.db");
+    e.carpetaDatos = QStringLiteral("/srv/orvanta");
+    const RelojFijo reloj(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
+    PanPrincipal w(e, reloj);
+    EXPECT_EQ(w.objectName(), QStringLiteral("PanPrincipal"));
+    EXPECT_EQ(w.windowTitle(), QStringLiteral("Orvanta ver %1.%2.%3 | Usuario : Ana O'Neil")
+                                   .arg(ORVANTA_VERSION_MAYOR)
+                                   .arg(ORVANTA_VERSION_MENOR)
+                                   .arg(ORVANTA_VERSION_REVISION));
+    const auto* fecha = w.findChild<QLabel*>(QStringLiteral("Label11"));
+    const auto* almacen = w.findChild<QLabel*>(QStringLiteral("lblAlmacen"));
+    const auto* terminal = w.findChild<QLabel*>(QStringLiteral("lblTerminal"));
+    ASSERT_TRUE(fecha && almacen && terminal);
+    EXPECT_EQ(fecha->text(), QStringLiteral("domingo, 22 de noviembre de 2026"));
+    EXPECT_EQ(almacen->text(), QStringLiteral("/srv/orvanta/BASE.db"));
+    EXPECT_EQ(terminal->text(), QStringLiteral("37"));
+
+    w.show();
+    QCoreApplication::processEvents();
+    captura(w, QStringLiteral("principal"));
+    w.resize(1024, 768);
+    QCoreApplication::processEvents();
+    captura(w, QStringLiteral("principal_1024"));
+}
+
+} // namespace
