@@ -59,7 +59,9 @@ void generaArticulos(Almacen& a, qint64 cantidad) {
     const QString codigo = QStringLiteral("? || ") + relleno(d, QStringLiteral("i"), 4);
     const QString costo = QStringLiteral("((i * 7919 + ?) % 500000 + 100)");       // centavos
     const QString margen = QStringLiteral("(20 + (i % 5) * 5)");                     // por ciento
-    const QString venta = QStringLiteral("ROUND(") + costo + QStringLiteral(" * ") + margen + QStringLiteral(" / 100.0)");
+    // Venta = costo × (1 + margen / 100), al centavo.
+    const QString venta =
+        QStringLiteral("ROUND(") + costo + QStringLiteral(" * (100 + ") + margen + QStringLiteral(") / 100.0)");
     // El código y el costo se repiten en la orden: sus parámetros van en el orden del texto.
     const QString sql =
         QStringLiteral("INSERT INTO Articulos (idRubro, IdProveedor, Codigo, Descripcion, StockActual, StockMinimo, "

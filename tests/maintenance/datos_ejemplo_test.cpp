@@ -348,10 +348,17 @@ TEST_P(Generador, FilasYSumasExactas) {
     EXPECT_EQ(a.valor(QStringLiteral("SELECT MIN(Fecha) FROM Caja")).toDate(), QDate(2024, 6, 14).addDays(-16));
     EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja WHERE Fecha = ?", {QDate(2024, 6, 14)}), 300);
 
-    // Precios con IVA exactos: final × 100 = venta × 121.
-    QSqlQuery q = a.consulta(QStringLiteral("SELECT PrecioVenta, PrecioFinal, Codigo FROM Articulos"));
-    while (q.next())
-        ASSERT_EQ(diezmilesimos(q.value(1)) * 100, diezmilesimos(q.value(0)) * 121) << qPrintable(q.value(2).toString());
+    // Venta = costo × (1 + utilidad) al centavo; con IVA exacto: final × 100 = venta × 121.
+    QSqlQuery q = a.consulta(
+        QStringLiteral("SELECT PrecioCosto, PrecioVenta, PrecioFinal, UtilidadPorcentaje, Codigo FROM Articulos"));
+    while (q.next()) {
+        const qint64 costo = diezmilesimos(q.value(0));
+        const qint64 venta = diezmilesimos(q.value(1));
+        const QString codigo = q.value(4).toString();
+        ASSERT_EQ(venta % 100, 0) << qPrintable(codigo);
+        ASSERT_NEAR(double(venta), double(costo) * (1.0 + q.value(3).toDouble() / 100.0), 50.0) << qPrintable(codigo);
+        ASSERT_EQ(diezmilesimos(q.value(2)) * 100, venta * 121) << qPrintable(codigo);
+    }
 }
 
 TEST_P(Generador, AgregaSobreUnAlmacenConDatos) {
