@@ -1,6 +1,7 @@
 #include "maintenance/datos_ejemplo.h"
 
 #include "store/aviso.h"
+#include "store/dinero.h"
 
 #include <QDate>
 #include <QHash>
@@ -27,11 +28,8 @@ private:
 
 QString u(const char* s) { return QString::fromUtf8(s); }
 
-// Importe en centavos como texto decimal exacto de cuatro cifras, para ligarlo a una columna de dinero.
-QString importe(qint64 centavos) {
-    return QStringLiteral("%1.%2").arg(centavos / 100).arg(centavos % 100, 2, 10, QLatin1Char('0')) +
-           QStringLiteral("00");
-}
+// Importe en centavos, listo para ligarlo a una columna de dinero.
+QVariant importe(qint64 centavos) { return Dinero::desdeDiezmilesimos(centavos * 100).aVariant(); }
 
 // Dígito verificador EAN-13 de los doce primeros dígitos: pesos 1 y 3 alternados desde la izquierda.
 int verificadorEan13(const QString& doce) {
@@ -415,7 +413,7 @@ void cargaArticulos(Almacen& a, Azar& azar, const std::vector<qint64>& proveedor
             costo = (costo + 5) / 10 * 10; // a diez centavos
             const int margen = r.margen + 5 * azar.entre(-1, 1);
             const qint64 venta = (costo * (100 + margen) + 50) / 100;
-            const qint64 finalDiezmilesimos = venta * 121; // con IVA 21 %: exacto en cuatro decimales
+            const Dinero precioFinal = Dinero::desdeDiezmilesimos(venta * 121); // IVA 21 %: exacto en 4 decimales
 
             double stock;
             double minimo;
@@ -427,16 +425,13 @@ void cargaArticulos(Almacen& a, Azar& azar, const std::vector<qint64>& proveedor
                 // Uno de cada ocho queda en falta, para que el informe de faltantes tenga qué mostrar.
                 stock = azar.cada(8) ? azar.entre(0, int(minimo)) : azar.entre(int(minimo) + 1, int(minimo) * 6);
             }
-            const QString precioFinal = QStringLiteral("%1.%2")
-                                            .arg(finalDiezmilesimos / 10000)
-                                            .arg(finalDiezmilesimos % 10000, 4, 10, QLatin1Char('0'));
 
             a.ejecuta(QStringLiteral(
                           "INSERT INTO Articulos (idRubro, IdProveedor, Codigo, Descripcion, StockActual, StockMinimo, "
                           "PrecioCosto, PrecioVenta, PrecioFinal, UtilidadPorcentaje, CgoProveedor, ImprimeCodigoBarra, "
                           "esMateriaPrima, Foto, UltimaFechaCompra) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
                       {idRubro, proveedores[size_t(r.proveedor)], codigo, descripcion, stock, minimo, importe(costo),
-                       importe(venta), precioFinal, double(margen), ean, r.etiqueta ? 1 : 0, p.materiaPrima ? 1 : 0,
+                       importe(venta), precioFinal.aVariant(), double(margen), ean, r.etiqueta ? 1 : 0, p.materiaPrima ? 1 : 0,
                        QString(), hoy.addDays(-azar.entre(1, 60))});
         }
     }

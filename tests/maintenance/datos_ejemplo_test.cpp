@@ -6,11 +6,12 @@
 #include "maintenance/generador.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
+#include "store/cuit.h"
+#include "store/dinero.h"
 
 #include <QRegularExpression>
 #include <QSet>
 #include <QSqlQuery>
-#include <cmath>
 
 using namespace orv;
 using namespace orv::prueba;
@@ -19,19 +20,8 @@ namespace {
 
 const QDateTime kAhora(QDate(2024, 6, 14), QTime(10, 30));
 
-// Importe leído del almacén en diezmilésimos: PostgreSQL lo da como texto exacto, SQLite como double.
-qint64 diezmilesimos(const QVariant& v) {
-    if (v.isNull()) return 0;
-    if (v.typeId() == QMetaType::Double) return std::llround(v.toDouble() * 10000.0);
-    const QString t = v.toString().trimmed();
-    const bool negativo = t.startsWith(QLatin1Char('-'));
-    const QString sinSigno = negativo ? t.mid(1) : t;
-    const QString entero = sinSigno.section(QLatin1Char('.'), 0, 0);
-    QString fraccion = sinSigno.section(QLatin1Char('.'), 1, 1);
-    while (fraccion.size() < 4) fraccion += QLatin1Char('0');
-    const qint64 r = entero.toLongLong() * 10000 + fraccion.left(4).toLongLong();
-    return negativo ? -r : r;
-}
+// Importe leído del almacén, en diezmilésimos.
+qint64 diezmilesimos(const QVariant& v) { return Dinero::desdeVariant(v).diezmilesimos(); }
 
 bool eanValido(const QString& ean) {
     static const QRegularExpression trece(QStringLiteral("^\\d{13}$"));
@@ -39,22 +29,6 @@ bool eanValido(const QString& ean) {
     int suma = 0;
     for (int i = 0; i < 12; ++i) suma += (ean[i].unicode() - '0') * (i % 2 ? 3 : 1);
     return (10 - suma % 10) % 10 == ean[12].unicode() - '0';
-}
-
-// La regla módulo 11 del CUIT: pesos 2..7 de derecha a izquierda, sólo los dígitos cuentan.
-bool cuitValido(const QString& texto) {
-    QList<int> d;
-    for (const QChar c : texto)
-        if (c.isDigit()) d << c.digitValue();
-    if (d.size() != 11) return false;
-    int suma = 0;
-    int peso = 2;
-    for (int i = 9; i >= 0; --i) {
-        suma += d[i] * peso;
-        peso = peso == 7 ? 2 : peso + 1;
-    }
-    const int r = suma % 11;
-    return (r == 0 ? 0 : 11 - r) == d[10];
 }
 
 bool cbuValido(const QString& cbu) {
@@ -217,7 +191,7 @@ TEST_P(DatosEjemplo, ClientesYProveedoresConClavesValidas) {
         ++clientes;
         if (q.value(2).toString() == QLatin1String("Consumidor Final")) continue;
         ++inscriptos;
-        EXPECT_TRUE(cuitValido(q.value(1).toString()))
+        EXPECT_TRUE(CuitValido(q.value(1).toString()))
             << qPrintable(q.value(0).toString()) << " " << qPrintable(q.value(1).toString());
     }
     EXPECT_EQ(clientes, 40) << "cada cliente con una situación de IVA existente";
@@ -238,7 +212,7 @@ TEST_P(DatosEjemplo, ClientesYProveedoresConClavesValidas) {
     QSqlQuery p = a.consulta(QStringLiteral("SELECT RazonSocial, Cuit, CBU, BancoNombre FROM Proveedores"));
     while (p.next()) {
         EXPECT_FALSE(p.value(0).toString().isEmpty());
-        EXPECT_TRUE(cuitValido(p.value(1).toString())) << qPrintable(p.value(1).toString());
+        EXPECT_TRUE(CuitValido(p.value(1).toString())) << qPrintable(p.value(1).toString());
         EXPECT_TRUE(cbuValido(p.value(2).toString())) << qPrintable(p.value(2).toString());
         EXPECT_FALSE(p.value(3).toString().isEmpty());
     }
