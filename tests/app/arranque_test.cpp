@@ -164,17 +164,17 @@ TEST_F(ArranqueTest, ValoresDeLaConfiguracionYSusPredeterminados) {
     EXPECT_EQ(enMaquina(QStringLiteral("NroCifrasArticulo")).toString(), QString());
     EXPECT_EQ(a.estado().NroCifrasRubro, 3);
     EXPECT_EQ(enMaquina(QStringLiteral("FormaCalculoVIP")).toString(), QStringLiteral("C"));
-}
 
-TEST_F(ArranqueTest, CifrasNoNumericasTomanElPredeterminado) {
-    const Configuracion c = conf();
-    c.graba(clave::miscelaneas, QStringLiteral("NroCifrasArticulo"), QStringLiteral("cuatro"));
-    c.graba(clave::miscelaneas, QStringLiteral("NroCifrasRubro"), QStringLiteral("70000"));
-    Arranque a(c, reloj_, ui_);
-    ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
-    EXPECT_EQ(a.estado().NroCifrasArticulo, 4);
-    EXPECT_EQ(a.estado().NroCifrasRubro, 2);
-    EXPECT_EQ(enMaquina(QStringLiteral("NroCifrasArticulo")).toString(), QStringLiteral("cuatro"));
+    // No numérico o fuera de rango: el predeterminado, y la configuración queda como estaba.
+    InterfazFalsa otra;
+    const Configuracion c2 = conf(dir_.filePath(QStringLiteral("otra")));
+    c2.graba(clave::miscelaneas, QStringLiteral("NroCifrasArticulo"), QStringLiteral("cuatro"));
+    c2.graba(clave::miscelaneas, QStringLiteral("NroCifrasRubro"), QStringLiteral("70000"));
+    Arranque b(c2, reloj_, otra);
+    ASSERT_EQ(b.ejecuta(), FinArranque::Ventana);
+    EXPECT_EQ(b.estado().NroCifrasArticulo, 4);
+    EXPECT_EQ(b.estado().NroCifrasRubro, 2);
+    EXPECT_EQ(c2.lee(clave::miscelaneas, QStringLiteral("NroCifrasArticulo")), QStringLiteral("cuatro"));
 }
 
 TEST_F(ArranqueTest, SegundaInstanciaAvisaYTerminaSinPortada) {
@@ -366,15 +366,6 @@ TEST(FormatoRegional, LasCuatroPruebas) {
     EXPECT_FALSE(FormatoRegionalValido(sep(",", " ", ".", ",")));   // decimal ","
     EXPECT_FALSE(FormatoRegionalValido(sep(".", ",", ",", ",")));   // decimal de moneda ","
     EXPECT_FALSE(FormatoRegionalValido(sep(".", ",", ".", ".")));   // miles de moneda "."
-}
-
-TEST(FormatoRegional, TextoDeLaPregunta) {
-    const QStringList lineas = TextoProblemaRegional().split(QLatin1Char('\n'));
-    ASSERT_EQ(lineas.size(), 15);
-    EXPECT_EQ(lineas.first(), QStringLiteral("Se han detectado problemas en la configuración regional del Panel de Control"));
-    EXPECT_EQ(lineas[8], QStringLiteral(" "));
-    EXPECT_EQ(lineas[9], QStringLiteral("La configuración horaria también debe ajustarse al parametro HH:mm:ss "));
-    EXPECT_EQ(lineas.last(), QStringLiteral("pueden dejar de funcionar correctamente)"));
 }
 
 TEST(FormatoRegional, LaLecturaDelSistemaNoCambiaElFormatoNumericoDelProceso) {
