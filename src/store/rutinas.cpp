@@ -1,0 +1,80 @@
+#include "store/rutinas.h"
+
+#include "store/aviso.h"
+#include "store/esquema.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSqlRecord>
+#include <stdexcept>
+
+namespace orv {
+
+namespace {
+
+bool esIdentificador(const QString& s) {
+    static const QRegularExpression re(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
+    return re.match(s).hasMatch();
+}
+
+bool encendido(const QVariant& v) {
+    if (v.isNull()) return false;
+    const int n = v.toInt();
+    return n == 1 || n == -1;
+}
+
+// Nombre canónico de la columna de permiso, o vacío si no es un permiso.
+QString columnaPermiso(const QString& campo) {
+    if (campo.compare(QLatin1String("UsuarioSuper"), Qt::CaseInsensitive) == 0) return QStringLiteral("UsuarioSuper");
+    for (const QString& c : columnasPermiso())
+        if (c.compare(campo, Qt::CaseInsensitive) == 0) return c;
+    return {};
+}
+
+} // namespace
+
+QVariant LeeCampo(const Almacen& a, const QString& sql, const QVariantList& parametros, const QString& campo) {
+    QSqlQuery q = a.consulta(sql, parametros);
+    if (!q.next()) return {};
+    const int i = q.record().indexOf(campo);
+    if (i < 0)
+        throw ErrorAlmacen(QStringLiteral("La consulta no tiene el campo %1").arg(campo), {}, sql);
+    return q.value(i);
+}
+
+qint64 CuentaRegistros(const Almacen& a, const QString& sqlOTabla, const QVariantList& parametros) {
+    const QString t = sqlOTabla.trimmed();
+    const QString sql = esIdentificador(t) ? QStringLiteral("SELECT count(*) FROM ") + t
+                                           : QStringLiteral("SELECT count(*) FROM (") + t + QStringLiteral(") cuenta");
+    return a.valor(sql, parametros).toLongLong();
+}
+
+bool TieneNivel(const Almacen& a, int idNivel, const QString& campo) {
+    const QString columna = columnaPermiso(campo);
+    if (columna.isEmpty()) throw std::invalid_argument("permiso desconocido: " + campo.toStdString());
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT UsuarioSuper, ") + columna +
+                                 QStringLiteral(" FROM Niveles WHERE idNivel = ?"),
+                             {idNivel});
+    if (!q.next()) return false;
+    return encendido(q.value(0)) || encendido(q.value(1));
+}
+
+void ExigeNivel(const Almacen& a, int idNivel, const QString& campo) {
+    if (!TieneNivel(a, idNivel, campo)) throw Aviso(QStringLiteral("Nivel no permitido!"), QStringLiteral("Error"));
+}
+
+bool FechaAbierta(const Almacen& a, const QDate& fecha) {
+    return a.valor(QStringLiteral("SELECT count(*) FROM CorteCaja WHERE FECHA = ?"), {fecha}).toInt() == 0;
+}
+
+void ExigeFechaAbierta(const Almacen& a, const QDate& fecha) {
+    if (!FechaAbierta(a, fecha))
+        throw Aviso(QStringLiteral("Error, fecha cerrada para ingresar movimientos!"), QStringLiteral("Error"));
+}
+
+bool ExisteArchivo(const QString& ruta) {
+    if (ruta.size() < 4) return false;
+    return QFileInfo::exists(ruta);
+}
+
+} // namespace orv

@@ -1,0 +1,36 @@
+#pragma once
+// Rutinas generales que usa todo el sistema: leer un valor, contar filas, consultar un
+// permiso, saber si un día está cerrado, saber si un archivo está.
+
+#include "store/almacen.h"
+
+#include <QDate>
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+
+namespace orv {
+
+// Valor del campo `campo` (por nombre, sin distinguir mayúsculas) en la primera fila de la
+// consulta; QVariant nulo cuando la consulta no da filas. Los errores del almacén se propagan.
+QVariant LeeCampo(const Almacen& a, const QString& sql, const QVariantList& parametros, const QString& campo);
+
+// Cantidad de filas de una consulta, o de una tabla si se da sólo su nombre. Vacía: 0.
+qint64 CuentaRegistros(const Almacen& a, const QString& sqlOTabla, const QVariantList& parametros = {});
+
+// ¿El nivel tiene el permiso `campo` (una columna de Niveles)? UsuarioSuper da todos; 1 y -1
+// cuentan como encendido. Un nivel inexistente no tiene ninguno. Un nombre de columna que no
+// es un permiso es un error de programación (std::invalid_argument).
+bool TieneNivel(const Almacen& a, int idNivel, const QString& campo);
+// Igual, pero lanza el aviso "Nivel no permitido!" cuando no lo tiene.
+void ExigeNivel(const Almacen& a, int idNivel, const QString& campo);
+
+// Falso para un día cerrado (una fila de CorteCaja con esa fecha).
+bool FechaAbierta(const Almacen& a, const QDate& fecha);
+// Igual, pero lanza el aviso "Error, fecha cerrada para ingresar movimientos!" cuando está cerrado.
+void ExigeFechaAbierta(const Almacen& a, const QDate& fecha);
+
+// Falso para una ruta de menos de 4 caracteres; si no, si el archivo o carpeta existe.
+bool ExisteArchivo(const QString& ruta);
+
+} // namespace orv
