@@ -17,11 +17,18 @@ QString nuevaConexion() {
     return QStringLiteral("orvanta_%1").arg(contador.fetchAndAddRelaxed(1) + 1);
 }
 
+// El texto del motor en una sola línea (libpq lo parte con saltos y tabulaciones).
 QString textoError(const QSqlError& e) {
-    QString t = e.databaseText().trimmed();
-    if (t.isEmpty()) t = e.driverText().trimmed();
-    if (t.isEmpty()) t = e.text().trimmed();
+    QString t = e.databaseText().simplified();
+    if (t.isEmpty()) t = e.driverText().simplified();
+    if (t.isEmpty()) t = e.text().simplified();
     return t;
+}
+
+// El código del motor; si no lo da (una conexión que no llega), la clase de error de Qt.
+QString numeroError(const QSqlError& e) {
+    const QString n = e.nativeErrorCode().trimmed();
+    return n.isEmpty() ? QString::number(static_cast<int>(e.type())) : n;
 }
 
 } // namespace
@@ -88,7 +95,7 @@ std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta) {
             const QSqlError e = db.lastError();
             db = QSqlDatabase();
             QSqlDatabase::removeDatabase(nombre);
-            throw ErrorAlmacen(textoError(e), e.nativeErrorCode());
+            throw ErrorAlmacen(textoError(e), numeroError(e));
         }
     }
     std::unique_ptr<Almacen> a(new Almacen(Dialecto::SQLite, nombre, archivo.absoluteFilePath()));
@@ -140,7 +147,7 @@ std::unique_ptr<Almacen> Almacen::abrePostgreSQL(const QString& uri) {
             const QSqlError e = db.lastError();
             db = QSqlDatabase();
             QSqlDatabase::removeDatabase(nombre);
-            throw ErrorAlmacen(textoError(e), e.nativeErrorCode());
+            throw ErrorAlmacen(textoError(e), numeroError(e));
         }
     }
     const QString quien = (host.isEmpty() ? QStringLiteral("localhost") : host) + QLatin1Char('/') + base;
@@ -152,7 +159,7 @@ std::unique_ptr<Almacen> Almacen::abrePostgreSQL(const QString& uri) {
 
 void Almacen::fallo(const QSqlQuery& q, const QString& sql) const {
     const QSqlError e = q.lastError();
-    throw ErrorAlmacen(textoError(e), e.nativeErrorCode(), sql);
+    throw ErrorAlmacen(textoError(e), numeroError(e), sql);
 }
 
 QSqlQuery Almacen::consulta(const QString& sql, const QVariantList& parametros) const {

@@ -155,7 +155,15 @@ TEST(AlmacenSQLite, ArchivoCorruptoCarpetaInexistenteYSoloLectura) {
 }
 
 TEST(AlmacenPostgreSQL, ServidorQueNoRespondeDaErrorSinColgarse) {
-    EXPECT_THROW(Almacen::abrePostgreSQL(QStringLiteral("postgresql://nadie@127.0.0.1:1/nada")), ErrorAlmacen);
+    try {
+        Almacen::abrePostgreSQL(QStringLiteral("postgresql://nadie@127.0.0.1:1/nada"));
+        FAIL() << "no hay servidor en el puerto 1";
+    } catch (const ErrorAlmacen& e) {
+        // El mensaje de arranque muestra descripción y número: ninguno vacío, en una sola línea.
+        EXPECT_FALSE(e.descripcion().isEmpty());
+        EXPECT_FALSE(e.descripcion().contains(QLatin1Char('\n')));
+        EXPECT_FALSE(e.numero().isEmpty());
+    }
     EXPECT_THROW(Almacen::abrePostgreSQL(QStringLiteral("http://no-es-postgres/")), ErrorAlmacen);
     // abre() elige el motor por el texto.
     EXPECT_THROW(Almacen::abre(QStringLiteral("postgres://nadie@127.0.0.1:1/nada")), ErrorAlmacen);
