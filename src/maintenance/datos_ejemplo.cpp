@@ -2,6 +2,7 @@
 
 #include "store/aviso.h"
 #include "store/dinero.h"
+#include "store/rutinas.h"
 
 #include <QDate>
 #include <QHash>
@@ -356,15 +357,6 @@ void exigeAlmacenVacio(Almacen& a) {
                     u("Atención"), Icono::Exclamacion);
 }
 
-// Id de la fila con ese nombre; si no está, la agrega.
-qint64 buscaOAgrega(Almacen& a, const QString& tabla, const QString& columnaId, const QString& columnaNombre,
-                    const QString& nombre) {
-    const QVariant id = a.valor(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ? ORDER BY %1")
-                                    .arg(columnaId, tabla, columnaNombre),
-                                {nombre});
-    if (!id.isNull()) return id.toLongLong();
-    return a.inserta(QStringLiteral("INSERT INTO %1 (%2) VALUES (?)").arg(tabla, columnaNombre), {nombre}, columnaId);
-}
 
 std::vector<qint64> cargaProveedores(Almacen& a, Azar& azar) {
     std::vector<qint64> ids;

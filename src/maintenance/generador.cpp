@@ -1,5 +1,7 @@
 #include "maintenance/generador.h"
 
+#include "store/rutinas.h"
+
 #include <QString>
 #include <QStringList>
 #include <algorithm>
@@ -28,14 +30,6 @@ QString relleno(Dialecto d, const QString& expresion, int ancho) {
            QStringLiteral(" ELSE lpad(") + texto + QStringLiteral(", ") + n + QStringLiteral(", '0') END");
 }
 
-qint64 idPorNombre(Almacen& a, const QString& tabla, const QString& columnaId, const QString& columnaNombre,
-                   const QString& nombre) {
-    const QVariant id = a.valor(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ? ORDER BY %1")
-                                    .arg(columnaId, tabla, columnaNombre),
-                                {nombre});
-    if (!id.isNull()) return id.toLongLong();
-    return a.inserta(QStringLiteral("INSERT INTO %1 (%2) VALUES (?)").arg(tabla, columnaNombre), {nombre}, columnaId);
-}
 
 void generaArticulos(Almacen& a, qint64 cantidad) {
     const Dialecto d = a.dialecto();
@@ -87,9 +81,9 @@ void generaArticulos(Almacen& a, qint64 cantidad) {
 
 void generaCaja(Almacen& a, qint64 filas, const QDate& hasta) {
     const Dialecto d = a.dialecto();
-    const qint64 ventas = idPorNombre(a, QStringLiteral("Cuentas"), QStringLiteral("idCuenta"), QStringLiteral("Cuenta"),
+    const qint64 ventas = buscaOAgrega(a, QStringLiteral("Cuentas"), QStringLiteral("idCuenta"), QStringLiteral("Cuenta"),
                                       QStringLiteral("Ventas Mostrador"));
-    const qint64 compras = idPorNombre(a, QStringLiteral("Cuentas"), QStringLiteral("idCuenta"), QStringLiteral("Cuenta"),
+    const qint64 compras = buscaOAgrega(a, QStringLiteral("Cuentas"), QStringLiteral("idCuenta"), QStringLiteral("Cuenta"),
                                        QStringLiteral("Pago a Proveedores"));
     const QVariant usuario = a.valor(QStringLiteral("SELECT MIN(idUsuario) FROM Usuarios"));
 

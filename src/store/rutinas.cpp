@@ -72,6 +72,15 @@ void ExigeFechaAbierta(const Almacen& a, const QDate& fecha) {
         throw Aviso(QStringLiteral("Error, fecha cerrada para ingresar movimientos!"), QStringLiteral("Error"));
 }
 
+qint64 buscaOAgrega(Almacen& a, const QString& tabla, const QString& columnaId, const QString& columnaNombre,
+                    const QString& nombre) {
+    const QVariant id = a.valor(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ? ORDER BY %1")
+                                    .arg(columnaId, tabla, columnaNombre),
+                                {nombre});
+    if (!id.isNull()) return id.toLongLong();
+    return a.inserta(QStringLiteral("INSERT INTO %1 (%2) VALUES (?)").arg(tabla, columnaNombre), {nombre}, columnaId);
+}
+
 bool ExisteArchivo(const QString& ruta) {
     if (ruta.size() < 4) return false;
     return QFileInfo::exists(ruta);

@@ -30,6 +30,11 @@ bool FechaAbierta(const Almacen& a, const QDate& fecha);
 // Igual, pero lanza el aviso "Error, fecha cerrada para ingresar movimientos!" cuando está cerrado.
 void ExigeFechaAbierta(const Almacen& a, const QDate& fecha);
 
+// Id de la fila de `tabla` cuya `columnaNombre` es `nombre`; si no está, la agrega sólo con ese
+// nombre. Tabla y columnas son nombres del sistema, nunca texto del usuario.
+qint64 buscaOAgrega(Almacen& a, const QString& tabla, const QString& columnaId, const QString& columnaNombre,
+                    const QString& nombre);
+
 // Falso para una ruta de menos de 4 caracteres; si no, si el archivo o carpeta existe.
 bool ExisteArchivo(const QString& ruta);
 
