@@ -1,16 +1,13 @@
 // Configuración de la máquina: dos raíces, promoción al leer, escrituras rechazadas.
 
+#include "apoyo/solo_lectura.h"
 #include "app/configuracion.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <linux/fs.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 using namespace orv;
 
@@ -142,43 +139,12 @@ TEST_F(ConfiguracionTest, LaPrimeraEscrituraCreaLaCarpetaDeDatos) {
     EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("IdRed")), QStringLiteral("3"));
 }
 
-// Deja un archivo sin permiso de escritura, también para root (atributo inmutable).
-class SoloLectura {
-public:
-    explicit SoloLectura(QString ruta) : ruta_(std::move(ruta)) {
-        QFile::setPermissions(ruta_, QFileDevice::ReadOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther);
-        if (::geteuid() == 0) fijaInmutable(true);
-    }
-    ~SoloLectura() {
-        if (inmutable_) fijaInmutable(false);
-        QFile::setPermissions(ruta_, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    }
-    // ¿Quedó de verdad sin escritura? (un sistema de archivos sin atributos no lo permite)
-    bool vale() const {
-        QFile f(ruta_);
-        return !f.open(QIODevice::Append);
-    }
-
-private:
-    void fijaInmutable(bool si) {
-        const int fd = ::open(QFile::encodeName(ruta_).constData(), O_RDONLY);
-        if (fd < 0) return;
-        int banderas = 0;
-        if (::ioctl(fd, FS_IOC_GETFLAGS, &banderas) == 0) {
-            banderas = si ? (banderas | FS_IMMUTABLE_FL) : (banderas & ~FS_IMMUTABLE_FL);
-            if (::ioctl(fd, FS_IOC_SETFLAGS, &banderas) == 0) inmutable_ = si;
-        }
-        ::close(fd);
-    }
-    QString ruta_;
-    bool inmutable_ = false;
-};
 
 TEST_F(ConfiguracionTest, EscrituraRechazadaEsSilenciosaYQuedaElValorAnterior) {
     const Configuracion c = conf();
     c.graba(clave::miscelaneas, QStringLiteral("IdRed"), QStringLiteral("5"));
     ponUsuario(clave::miscelaneas, QStringLiteral("Pais"), QStringLiteral("CHILE"));
-    SoloLectura bloqueo(c.archivoMaquina());
+    orv::prueba::SoloLectura bloqueo(c.archivoMaquina());
     if (!bloqueo.vale()) GTEST_SKIP() << "este sistema de archivos no permite quitar la escritura";
 
     c.graba(clave::miscelaneas, QStringLiteral("IdRed"), QStringLiteral("9"));

@@ -1,4 +1,5 @@
 #include "apoyo/base_prueba.h"
+#include "apoyo/solo_lectura.h"
 #include "store/almacen.h"
 
 #include <QDir>
@@ -130,7 +131,7 @@ TEST_P(AlmacenBasico, ContadorAtomicoEntreDosTerminales) {
     EXPECT_EQ(static_cast<int>(todos.size()), 2 * kPorTerminal);
 }
 
-TEST(AlmacenSQLite, ArchivoCorruptoCarpetaInexistenteYSoloLectura) {
+TEST(AlmacenSQLite, ArchivoCorruptoYCarpetaInexistente) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
     const QString corrupto = dir.filePath(QStringLiteral("BASE.db"));
@@ -146,12 +147,19 @@ TEST(AlmacenSQLite, ArchivoCorruptoCarpetaInexistenteYSoloLectura) {
         EXPECT_EQ(f.readAll(), QByteArray(8192, '\x5a')) << "un archivo ajeno no se toca";
     }
     EXPECT_THROW(Almacen::abreSQLite(dir.filePath(QStringLiteral("no/existe/BASE.db"))), ErrorAlmacen);
+}
 
-    const QString soloLectura = dir.filePath(QStringLiteral("LECTURA.db"));
-    { auto a = Almacen::abreSQLite(soloLectura); a->ejecuta(QStringLiteral("CREATE TABLE t (x INTEGER)")); }
-    QFile::setPermissions(soloLectura, QFile::ReadOwner | QFile::ReadUser);
-    if (QFileInfo(soloLectura).isWritable()) GTEST_SKIP() << "corriendo como root: el permiso no se aplica";
-    EXPECT_THROW(Almacen::abreSQLite(soloLectura), ErrorAlmacen);
+TEST(AlmacenSQLite, ArchivoSinPermisoDeEscrituraSeRechazaAlAbrir) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString ruta = dir.filePath(QStringLiteral("BASE.db"));
+    {
+        auto a = Almacen::abreSQLite(ruta);
+        a->ejecuta(QStringLiteral("CREATE TABLE t (x INTEGER)"));
+    }
+    SoloLectura bloqueo(ruta);
+    if (!bloqueo.vale()) GTEST_SKIP() << "este sistema de archivos no permite quitar la escritura";
+    EXPECT_THROW(Almacen::abreSQLite(ruta), ErrorAlmacen);
 }
 
 TEST(AlmacenPostgreSQL, ServidorQueNoRespondeDaErrorSinColgarse) {
