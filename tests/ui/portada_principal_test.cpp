@@ -2,10 +2,12 @@
 
 #include "app/ui/pan_portada.h"
 #include "app/ui/pan_principal.h"
+#include "store/actualizacion.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -66,18 +68,23 @@ TEST(PanPrincipal, TituloYDatosDelArranque) {
     e.almacenAbierto = QStringLiteral("/srv/orvanta/BASE.db");
     e.carpetaDatos = QStringLiteral("/srv/orvanta");
     const RelojFijo reloj(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
-    PanPrincipal w(e, reloj);
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    auto almacen = Almacen::abreSQLite(dir.filePath(QStringLiteral("BASE.db")));
+    actualizaEsquema(*almacen);
+    const Configuracion conf(dir.path(), dir.filePath(QStringLiteral("usuario.conf")));
+    PanPrincipal w(*almacen, e, conf, reloj);
     EXPECT_EQ(w.objectName(), QStringLiteral("PanPrincipal"));
     EXPECT_EQ(w.windowTitle(), QStringLiteral("Orvanta ver %1.%2.%3 | Usuario : Ana O'Neil")
                                    .arg(ORVANTA_VERSION_MAYOR)
                                    .arg(ORVANTA_VERSION_MENOR)
                                    .arg(ORVANTA_VERSION_REVISION));
     const auto* fecha = w.findChild<QLabel*>(QStringLiteral("Label11"));
-    const auto* almacen = w.findChild<QLabel*>(QStringLiteral("lblAlmacen"));
+    const auto* lblAlmacen = w.findChild<QLabel*>(QStringLiteral("lblAlmacen"));
     const auto* terminal = w.findChild<QLabel*>(QStringLiteral("lblTerminal"));
-    ASSERT_TRUE(fecha && almacen && terminal);
+    ASSERT_TRUE(fecha && lblAlmacen && terminal);
     EXPECT_EQ(fecha->text(), QStringLiteral("domingo, 22 de noviembre de 2026"));
-    EXPECT_EQ(almacen->text(), QStringLiteral("/srv/orvanta/BASE.db"));
+    EXPECT_EQ(lblAlmacen->text(), QStringLiteral("/srv/orvanta/BASE.db"));
     EXPECT_EQ(terminal->text(), QStringLiteral("37"));
 
     w.show();

@@ -45,8 +45,8 @@ bool InterfazArranqueQt::login(Almacen& almacen, EstadoAplicacion& estado) {
     return true;
 }
 
-void InterfazArranqueQt::muestraVentana(Almacen&, EstadoAplicacion& estado, const Configuracion&) {
-    ventana_ = std::make_unique<PanPrincipal>(estado, reloj_);
+void InterfazArranqueQt::muestraVentana(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf) {
+    ventana_ = std::make_unique<PanPrincipal>(almacen, estado, conf, reloj_);
     ventana_->show();
 }
 

@@ -17,8 +17,9 @@ QString PanPrincipal::tituloVentana(const QString& nombreUsuario) {
            nombreUsuario;
 }
 
-PanPrincipal::PanPrincipal(const EstadoAplicacion& estado, const Reloj& reloj, QWidget* padre)
-    : QMainWindow(padre), estado_(estado), reloj_(reloj) {
+PanPrincipal::PanPrincipal(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf, const Reloj& reloj,
+                           QWidget* padre)
+    : QMainWindow(padre), almacen_(almacen), estado_(estado), conf_(conf), reloj_(reloj) {
     setObjectName(QStringLiteral("PanPrincipal"));
     setWindowTitle(tituloVentana(estado_.NombreUsuarioActual));
 
@@ -37,10 +38,10 @@ PanPrincipal::PanPrincipal(const EstadoAplicacion& estado, const Reloj& reloj, Q
 
     auto* datos = new QFormLayout;
     datos->setLabelAlignment(Qt::AlignRight);
-    auto* almacen = new QLabel(estado_.almacenAbierto, centro);
-    almacen->setObjectName(QStringLiteral("lblAlmacen"));
-    almacen->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    almacen->setWordWrap(true);
+    auto* lblAlmacen = new QLabel(estado_.almacenAbierto, centro);
+    lblAlmacen->setObjectName(QStringLiteral("lblAlmacen"));
+    lblAlmacen->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblAlmacen->setWordWrap(true);
     auto* terminal = new QLabel(QString::number(estado_.IdRed), centro);
     terminal->setObjectName(QStringLiteral("lblTerminal"));
     auto* usuario = new QLabel(estado_.NombreUsuarioActual, centro);
@@ -49,7 +50,7 @@ PanPrincipal::PanPrincipal(const EstadoAplicacion& estado, const Reloj& reloj, Q
     carpeta->setObjectName(QStringLiteral("lblCarpeta"));
     carpeta->setTextInteractionFlags(Qt::TextSelectableByMouse);
     datos->addRow(QStringLiteral("Usuario :"), usuario);
-    datos->addRow(QStringLiteral("Base de datos :"), almacen);
+    datos->addRow(QStringLiteral("Base de datos :"), lblAlmacen);
     datos->addRow(QStringLiteral("Carpeta de datos :"), carpeta);
     datos->addRow(QStringLiteral("Terminal :"), terminal);
     capa->addLayout(datos);
