@@ -1,0 +1,863 @@
+#include "shell/grilla.h"
+
+#include "reports/exporta.h"
+#include "shell/mensajes.h"
+#include "shell/previsualiza.h"
+#include "store/aviso.h"
+#include "store/formato.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QSaveFile>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <QStackedWidget>
+#include <QScrollBar>
+#include <QTableView>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace orv {
+
+namespace {
+
+const char* const kMimeColumna = "application/x-orvanta-columna";
+constexpr int kRolRegistro = Qt::UserRole + 1;
+constexpr int kRolCargado = Qt::UserRole + 2;
+constexpr int kMaxPaginasEnMemoria = 512;
+
+bool esNumerico(QMetaType t) {
+    switch (t.id()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+    case QMetaType::Float:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Consulta sólo hacia adelante con parámetros ligados.
+QSqlQuery ejecutaAdelante(Almacen& a, const QString& sql, const QVariantList& parametros) {
+    QSqlQuery q(a.base());
+    q.setForwardOnly(true);
+    if (!q.prepare(sql))
+        throw ErrorAlmacen(q.lastError().text(), q.lastError().nativeErrorCode(), sql);
+    for (const QVariant& v : parametros) q.addBindValue(v);
+    if (!q.exec()) throw ErrorAlmacen(q.lastError().text(), q.lastError().nativeErrorCode(), sql);
+    return q;
+}
+
+QString escapaLike(const QString& s) {
+    QString r;
+    r.reserve(s.size() + 4);
+    for (QChar c : s) {
+        if (c == u'\\' || c == u'%' || c == u'_') r += u'\\';
+        r += c;
+    }
+    return r;
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------------------------
+// ModeloGrilla
+
+ModeloGrilla::ModeloGrilla(QObject* padre) : QAbstractTableModel(padre) {}
+
+void ModeloGrilla::abre(Almacen& a, const QString& sql, const QVariantList& parametros) {
+    beginResetModel();
+    almacen_ = &a;
+    sql_ = sql;
+    parametros_ = parametros;
+    paginas_.clear();
+    filas_ = 0;
+    fin_ = true;
+    try {
+        QVariantList p = parametros_;
+        p << kPagina << 0;
+        QSqlQuery q = ejecutaAdelante(a, QStringLiteral("SELECT * FROM (") + sql_ +
+                                             QStringLiteral(") AS q LIMIT ? OFFSET ?"),
+                                      p);
+        campos_ = q.record();
+        Pagina primera;
+        while (q.next()) {
+            QVector<QVariant> fila(campos_.count());
+            for (int c = 0; c < campos_.count(); ++c) fila[c] = q.value(c);
+            primera.push_back(std::move(fila));
+        }
+        filas_ = int(primera.size());
+        fin_ = primera.size() < kPagina;
+        paginas_.insert(0, std::move(primera));
+    } catch (...) {
+        campos_ = {};
+        almacen_ = nullptr;
+        endResetModel();
+        throw;
+    }
+    endResetModel();
+}
+
+void ModeloGrilla::cierra() {
+    beginResetModel();
+    almacen_ = nullptr;
+    paginas_.clear();
+    campos_ = {};
+    filas_ = 0;
+    fin_ = true;
+    endResetModel();
+}
+
+ModeloGrilla::Pagina ModeloGrilla::leePagina(qint64 numero) const {
+    Pagina r;
+    if (!almacen_) return r;
+    QVariantList p = parametros_;
+    p << kPagina << numero * kPagina;
+    QSqlQuery q = ejecutaAdelante(*almacen_, QStringLiteral("SELECT * FROM (") + sql_ +
+                                                 QStringLiteral(") AS q LIMIT ? OFFSET ?"),
+                                  p);
+    const int n = campos_.count();
+    while (q.next()) {
+        QVector<QVariant> fila(n);
+        for (int c = 0; c < n; ++c) fila[c] = q.value(c);
+        r.push_back(std::move(fila));
+    }
+    return r;
+}
+
+const ModeloGrilla::Pagina* ModeloGrilla::pagina(qint64 numero) const {
+    auto it = paginas_.constFind(numero);
+    if (it != paginas_.cend()) return &it.value();
+    if (paginas_.size() >= kMaxPaginasEnMemoria) {
+        // Se descartan las páginas lejanas; se vuelven a leer si hacen falta.
+        for (auto j = paginas_.begin(); j != paginas_.end();) {
+            if (qAbs(j.key() - numero) > kMaxPaginasEnMemoria / 4) j = paginas_.erase(j);
+            else ++j;
+        }
+    }
+    Pagina p;
+    try {
+        p = leePagina(numero);
+    } catch (const ErrorAlmacen&) {
+        // Una lectura fallida deja celdas vacías; se reintenta al volver a pintarlas.
+        return nullptr;
+    }
+    return &paginas_.insert(numero, std::move(p)).value();
+}
+
+int ModeloGrilla::rowCount(const QModelIndex& padre) const { return padre.isValid() ? 0 : filas_; }
+
+int ModeloGrilla::columnCount(const QModelIndex& padre) const {
+    return padre.isValid() ? 0 : campos_.count();
+}
+
+bool ModeloGrilla::canFetchMore(const QModelIndex& padre) const {
+    return !padre.isValid() && !fin_ && almacen_;
+}
+
+void ModeloGrilla::fetchMore(const QModelIndex& padre) {
+    if (!canFetchMore(padre)) return;
+    asegura(filas_);
+}
+
+bool ModeloGrilla::asegura(int fila) {
+    if (fila < 0) return false;
+    if (fila < filas_) return true;
+    if (fin_ || !almacen_) return false;
+    const qint64 numero = fila / kPagina;
+    const Pagina* p = pagina(numero);
+    if (!p) return false;
+    // Una página vacía más allá de lo leído no dice dónde termina el resultado.
+    if (p->isEmpty() && numero * kPagina > filas_) return false;
+    const qint64 hasta = numero * kPagina + p->size();
+    const bool fin = p->size() < kPagina;
+    if (hasta > filas_) {
+        beginInsertRows({}, filas_, int(hasta) - 1);
+        filas_ = int(hasta);
+        fin_ = fin;
+        endInsertRows();
+    } else if (fin) {
+        fin_ = true;
+    }
+    return fila < filas_;
+}
+
+QVariant ModeloGrilla::valor(int fila, int columna) const {
+    if (fila < 0 || fila >= filas_ || columna < 0 || columna >= campos_.count()) return {};
+    const Pagina* p = pagina(fila / kPagina);
+    const int dentro = fila % kPagina;
+    if (!p || dentro >= p->size()) return {};
+    return p->at(dentro).at(columna);
+}
+
+QSqlRecord ModeloGrilla::registro(int fila) const {
+    QSqlRecord r = campos_;
+    for (int c = 0; c < r.count(); ++c) r.setValue(c, valor(fila, c));
+    return r;
+}
+
+int ModeloGrilla::columna(const QString& campo) const { return campos_.indexOf(campo); }
+
+QString ModeloGrilla::campo(int columna) const { return campos_.fieldName(columna); }
+
+bool ModeloGrilla::alineaDerecha(int columna) const {
+    if (columna < 0 || columna >= campos_.count()) return false;
+    return mascaras_.contains(campo(columna).toLower()) || esNumerico(campos_.field(columna).metaType());
+}
+
+QString ModeloGrilla::texto(const QVariant& v, int columna) const {
+    if (v.isNull()) return {};
+    const QString m = mascaras_.value(campo(columna).toLower());
+    if (!m.isEmpty()) return Formato(v, m);
+    if (v.typeId() == QMetaType::QDate) return FechaTexto(v.toDate());
+    if (v.typeId() == QMetaType::Double) return Formato(v, QString());
+    return v.toString();
+}
+
+QVariant ModeloGrilla::data(const QModelIndex& i, int rol) const {
+    if (!i.isValid()) return {};
+    switch (rol) {
+    case Qt::DisplayRole:
+        return texto(valor(i.row(), i.column()), i.column());
+    case Qt::EditRole:
+        return valor(i.row(), i.column());
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(alineaDerecha(i.column()) ? (Qt::AlignRight | Qt::AlignVCenter)
+                                                             : (Qt::AlignLeft | Qt::AlignVCenter));
+    default:
+        return {};
+    }
+}
+
+QVariant ModeloGrilla::headerData(int seccion, Qt::Orientation o, int rol) const {
+    if (o == Qt::Horizontal && rol == Qt::DisplayRole) return titulo(campo(seccion));
+    if (o == Qt::Horizontal && rol == Qt::TextAlignmentRole)
+        return QVariant::fromValue(alineaDerecha(seccion) ? (Qt::AlignRight | Qt::AlignVCenter)
+                                                          : (Qt::AlignLeft | Qt::AlignVCenter));
+    if (o == Qt::Vertical && rol == Qt::DisplayRole) return seccion + 1;
+    return {};
+}
+
+void ModeloGrilla::fijaTitulo(const QString& campo, const QString& texto) {
+    titulos_.insert(campo.toLower(), texto);
+    const int c = columna(campo);
+    if (c >= 0) Q_EMIT headerDataChanged(Qt::Horizontal, c, c);
+}
+
+QString ModeloGrilla::titulo(const QString& campo) const {
+    return titulos_.value(campo.toLower(), campo);
+}
+
+void ModeloGrilla::fijaMascara(const QString& campo, const QString& mascara) {
+    mascaras_.insert(campo.toLower(), mascara);
+    const int c = columna(campo);
+    if (c >= 0 && filas_ > 0) Q_EMIT dataChanged(index(0, c), index(filas_ - 1, c));
+}
+
+QString ModeloGrilla::mascara(const QString& campo) const { return mascaras_.value(campo.toLower()); }
+
+// ---------------------------------------------------------------------------------------------
+// Banda de agrupación
+
+class BandaAgrupar : public QFrame {
+public:
+    explicit BandaAgrupar(Grilla& g) : QFrame(&g), grilla_(g) {
+        setObjectName(QStringLiteral("bandaAgrupar"));
+        setAcceptDrops(true);
+        setFrameShape(QFrame::StyledPanel);
+        auto* l = new QHBoxLayout(this);
+        l->setContentsMargins(8, 4, 8, 4);
+        l->setSpacing(6);
+        texto_ = new QLabel(QStringLiteral("Arrastre aquí la columna que desee agrupar"), this);
+        texto_->setObjectName(QStringLiteral("textoAgrupar"));
+        QPalette p = texto_->palette();
+        p.setColor(QPalette::WindowText, p.color(QPalette::Disabled, QPalette::WindowText));
+        texto_->setPalette(p);
+        ficha_ = new QToolButton(this);
+        ficha_->setObjectName(QStringLiteral("fichaAgrupar"));
+        ficha_->setToolTip(QStringLiteral("Quitar la agrupación"));
+        ficha_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        ficha_->setAutoRaise(false);
+        l->addWidget(texto_);
+        l->addWidget(ficha_);
+        l->addStretch(1);
+        connect(ficha_, &QToolButton::clicked, this, [this] { grilla_.quitaAgrupacion(); });
+        muestra({});
+    }
+
+    void muestra(const QString& titulo) {
+        ficha_->setVisible(!titulo.isEmpty());
+        texto_->setVisible(titulo.isEmpty());
+        ficha_->setText(titulo + QStringLiteral("  ✕"));
+    }
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* e) override {
+        if (e->mimeData()->hasFormat(QLatin1String(kMimeColumna))) e->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* e) override {
+        const QString campo = QString::fromUtf8(e->mimeData()->data(QLatin1String(kMimeColumna)));
+        e->acceptProposedAction();
+        grilla_.agrupaPor(campo);
+    }
+
+private:
+    Grilla& grilla_;
+    QLabel* texto_;
+    QToolButton* ficha_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Grilla
+
+Grilla::Grilla(Almacen& a, QWidget* padre)
+    : QWidget(padre), almacen_(a), modelo_(new ModeloGrilla(this)) {
+    auto* l = new QVBoxLayout(this);
+    l->setContentsMargins(0, 0, 0, 0);
+    l->setSpacing(4);
+    banda_ = new BandaAgrupar(*this);
+    pila_ = new QStackedWidget(this);
+    l->addWidget(banda_);
+    l->addWidget(pila_, 1);
+
+    tabla_ = new QTableView(this);
+    tabla_->setObjectName(QStringLiteral("tablaGrilla"));
+    tabla_->setModel(modelo_);
+    tabla_->setAlternatingRowColors(true);
+    tabla_->setShowGrid(false);
+    tabla_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    tabla_->setSelectionMode(QAbstractItemView::SingleSelection);
+    tabla_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    tabla_->setWordWrap(false);
+    tabla_->setContextMenuPolicy(Qt::CustomContextMenu);
+    tabla_->verticalHeader()->setVisible(false);
+    tabla_->verticalHeader()->setDefaultSectionSize(tabla_->fontMetrics().height() + 8);
+    tabla_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    auto* enc = tabla_->horizontalHeader();
+    enc->setSectionsMovable(true);
+    enc->setHighlightSections(false);
+    enc->setStretchLastSection(true);
+    enc->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    enc->setContextMenuPolicy(Qt::CustomContextMenu);
+    enc->viewport()->installEventFilter(this);
+    pila_->addWidget(tabla_);
+
+    arbol_ = new QTreeWidget(this);
+    arbol_->setObjectName(QStringLiteral("arbolGrilla"));
+    arbol_->setAlternatingRowColors(true);
+    arbol_->setUniformRowHeights(true);
+    arbol_->setSelectionMode(QAbstractItemView::SingleSelection);
+    arbol_->setContextMenuPolicy(Qt::CustomContextMenu);
+    arbol_->header()->setStretchLastSection(true);
+    pila_->addWidget(arbol_);
+
+    connect(tabla_, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& p) { menuContextual(tabla_->viewport()->mapToGlobal(p)); });
+    connect(arbol_, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& p) { menuContextual(arbol_->viewport()->mapToGlobal(p)); });
+    connect(enc, &QWidget::customContextMenuRequested, this, &Grilla::menuEncabezado);
+    connect(tabla_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this] { Q_EMIT filaCambiada(); });
+    connect(arbol_, &QTreeWidget::currentItemChanged, this, [this] { Q_EMIT filaCambiada(); });
+    connect(tabla_, &QAbstractItemView::activated, this, [this] { Q_EMIT filaActivada(); });
+    connect(arbol_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* it) {
+        if (it && it->parent()) Q_EMIT filaActivada();
+    });
+    connect(arbol_, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* it) { cargaGrupo(it); });
+    setFocusProxy(tabla_);
+}
+
+Grilla::~Grilla() = default;
+
+void Grilla::fijaConsulta(const QString& sql, const QVariantList& parametros) {
+    sql_ = sql;
+    parametros_ = parametros;
+    const QJsonObject previa = modelo_->columnCount() > 0 ? distribucion() : QJsonObject{};
+    modelo_->abre(almacen_, sql, parametros);
+    aplicaOcultas();
+    if (!pendiente_.isEmpty()) {
+        const QJsonObject d = pendiente_;
+        pendiente_ = {};
+        aplicaDistribucion(d);
+    } else if (!previa.isEmpty()) {
+        aplicaDistribucion(previa);
+    } else if (agrupada()) {
+        armaGrupos();
+    }
+    if (modelo_->rowCount() > 0 && !agrupada()) tabla_->setCurrentIndex(modelo_->index(0, 0));
+}
+
+void Grilla::fijaTitulo(const QString& campo, const QString& texto) {
+    modelo_->fijaTitulo(campo, texto);
+    if (agrupada()) armaGrupos();
+    actualizaBanda();
+}
+
+void Grilla::fijaMascara(const QString& campo, const QString& mascara) {
+    modelo_->fijaMascara(campo, mascara);
+}
+
+void Grilla::ocultaColumna(const QString& campo, bool oculta) {
+    ocultas_.removeAll(campo.toLower());
+    if (oculta) ocultas_ << campo.toLower();
+    aplicaOcultas();
+}
+
+bool Grilla::columnaOculta(const QString& campo) const { return ocultas_.contains(campo.toLower()); }
+
+void Grilla::aplicaOcultas() {
+    for (int c = 0; c < modelo_->columnCount(); ++c) {
+        const bool oculta = ocultas_.contains(modelo_->campo(c).toLower());
+        tabla_->setColumnHidden(c, oculta);
+        if (c < arbol_->columnCount()) arbol_->setColumnHidden(c, oculta);
+    }
+}
+
+QString Grilla::tituloColumna(const QString& campo) const { return modelo_->titulo(campo); }
+
+QStringList Grilla::ordenColumnas() const {
+    QStringList r;
+    const auto* enc = tabla_->horizontalHeader();
+    for (int v = 0; v < enc->count(); ++v) r << modelo_->campo(enc->logicalIndex(v));
+    return r;
+}
+
+int Grilla::anchoColumna(const QString& campo) const {
+    const int c = modelo_->columna(campo);
+    return c < 0 ? -1 : tabla_->horizontalHeader()->sectionSize(c);
+}
+
+void Grilla::fijaAnchoColumna(const QString& campo, int ancho) {
+    const int c = modelo_->columna(campo);
+    if (c >= 0 && ancho > 0) tabla_->horizontalHeader()->resizeSection(c, ancho);
+}
+
+// --- distribución ---
+
+QJsonObject Grilla::distribucion() const {
+    QJsonArray columnas;
+    for (const QString& campo : ordenColumnas()) {
+        QJsonObject c;
+        c.insert(QStringLiteral("campo"), campo);
+        c.insert(QStringLiteral("ancho"), anchoColumna(campo));
+        columnas.append(c);
+    }
+    QJsonObject d;
+    d.insert(QStringLiteral("version"), 1);
+    d.insert(QStringLiteral("columnas"), columnas);
+    d.insert(QStringLiteral("agrupar"), QJsonArray::fromStringList(agrupar_));
+    return d;
+}
+
+bool Grilla::aplicaDistribucion(const QJsonObject& d) {
+    if (d.value(QStringLiteral("version")).toInt() != 1 || !d.value(QStringLiteral("columnas")).isArray())
+        return false;
+    if (modelo_->columnCount() == 0) {
+        pendiente_ = d;
+        return true;
+    }
+    auto* enc = tabla_->horizontalHeader();
+    int destino = 0;
+    for (const QJsonValue& v : d.value(QStringLiteral("columnas")).toArray()) {
+        const QJsonObject c = v.toObject();
+        const int logica = modelo_->columna(c.value(QStringLiteral("campo")).toString());
+        if (logica < 0) continue; // columna que ya no existe en la consulta
+        enc->moveSection(enc->visualIndex(logica), destino++);
+        const int ancho = c.value(QStringLiteral("ancho")).toInt();
+        if (ancho > 0 && ancho < 5000) enc->resizeSection(logica, ancho);
+    }
+    QStringList agrupar;
+    for (const QJsonValue& v : d.value(QStringLiteral("agrupar")).toArray())
+        if (modelo_->columna(v.toString()) >= 0) agrupar << v.toString();
+    if (agrupar != agrupar_ || agrupada()) {
+        agrupar_ = agrupar;
+        if (agrupada()) armaGrupos();
+        pila_->setCurrentWidget(agrupada() ? static_cast<QWidget*>(arbol_) : tabla_);
+        actualizaBanda();
+    }
+    return true;
+}
+
+bool Grilla::guardaDistribucion(const QString& ruta) const {
+    QSaveFile f(ruta);
+    if (!f.open(QIODevice::WriteOnly)) return false;
+    f.write(QJsonDocument(distribucion()).toJson(QJsonDocument::Indented));
+    return f.commit();
+}
+
+bool Grilla::cargaDistribucion(const QString& ruta) {
+    QFile f(ruta);
+    if (!f.open(QIODevice::ReadOnly)) return false;
+    QJsonParseError e{};
+    const QJsonDocument doc = QJsonDocument::fromJson(f.read(1 << 20), &e);
+    if (e.error != QJsonParseError::NoError || !doc.isObject()) return false;
+    return aplicaDistribucion(doc.object());
+}
+
+// --- posición ---
+
+QString Grilla::campoSeguro(const QString& campo) const {
+    const int c = modelo_->columna(campo);
+    if (c < 0) return {};
+    // El nombre sale de la propia consulta; sólo se admite un identificador simple.
+    const QString n = modelo_->campo(c);
+    for (QChar ch : n)
+        if (!(ch.isLetterOrNumber() || ch == u'_')) return {};
+    return n;
+}
+
+int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const {
+    const QString c = campoSeguro(campo);
+    if (c.isEmpty() || sql_.isEmpty()) return -1;
+    const QString condicion = prefijo
+        ? QStringLiteral("LOWER(CAST(c AS TEXT)) LIKE ? ESCAPE '\\'")
+        : QStringLiteral("c = ?");
+    const QString sql = QStringLiteral("SELECT n FROM (SELECT ROW_NUMBER() OVER () AS n, c FROM "
+                                       "(SELECT ") +
+                        c + QStringLiteral(" AS c FROM (") + sql_ +
+                        QStringLiteral(") AS q) AS q2) AS t WHERE ") + condicion +
+                        QStringLiteral(" ORDER BY n LIMIT 1");
+    QVariantList p = parametros_;
+    p << (prefijo ? QVariant(escapaLike(valor.toString().toLower()) + u'%') : valor);
+    try {
+        QSqlQuery q = ejecutaAdelante(almacen_, sql, p);
+        if (q.next()) return q.value(0).toInt() - 1;
+    } catch (const ErrorAlmacen&) {
+    }
+    return -1;
+}
+
+bool Grilla::irAFila(int fila) {
+    if (!modelo_->asegura(fila)) return false;
+    const QModelIndex i = modelo_->index(fila, qMax(0, tabla_->horizontalHeader()->logicalIndex(0)));
+    tabla_->setCurrentIndex(i);
+    tabla_->scrollTo(i, QAbstractItemView::PositionAtCenter);
+    return true;
+}
+
+bool Grilla::busca(const QString& campo, const QString& texto) {
+    if (agrupada()) {
+        const int c = modelo_->columna(campo);
+        if (c < 0) return false;
+        const QString buscado = texto.toLower();
+        for (int g = 0; g < arbol_->topLevelItemCount(); ++g) {
+            QTreeWidgetItem* grupo = arbol_->topLevelItem(g);
+            cargaGrupo(grupo);
+            for (int h = 0; h < grupo->childCount(); ++h) {
+                const QVariantList r = grupo->child(h)->data(0, kRolRegistro).toList();
+                if (c < r.size() && r.at(c).toString().toLower().startsWith(buscado)) {
+                    grupo->setExpanded(true);
+                    arbol_->setCurrentItem(grupo->child(h));
+                    arbol_->scrollToItem(grupo->child(h));
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+    const int fila = posicionDe(campo, texto, true);
+    return fila >= 0 && irAFila(fila);
+}
+
+int Grilla::filaActualNumero() const {
+    if (agrupada()) return -1;
+    const QModelIndex i = tabla_->currentIndex();
+    return i.isValid() ? i.row() : -1;
+}
+
+std::optional<QSqlRecord> Grilla::filaActual() const {
+    if (agrupada()) {
+        const QTreeWidgetItem* it = arbol_->currentItem();
+        if (!it || !it->parent()) return std::nullopt;
+        const QVariantList v = it->data(0, kRolRegistro).toList();
+        QSqlRecord r = modelo_->campos();
+        for (int c = 0; c < r.count() && c < v.size(); ++c) r.setValue(c, v.at(c));
+        return r;
+    }
+    const int f = filaActualNumero();
+    if (f < 0) return std::nullopt;
+    return modelo_->registro(f);
+}
+
+std::optional<QVariant> Grilla::claveActual() const {
+    const auto r = filaActual();
+    if (!r || clave_.isEmpty() || r->indexOf(clave_) < 0) return std::nullopt;
+    return r->value(clave_);
+}
+
+void Grilla::refresca() {
+    // Errores ignorados: una grilla que no se puede volver a leer queda como estaba.
+    const int fila = filaActualNumero();
+    const std::optional<QVariant> clave = claveActual();
+    const int primera = tabla_->horizontalHeader()->logicalIndex(0);
+    QVariantList abiertos;
+    for (int g = 0; g < arbol_->topLevelItemCount(); ++g)
+        if (arbol_->topLevelItem(g)->isExpanded())
+            abiertos << arbol_->topLevelItem(g)->data(primera, kRolRegistro);
+    const QJsonObject d = distribucion();
+    const int desplazamiento = tabla_->verticalScrollBar()->value();
+    try {
+        modelo_->abre(almacen_, sql_, parametros_);
+    } catch (const ErrorAlmacen&) {
+        return;
+    }
+    aplicaOcultas();
+    aplicaDistribucion(d);
+    if (agrupada()) {
+        for (int g = 0; g < arbol_->topLevelItemCount(); ++g)
+            if (abiertos.contains(arbol_->topLevelItem(g)->data(primera, kRolRegistro)))
+                arbol_->topLevelItem(g)->setExpanded(true);
+        if (clave) {
+            const int c = modelo_->columna(clave_);
+            for (int g = 0; g < arbol_->topLevelItemCount(); ++g) {
+                QTreeWidgetItem* grupo = arbol_->topLevelItem(g);
+                if (!grupo->isExpanded()) continue;
+                for (int h = 0; h < grupo->childCount(); ++h)
+                    if (grupo->child(h)->data(0, kRolRegistro).toList().value(c) == *clave)
+                        arbol_->setCurrentItem(grupo->child(h));
+            }
+        }
+        return;
+    }
+    int destino = fila;
+    if (clave) {
+        const int donde = posicionDe(clave_, *clave, false);
+        if (donde >= 0) destino = donde;
+    }
+    if (destino >= 0) {
+        // Si la fila ya no existe se leen las páginas hasta el final (a lo sumo hasta esa fila).
+        while (!modelo_->asegura(destino) && modelo_->canFetchMore({})) modelo_->fetchMore({});
+        if (destino >= modelo_->rowCount()) destino = modelo_->rowCount() - 1;
+        if (destino >= 0) {
+            tabla_->setCurrentIndex(modelo_->index(destino, tabla_->horizontalHeader()->logicalIndex(0)));
+            tabla_->verticalScrollBar()->setValue(desplazamiento);
+            tabla_->scrollTo(tabla_->currentIndex());
+        }
+    }
+}
+
+// --- agrupación ---
+
+void Grilla::agrupaPor(const QString& campo) {
+    if (modelo_->columna(campo) < 0) return;
+    agrupar_ = QStringList{modelo_->campo(modelo_->columna(campo))};
+    armaGrupos();
+    pila_->setCurrentWidget(arbol_);
+    actualizaBanda();
+}
+
+void Grilla::quitaAgrupacion() {
+    agrupar_.clear();
+    arbol_->clear();
+    pila_->setCurrentWidget(tabla_);
+    actualizaBanda();
+    tabla_->setFocus();
+}
+
+void Grilla::actualizaBanda() {
+    banda_->muestra(agrupada() ? modelo_->titulo(agrupar_.first()) : QString());
+}
+
+void Grilla::armaGrupos() {
+    arbol_->clear();
+    const QString g = agrupada() ? campoSeguro(agrupar_.first()) : QString();
+    if (g.isEmpty()) return;
+    const int nc = modelo_->columnCount();
+    QStringList titulos;
+    for (int c = 0; c < nc; ++c) titulos << modelo_->titulo(modelo_->campo(c));
+    arbol_->setColumnCount(nc);
+    arbol_->setHeaderLabels(titulos);
+    // Mismo orden y anchos de columnas que la tabla.
+    auto* enc = tabla_->horizontalHeader();
+    for (int v = 0; v < nc; ++v) {
+        const int logica = enc->logicalIndex(v);
+        arbol_->header()->moveSection(arbol_->header()->visualIndex(logica), v);
+        arbol_->header()->resizeSection(logica, enc->sectionSize(logica));
+    }
+    aplicaOcultas();
+    const int cg = modelo_->columna(g);
+    try {
+        QSqlQuery q = ejecutaAdelante(almacen_,
+                                      QStringLiteral("SELECT g, COUNT(*) FROM (SELECT ") + g +
+                                          QStringLiteral(" AS g FROM (") + sql_ +
+                                          QStringLiteral(") AS q) AS t GROUP BY g ORDER BY g"),
+                                      parametros_);
+        const int primera = enc->logicalIndex(0);
+        while (q.next()) {
+            auto* it = new QTreeWidgetItem(arbol_);
+            const QVariant valor = q.value(0);
+            it->setText(primera, modelo_->titulo(g) + QStringLiteral(": ") + modelo_->texto(valor, cg) +
+                                     QStringLiteral("  (") + QString::number(q.value(1).toLongLong()) +
+                                     QStringLiteral(")"));
+            it->setData(primera, kRolRegistro, valor);
+            it->setData(primera, kRolCargado, false);
+            QFont f = it->font(primera);
+            f.setBold(true);
+            it->setFont(primera, f);
+            it->setFirstColumnSpanned(true);
+            it->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
+        }
+    } catch (const ErrorAlmacen&) {
+    }
+    if (arbol_->topLevelItemCount() > 0) arbol_->setCurrentItem(arbol_->topLevelItem(0));
+}
+
+void Grilla::cargaGrupo(QTreeWidgetItem* grupo) {
+    if (!grupo || grupo->parent() || !agrupada()) return;
+    const int primera = tabla_->horizontalHeader()->logicalIndex(0);
+    if (grupo->data(primera, kRolCargado).toBool()) return;
+    grupo->setData(primera, kRolCargado, true);
+    const QString g = campoSeguro(agrupar_.first());
+    if (g.isEmpty()) return;
+    const QVariant valor = grupo->data(primera, kRolRegistro);
+    QVariantList p = parametros_;
+    QString sql = QStringLiteral("SELECT * FROM (") + sql_ + QStringLiteral(") AS q WHERE ") + g;
+    if (valor.isNull()) {
+        sql += QStringLiteral(" IS NULL");
+    } else {
+        sql += QStringLiteral(" = ?");
+        p << valor;
+    }
+    try {
+        QSqlQuery q = ejecutaAdelante(almacen_, sql, p);
+        const int nc = modelo_->columnCount();
+        QList<QTreeWidgetItem*> hijos;
+        while (q.next()) {
+            auto* it = new QTreeWidgetItem;
+            QVariantList r;
+            r.reserve(nc);
+            for (int c = 0; c < nc; ++c) {
+                const QVariant v = q.value(c);
+                r << v;
+                it->setText(c, modelo_->texto(v, c));
+                if (modelo_->alineaDerecha(c)) it->setTextAlignment(c, Qt::AlignRight | Qt::AlignVCenter);
+            }
+            it->setData(0, kRolRegistro, r);
+            hijos << it;
+        }
+        grupo->addChildren(hijos);
+    } catch (const ErrorAlmacen&) {
+    }
+}
+
+bool Grilla::eventFilter(QObject* o, QEvent* e) {
+    auto* enc = tabla_->horizontalHeader();
+    if (o == enc->viewport()) {
+        if (e->type() == QEvent::MouseButtonPress) {
+            auto* m = static_cast<QMouseEvent*>(e);
+            if (m->button() == Qt::LeftButton) {
+                inicioArrastre_ = m->position().toPoint();
+                seccionArrastre_ = enc->logicalIndexAt(inicioArrastre_);
+            }
+        } else if (e->type() == QEvent::MouseButtonRelease) {
+            seccionArrastre_ = -1;
+        } else if (e->type() == QEvent::MouseMove && seccionArrastre_ >= 0) {
+            auto* m = static_cast<QMouseEvent*>(e);
+            // Arrastrar el título hacia arriba, fuera del encabezado, lo lleva a la banda.
+            if ((m->buttons() & Qt::LeftButton) && m->position().y() < -4) {
+                const int seccion = seccionArrastre_;
+                seccionArrastre_ = -1;
+                // Se suelta primero el movimiento de columna en su lugar de partida.
+                QMouseEvent suelta(QEvent::MouseButtonRelease, QPointF(inicioArrastre_),
+                                   enc->viewport()->mapToGlobal(QPointF(inicioArrastre_)), Qt::LeftButton,
+                                   Qt::NoButton, Qt::NoModifier);
+                QApplication::sendEvent(enc->viewport(), &suelta);
+                auto* datos = new QMimeData;
+                datos->setData(QLatin1String(kMimeColumna), modelo_->campo(seccion).toUtf8());
+                datos->setText(modelo_->titulo(modelo_->campo(seccion)));
+                auto* arrastre = new QDrag(this);
+                arrastre->setMimeData(datos);
+                arrastre->exec(Qt::MoveAction);
+                return true;
+            }
+        }
+    }
+    return QWidget::eventFilter(o, e);
+}
+
+// --- menús y exportación ---
+
+void Grilla::menuEncabezado(const QPoint& local) {
+    const int seccion = tabla_->horizontalHeader()->logicalIndexAt(local);
+    QMenu m(this);
+    if (seccion >= 0) {
+        const QString campo = modelo_->campo(seccion);
+        m.addAction(QStringLiteral("Agrupar por \"%1\"").arg(modelo_->titulo(campo)), this,
+                    [this, campo] { agrupaPor(campo); });
+    }
+    if (agrupada()) m.addAction(QStringLiteral("Quitar la agrupación"), this, &Grilla::quitaAgrupacion);
+    if (!m.isEmpty()) m.exec(tabla_->horizontalHeader()->viewport()->mapToGlobal(local));
+}
+
+void Grilla::menuContextual(const QPoint& global) {
+    QMenu m(this);
+    m.addAction(QStringLiteral("Exportar a CSV..."), this, [this] { pideExportar(false); });
+    m.addAction(QStringLiteral("Exportar a Excel..."), this, [this] { pideExportar(true); });
+    m.addSeparator();
+    m.addAction(QStringLiteral("Vista previa de impresión..."), this, [this] { PrevisualizaGrilla(*this); });
+    if (agrupada()) {
+        m.addSeparator();
+        m.addAction(QStringLiteral("Quitar la agrupación"), this, &Grilla::quitaAgrupacion);
+    }
+    m.exec(global);
+}
+
+namespace {
+OpcionesExporta opcionesDe(const Grilla& g) {
+    OpcionesExporta o;
+    const ModeloGrilla& m = g.modelo();
+    for (int c = 0; c < m.columnCount(); ++c) {
+        o.titulos << m.titulo(m.campo(c));
+        if (g.columnaOculta(m.campo(c))) o.omitir << m.campo(c);
+    }
+    return o;
+}
+} // namespace
+
+void Grilla::exportaCSV(const QString& ruta) {
+    ExportaCSV(almacen_, sql_, parametros_, opcionesDe(*this), ruta);
+}
+
+void Grilla::exportaXLSX(const QString& ruta) {
+    ExportaXLSX(almacen_, sql_, parametros_, opcionesDe(*this), ruta);
+}
+
+void Grilla::pideExportar(bool excel) {
+    const QString ruta = QFileDialog::getSaveFileName(
+        this, excel ? QStringLiteral("Exportar a Excel") : QStringLiteral("Exportar a CSV"), QString(),
+        excel ? QStringLiteral("Libro de Excel (*.xlsx)") : QStringLiteral("Texto separado por comas (*.csv)"));
+    if (ruta.isEmpty()) return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        if (excel) exportaXLSX(ruta);
+        else exportaCSV(ruta);
+        QApplication::restoreOverrideCursor();
+    } catch (const Aviso& a) {
+        QApplication::restoreOverrideCursor();
+        MuestraAviso(a, this);
+    } catch (const ErrorAlmacen& e) {
+        QApplication::restoreOverrideCursor();
+        MuestraAviso(Aviso(e.descripcion(), QStringLiteral("Exportar")), this);
+    }
+}
+
+} // namespace orv

@@ -1,0 +1,181 @@
+#pragma once
+// Grilla compartida por todos los paneles: consulta SQL con carga perezosa, títulos, máscaras,
+// columnas ocultas, distribución guardada en archivo, búsqueda incremental, agrupación por una
+// columna arrastrada a la banda superior, vista previa de impresión y exportación.
+//
+// La consulta debería llevar ORDER BY: las páginas se leen con LIMIT/OFFSET sobre ella y la
+// búsqueda numera sus filas con ROW_NUMBER() en el mismo orden. No queda ninguna consulta a
+// medio leer entre una página y otra, así que la grilla no retiene una instantánea de lectura.
+
+#include "store/almacen.h"
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <QJsonObject>
+#include <QSqlRecord>
+#include <QStringList>
+#include <QVariantList>
+#include <QVector>
+#include <QWidget>
+#include <optional>
+
+class QTableView;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QStackedWidget;
+class QLabel;
+class QToolButton;
+
+namespace orv {
+
+// Modelo de la grilla: páginas de 256 filas leídas a pedido, sin contar antes el total.
+class ModeloGrilla : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    static constexpr int kPagina = 256;
+
+    explicit ModeloGrilla(QObject* padre = nullptr);
+    // Abre la consulta y lee sólo la primera página. Lanza ErrorAlmacen si la consulta falla.
+    void abre(Almacen& a, const QString& sql, const QVariantList& parametros);
+    void cierra();
+
+    int rowCount(const QModelIndex& padre = {}) const override;
+    int columnCount(const QModelIndex& padre = {}) const override;
+    QVariant data(const QModelIndex& i, int rol = Qt::DisplayRole) const override;
+    QVariant headerData(int seccion, Qt::Orientation o, int rol = Qt::DisplayRole) const override;
+    bool canFetchMore(const QModelIndex& padre) const override;
+    void fetchMore(const QModelIndex& padre) override;
+
+    // Garantiza que la fila (desde 0) esté dentro de las filas conocidas; false si no existe.
+    bool asegura(int fila);
+    const QSqlRecord& campos() const { return campos_; }
+    int columna(const QString& campo) const; // -1 si no está
+    QString campo(int columna) const;
+    QVariant valor(int fila, int columna) const;
+    QSqlRecord registro(int fila) const;
+    int paginasEnMemoria() const { return int(paginas_.size()); }
+
+    void fijaTitulo(const QString& campo, const QString& texto);
+    QString titulo(const QString& campo) const;
+    void fijaMascara(const QString& campo, const QString& mascara);
+    QString mascara(const QString& campo) const;
+    // Texto de la celda tal como se muestra.
+    QString texto(const QVariant& v, int columna) const;
+    bool alineaDerecha(int columna) const;
+
+private:
+    using Pagina = QVector<QVector<QVariant>>;
+    Pagina leePagina(qint64 numero) const;
+    const Pagina* pagina(qint64 numero) const;
+
+    Almacen* almacen_ = nullptr;
+    QString sql_;
+    QVariantList parametros_;
+    QSqlRecord campos_;
+    int filas_ = 0;
+    bool fin_ = true;
+    mutable QHash<qint64, Pagina> paginas_;
+    QHash<QString, QString> titulos_;  // por campo en minúsculas
+    QHash<QString, QString> mascaras_; // por campo en minúsculas
+};
+
+class BandaAgrupar;
+
+class Grilla : public QWidget {
+    Q_OBJECT
+public:
+    explicit Grilla(Almacen& a, QWidget* padre = nullptr);
+    ~Grilla() override;
+
+    // Liga la grilla a una consulta con parámetros ligados; conserva títulos, máscaras y
+    // columnas ocultas y aplica la distribución cargada. Lanza ErrorAlmacen si la consulta falla.
+    void fijaConsulta(const QString& sql, const QVariantList& parametros = {});
+    const QString& sql() const { return sql_; }
+    const QVariantList& parametros() const { return parametros_; }
+
+    // Columna clave: con ella refresca() vuelve a la misma fila aunque cambie su posición.
+    void fijaClave(const QString& campo) { clave_ = campo; }
+    void fijaTitulo(const QString& campo, const QString& texto);
+    void fijaMascara(const QString& campo, const QString& mascara); // números a la derecha
+    void ocultaColumna(const QString& campo, bool oculta = true);
+    bool columnaOculta(const QString& campo) const;
+    void fijaTituloImpresion(const QString& t) { tituloImpresion_ = t; }
+    QString tituloImpresion() const { return tituloImpresion_; }
+
+    // Vuelve a leer la consulta conservando distribución, agrupación y fila actual.
+    void refresca();
+
+    // Distribución: orden y ancho de columnas y columna de agrupación. Un archivo que falta o
+    // está dañado no es una falla: carga devuelve false y la grilla queda como estaba.
+    bool guardaDistribucion(const QString& ruta) const;
+    bool cargaDistribucion(const QString& ruta);
+    QJsonObject distribucion() const;
+    bool aplicaDistribucion(const QJsonObject& d);
+
+    // Va a la primera fila cuyo valor en `campo` empieza con `texto` (sin distinguir
+    // mayúsculas). Devuelve false si no hay ninguna. En vista agrupada busca dentro de los grupos.
+    bool busca(const QString& campo, const QString& texto);
+
+    void agrupaPor(const QString& campo);
+    void quitaAgrupacion();
+    QStringList agrupacion() const { return agrupar_; }
+    bool agrupada() const { return !agrupar_.isEmpty(); }
+
+    // Registro de la fila de datos actual; nada si no hay fila o es una fila de grupo.
+    std::optional<QSqlRecord> filaActual() const;
+    std::optional<QVariant> claveActual() const;
+    // Fila actual en la vista sin agrupar (desde 0), -1 si no hay.
+    int filaActualNumero() const;
+    bool irAFila(int fila);
+
+    QStringList ordenColumnas() const; // campos en el orden en que se ven (incluye ocultos)
+    int anchoColumna(const QString& campo) const;
+    void fijaAnchoColumna(const QString& campo, int ancho);
+    QString tituloColumna(const QString& campo) const;
+
+    ModeloGrilla& modelo() { return *modelo_; }
+    const ModeloGrilla& modelo() const { return *modelo_; }
+    QTableView* tabla() const { return tabla_; }
+    QTreeWidget* arbol() const { return arbol_; }
+    Almacen& almacen() const { return almacen_; }
+
+    void exportaCSV(const QString& ruta);
+    void exportaXLSX(const QString& ruta);
+
+Q_SIGNALS:
+    void filaCambiada();
+    void filaActivada();
+
+protected:
+    bool eventFilter(QObject* o, QEvent* e) override;
+
+private:
+    void armaGrupos();
+    void cargaGrupo(QTreeWidgetItem* grupo);
+    void aplicaOcultas();
+    void menuContextual(const QPoint& global);
+    void menuEncabezado(const QPoint& local);
+    void pideExportar(bool excel);
+    void actualizaBanda();
+    int posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const;
+    QString campoSeguro(const QString& campo) const;
+
+    Almacen& almacen_;
+    QString sql_;
+    QVariantList parametros_;
+    QString clave_;
+    QString tituloImpresion_;
+    QStringList ocultas_; // en minúsculas
+    QStringList agrupar_;
+    QJsonObject pendiente_; // distribución cargada antes de tener columnas
+
+    ModeloGrilla* modelo_;
+    BandaAgrupar* banda_;
+    QStackedWidget* pila_;
+    QTableView* tabla_;
+    QTreeWidget* arbol_;
+    QPoint inicioArrastre_;
+    int seccionArrastre_ = -1;
+};
+
+} // namespace orv
