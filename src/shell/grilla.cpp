@@ -528,14 +528,15 @@ QString Grilla::campoSeguro(const QString& campo) const {
 int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const {
     const QString c = campoSeguro(campo);
     if (c.isEmpty() || sql_.isEmpty()) return -1;
-    const QString condicion = prefijo
-        ? QStringLiteral("LOWER(CAST(c AS TEXT)) LIKE ? ESCAPE '\\'")
-        : QStringLiteral("c = ?");
+    // SQLite: LIKE ya compara sin distinguir mayúsculas y convierte a texto por sí solo.
+    const QString condicion = !prefijo ? QStringLiteral("c = ?")
+        : almacen_.esPostgreSQL() ? QStringLiteral("CAST(c AS TEXT) ILIKE ? ESCAPE '\\'")
+                                  : QStringLiteral("c LIKE ? ESCAPE '\\'");
     const QString sql = QStringLiteral("SELECT n FROM (SELECT ROW_NUMBER() OVER () AS n, c FROM "
                                        "(SELECT ") +
                         c + QStringLiteral(" AS c FROM (") + sql_ +
                         QStringLiteral(") AS q) AS q2) AS t WHERE ") + condicion +
-                        QStringLiteral(" ORDER BY n LIMIT 1");
+                        QStringLiteral(" LIMIT 1");
     QVariantList p = parametros_;
     p << (prefijo ? QVariant(escapaLike(valor.toString().toLower()) + u'%') : valor);
     try {
@@ -705,7 +706,9 @@ void Grilla::armaGrupos() {
         while (q.next()) {
             auto* it = new QTreeWidgetItem(arbol_);
             const QVariant valor = q.value(0);
-            it->setText(primera, modelo_->titulo(g) + QStringLiteral(": ") + modelo_->texto(valor, cg) +
+            it->setText(primera, modelo_->titulo(g) + QStringLiteral(": ") +
+                                     (valor.isNull() || valor.toString().isEmpty() ? QStringLiteral("(vacío)")
+                                                                                    : modelo_->texto(valor, cg)) +
                                      QStringLiteral("  (") + QString::number(q.value(1).toLongLong()) +
                                      QStringLiteral(")"));
             it->setData(primera, kRolRegistro, valor);

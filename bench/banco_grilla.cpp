@@ -1,0 +1,104 @@
+// Grilla sobre 1 000 000 de filas de caja (SQLite): tiempo hasta la primera página pintada y
+// búsqueda incremental de una fila cerca del final.
+
+#include "maintenance/generador.h"
+#include "shell/grilla.h"
+#include "store/actualizacion.h"
+#include "store/almacen.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPixmap>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+
+namespace {
+
+const QString kSql = QStringLiteral("SELECT * FROM ConsultaCaja ORDER BY idCaja");
+
+// Cuenta las veces que se pinta la zona de filas de la tabla.
+class CuentaPintadas : public QObject {
+public:
+    int pintadas = 0;
+    bool eventFilter(QObject* o, QEvent* e) override {
+        if (e->type() == QEvent::Paint) ++pintadas;
+        return QObject::eventFilter(o, e);
+    }
+};
+
+void primeraPagina(benchmark::State& estado, orv::Almacen& a) {
+    for (auto _ : estado) {
+        orv::Grilla g(a);
+        g.resize(1280, 800);
+        CuentaPintadas cuenta;
+        g.tabla()->viewport()->installEventFilter(&cuenta);
+        g.fijaConsulta(kSql);
+        g.fijaMascara(QStringLiteral("Ingreso"), QStringLiteral("#,##0.00"));
+        g.fijaMascara(QStringLiteral("Egreso"), QStringLiteral("#,##0.00"));
+        g.show();
+        QElapsedTimer limite;
+        limite.start();
+        while (cuenta.pintadas == 0 && limite.elapsed() < 5000) QApplication::processEvents();
+        const QPixmap imagen = g.grab();
+        benchmark::DoNotOptimize(imagen.cacheKey());
+        if (cuenta.pintadas == 0) estado.SkipWithError("la tabla no se pintó");
+        estado.PauseTiming();
+        g.hide();
+        QApplication::processEvents();
+        estado.ResumeTiming();
+    }
+}
+
+void buscaCercaDelFinal(benchmark::State& estado, orv::Almacen& a) {
+    orv::Grilla g(a);
+    g.resize(1280, 800);
+    g.fijaConsulta(kSql);
+    g.show();
+    QApplication::processEvents();
+    int i = 0;
+    for (auto _ : estado) {
+        // Alterna dos destinos para que cada vuelta se mueva de verdad.
+        const QString texto = (i++ % 2) ? QStringLiteral("999901") : QStringLiteral("999950");
+        if (!g.busca(QStringLiteral("idCaja"), texto)) estado.SkipWithError("no encontró la fila");
+        QApplication::processEvents();
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+
+    QTemporaryDir carpeta;
+    if (!carpeta.isValid()) return 1;
+    try {
+        QElapsedTimer t;
+        t.start();
+        auto a = orv::Almacen::abreSQLite(carpeta.filePath(QStringLiteral("BASE.db")));
+        orv::actualizaEsquema(*a);
+        orv::OpcionesGenerador o;
+        o.articulos = 1000;
+        o.filasCaja = 1000000;
+        orv::generaAlmacenGrande(*a, o);
+        std::fprintf(stderr, "SQLite: %lld filas de caja generadas en %.1f s\n", o.filasCaja,
+                     double(t.elapsed()) / 1000.0);
+        orv::Almacen& almacen = *a;
+        benchmark::RegisterBenchmark("Grilla/PrimeraPaginaPintada/1M",
+                                     [&almacen](benchmark::State& s) { primeraPagina(s, almacen); })
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime();
+        benchmark::RegisterBenchmark("Grilla/BuscaCercaDelFinal/1M",
+                                     [&almacen](benchmark::State& s) { buscaCercaDelFinal(s, almacen); })
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime();
+        benchmark::RunSpecifiedBenchmarks();
+    } catch (const orv::ErrorAlmacen& e) {
+        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
+        return 1;
+    }
+    benchmark::Shutdown();
+    return 0;
+}
