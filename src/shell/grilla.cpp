@@ -21,6 +21,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QSaveFile>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
 #include <QSqlQuery>
@@ -30,6 +31,7 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <sqlite3.h>
 
 namespace orv {
 
@@ -75,6 +77,25 @@ QString escapaLike(const QString& s) {
         r += c;
     }
     return r;
+}
+
+// Numerador de filas para SQLite: orv_fila() devuelve 1, 2, 3... en el orden en que se leen.
+// ROW_NUMBER() obliga a SQLite a guardar el resultado entero antes de filtrar; así, la lectura
+// se detiene en la primera coincidencia.
+qint64 filasNumeradas = 0;
+
+void numeraFila(sqlite3_context* ctx, int, sqlite3_value**) {
+    auto* n = static_cast<qint64*>(sqlite3_user_data(ctx));
+    sqlite3_result_int64(ctx, ++*n);
+}
+
+bool registraNumerador(const Almacen& a) {
+    if (a.esPostgreSQL()) return false;
+    const QVariant h = a.base().driver()->handle();
+    if (qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
+    sqlite3* db = *static_cast<sqlite3* const*>(h.constData());
+    return db && sqlite3_create_function_v2(db, "orv_fila", 0, SQLITE_UTF8, &filasNumeradas, numeraFila,
+                                            nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 } // namespace
@@ -532,11 +553,15 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
     const QString condicion = !prefijo ? QStringLiteral("c = ?")
         : almacen_.esPostgreSQL() ? QStringLiteral("CAST(c AS TEXT) ILIKE ? ESCAPE '\\'")
                                   : QStringLiteral("c LIKE ? ESCAPE '\\'");
-    const QString sql = QStringLiteral("SELECT n FROM (SELECT ROW_NUMBER() OVER () AS n, c FROM "
-                                       "(SELECT ") +
-                        c + QStringLiteral(" AS c FROM (") + sql_ +
-                        QStringLiteral(") AS q) AS q2) AS t WHERE ") + condicion +
-                        QStringLiteral(" LIMIT 1");
+    // Con el numerador, el LIMIT -1 impide que SQLite funda la subconsulta con la de afuera
+    // (si no, numeraría sólo las filas que coinciden).
+    const bool numerador = registraNumerador(almacen_);
+    const QString sql = QStringLiteral("SELECT n FROM (SELECT ") +
+                        (numerador ? QStringLiteral("orv_fila()") : QStringLiteral("ROW_NUMBER() OVER ()")) +
+                        QStringLiteral(" AS n, c FROM (SELECT ") + c + QStringLiteral(" AS c FROM (") + sql_ +
+                        QStringLiteral(") AS q) AS q2") + (numerador ? QStringLiteral(" LIMIT -1") : QString()) +
+                        QStringLiteral(") AS t WHERE ") + condicion + QStringLiteral(" LIMIT 1");
+    filasNumeradas = 0;
     QVariantList p = parametros_;
     p << (prefijo ? QVariant(escapaLike(valor.toString().toLower()) + u'%') : valor);
     try {
