@@ -81,13 +81,7 @@ bool textoNumerico(const QString& s, double& d) {
 
 // Consulta sólo hacia adelante: el controlador no guarda las filas ya leídas.
 QSqlQuery abreAdelante(Almacen& a, const QString& sql, const QVariantList& parametros) {
-    QSqlQuery q(a.base());
-    q.setForwardOnly(true);
-    if (!q.prepare(sql))
-        throw ErrorAlmacen(q.lastError().text(), q.lastError().nativeErrorCode(), sql);
-    for (const QVariant& v : parametros) q.addBindValue(v);
-    if (!q.exec()) throw ErrorAlmacen(q.lastError().text(), q.lastError().nativeErrorCode(), sql);
-    return q;
+    return a.consulta(sql, parametros);
 }
 
 } // namespace

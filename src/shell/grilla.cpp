@@ -60,13 +60,7 @@ bool esNumerico(QMetaType t) {
 
 // Consulta sólo hacia adelante con parámetros ligados.
 QSqlQuery ejecutaAdelante(Almacen& a, const QString& sql, const QVariantList& parametros) {
-    QSqlQuery q(a.base());
-    q.setForwardOnly(true);
-    if (!q.prepare(sql))
-        throw ErrorAlmacen(q.lastError().text(), q.lastError().nativeErrorCode(), sql);
-    for (const QVariant& v : parametros) q.addBindValue(v);
-    if (!q.exec()) throw ErrorAlmacen(q.lastError().text(), q.lastError().nativeErrorCode(), sql);
-    return q;
+    return a.consulta(sql, parametros);
 }
 
 QString escapaLike(const QString& s) {
