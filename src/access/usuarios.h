@@ -1,0 +1,37 @@
+#pragma once
+// Usuarios del sistema: alta, modificación y baja. La contraseña se recibe en claro sólo para
+// resumirla; nunca se lee de vuelta.
+
+#include "store/almacen.h"
+
+#include <QString>
+#include <QVariant>
+#include <optional>
+
+namespace orv {
+
+struct DatosUsuario {
+    QString nombreCompleto;
+    QString nombreUsuario;
+    QString contrasenia; // en claro; vacía al modificar = conservar la actual
+    QVariant idNivel;    // nulo si no se eligió
+    QString comision;    // porcentaje de comisión del vendedor, como se tipeó
+};
+
+// Lo que se muestra al modificar: todo menos la contraseña, que queda vacía.
+std::optional<DatosUsuario> LeeUsuario(const Almacen& a, qint64 idUsuario);
+
+// Controles del diálogo: nombre completo y de usuario no vacíos, comisión numérica, un nivel
+// elegido, y contraseña no vacía para un usuario nuevo. Lanza Aviso "Datos mal ingresados!".
+void ValidaUsuario(const DatosUsuario& d, bool nuevo);
+
+// Agrega (sin id) o modifica un usuario. Al modificar, una contraseña vacía deja la guardada.
+// Lanza Aviso "No encontrado!" si el usuario a modificar ya no está. Devuelve el idUsuario.
+qint64 GuardaUsuario(Almacen& a, std::optional<qint64> idUsuario, const DatosUsuario& d);
+
+void BorraUsuario(Almacen& a, qint64 idUsuario);
+
+// Consulta de la grilla de usuarios, agrupable por nivel. No trae la contraseña.
+QString ConsultaUsuarios();
+
+} // namespace orv
