@@ -4,11 +4,12 @@
 # y además:
 #   make bench      bancos de rendimiento (compilación optimizada)
 #   make test-asan  pruebas bajo AddressSanitizer y UndefinedBehaviorSanitizer
+#   make capturas   imágenes PNG de las pantallas en build/capturas/
 
 CMAKE_GEN := -G Ninja
 JOBS ?= $(shell nproc)
 
-.PHONY: run test bench test-asan dependencias compilar clean
+.PHONY: run test bench test-asan capturas dependencias compilar clean
 
 dependencias:
 	@bash scripts/dependencias.sh
@@ -39,6 +40,11 @@ test-asan: dependencias build-asan/build.ninja
 	cmake --build build-asan -j $(JOBS)
 	ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  bash scripts/pruebas.sh build-asan
+
+capturas: compilar
+	cmake --build build -j $(JOBS) --target orvanta_capturas
+	rm -rf build/capturas
+	QT_QPA_PLATFORM=offscreen ./build/orvanta_capturas build/capturas
 
 clean:
 	rm -rf build build-bench build-asan

@@ -463,7 +463,9 @@ int Grilla::anchoColumna(const QString& campo) const {
 
 void Grilla::fijaAnchoColumna(const QString& campo, int ancho) {
     const int c = modelo_->columna(campo);
-    if (c >= 0 && ancho > 0) tabla_->horizontalHeader()->resizeSection(c, ancho);
+    if (c < 0 || ancho <= 0) return;
+    tabla_->horizontalHeader()->resizeSection(c, ancho);
+    if (agrupada()) arbol_->header()->resizeSection(c, ancho);
 }
 
 // --- distribución ---

@@ -1,7 +1,7 @@
 // Portada y ventana principal.
 
 #include "app/ui/pan_portada.h"
-#include "app/ui/pan_principal.h"
+#include "shell/pan_principal.h"
 #include "store/actualizacion.h"
 
 #include <QDir>
@@ -59,40 +59,6 @@ TEST(PanPortada, SeCentraEnLaPantalla) {
     EXPECT_NEAR(p.frameGeometry().center().x(), zona.center().x(), 2);
     captura(p, QStringLiteral("portada"));
     p.close();
-}
-
-TEST(PanPrincipal, TituloYDatosDelArranque) {
-    EstadoAplicacion e;
-    e.NombreUsuarioActual = QStringLiteral("Ana O'Neil");
-    e.IdRed = 37;
-    e.almacenAbierto = QStringLiteral("/srv/orvanta/BASE.db");
-    e.carpetaDatos = QStringLiteral("/srv/orvanta");
-    const RelojFijo reloj(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    auto almacen = Almacen::abreSQLite(dir.filePath(QStringLiteral("BASE.db")));
-    actualizaEsquema(*almacen);
-    const Configuracion conf(dir.path(), dir.filePath(QStringLiteral("usuario.conf")));
-    PanPrincipal w(*almacen, e, conf, reloj);
-    EXPECT_EQ(w.objectName(), QStringLiteral("PanPrincipal"));
-    EXPECT_EQ(w.windowTitle(), QStringLiteral("Orvanta ver %1.%2.%3 | Usuario : Ana O'Neil")
-                                   .arg(ORVANTA_VERSION_MAYOR)
-                                   .arg(ORVANTA_VERSION_MENOR)
-                                   .arg(ORVANTA_VERSION_REVISION));
-    const auto* fecha = w.findChild<QLabel*>(QStringLiteral("Label11"));
-    const auto* lblAlmacen = w.findChild<QLabel*>(QStringLiteral("lblAlmacen"));
-    const auto* terminal = w.findChild<QLabel*>(QStringLiteral("lblTerminal"));
-    ASSERT_TRUE(fecha && lblAlmacen && terminal);
-    EXPECT_EQ(fecha->text(), QStringLiteral("domingo, 22 de noviembre de 2026"));
-    EXPECT_EQ(lblAlmacen->text(), QStringLiteral("/srv/orvanta/BASE.db"));
-    EXPECT_EQ(terminal->text(), QStringLiteral("37"));
-
-    w.show();
-    QCoreApplication::processEvents();
-    captura(w, QStringLiteral("principal"));
-    w.resize(1024, 768);
-    QCoreApplication::processEvents();
-    captura(w, QStringLiteral("principal_1024"));
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "app/ui/interfaz_arranque_qt.h"
 
+#include "access/ingreso.h"
+#include "access/ui/pan_ingreso.h"
+#include "access/ui/pan_supervisor_inicial.h"
 #include "app/ui/pan_portada.h"
 #include "shell/mensajes.h"
 
@@ -33,15 +36,23 @@ int InterfazArranqueQt::anchoPantalla() {
 SeparadoresRegionales InterfazArranqueQt::separadoresRegionales() { return LeeRegionalSistema(); }
 
 bool InterfazArranqueQt::login(Almacen& almacen, EstadoAplicacion& estado) {
-    // Hasta que exista la pantalla de ingreso entra el supervisor (usuario 1, nivel 1).
-    estado.idUsuarioActual = 1;
-    estado.idNivelActual = 1;
+    QString usuario;
+    bool primeraVez = false;
     try {
-        estado.NombreUsuarioActual =
-            almacen.valor(QStringLiteral("SELECT NombreCompleto FROM Usuarios WHERE idUsuario = ?"), {1}).toString();
+        primeraVez = FaltaClaveInicial(almacen);
     } catch (const ErrorAlmacen&) {
-        estado.NombreUsuarioActual.clear();
     }
+    if (primeraVez) {
+        PanSupervisorInicial supervisor(almacen);
+        if (supervisor.exec() != QDialog::Accepted) return false;
+        usuario = supervisor.usuario();
+    }
+    PanIngreso ingreso(almacen);
+    if (!usuario.isEmpty()) ingreso.fijaUsuario(usuario);
+    if (ingreso.exec() != QDialog::Accepted || !ingreso.usuario()) return false;
+    estado.idUsuarioActual = ingreso.usuario()->idUsuario;
+    estado.idNivelActual = ingreso.usuario()->idNivel;
+    estado.NombreUsuarioActual = ingreso.usuario()->nombreCompleto;
     return true;
 }
 

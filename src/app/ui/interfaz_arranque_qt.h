@@ -2,7 +2,7 @@
 // La secuencia de arranque sobre ventanas reales.
 
 #include "app/arranque.h"
-#include "app/ui/pan_principal.h"
+#include "shell/pan_principal.h"
 
 #include <memory>
 

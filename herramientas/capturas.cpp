@@ -1,0 +1,123 @@
+// Capturas de pantalla: dibuja el ingreso, la ventana principal en cada panel y el editor de
+// niveles sobre un almacén de ejemplo, y guarda un PNG por pantalla y tamaño.
+//
+//   orvanta_capturas CARPETA_DE_SALIDA
+
+#include "access/ingreso.h"
+#include "access/ui/pan_ed_usuario.h"
+#include "access/ui/pan_ingreso.h"
+#include "access/ui/pan_niveles.h"
+#include "access/ui/pan_supervisor_inicial.h"
+#include "app/configuracion.h"
+#include "app/estado.h"
+#include "maintenance/datos_ejemplo.h"
+#include "shell/pan_principal.h"
+#include "store/actualizacion.h"
+#include "store/almacen.h"
+#include "store/reloj.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QPixmap>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+QString salida;
+int guardadas = 0;
+
+void guarda(QWidget& w, const QString& nombre) {
+    QApplication::processEvents();
+    QApplication::processEvents();
+    const QString ruta = QDir(salida).filePath(nombre + QStringLiteral(".png"));
+    if (w.grab().save(ruta)) {
+        ++guardadas;
+        std::printf("%s\n", qPrintable(ruta));
+    } else {
+        std::fprintf(stderr, "No se pudo guardar %s\n", qPrintable(ruta));
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "Uso: orvanta_capturas CARPETA_DE_SALIDA\n");
+        return 2;
+    }
+    salida = QString::fromLocal8Bit(argv[1]);
+    QDir().mkpath(salida);
+
+    QTemporaryDir datos;
+    const orv::RelojFijo reloj(QDateTime(QDate(2026, 11, 23), QTime(10, 30)));
+    auto almacen = orv::Almacen::abreSQLite(datos.filePath(QStringLiteral("BASE.db")));
+    orv::actualizaEsquema(*almacen);
+
+    // Antes de los datos: la pantalla del primer ingreso.
+    {
+        orv::PanSupervisorInicial p(*almacen);
+        p.show();
+        guarda(p, QStringLiteral("supervisor_inicial"));
+    }
+    orv::cargaDatosEjemplo(*almacen, reloj);
+    orv::FijaSupervisorInicial(*almacen, QStringLiteral("supervisor"), QStringLiteral("clave"),
+                               QStringLiteral("clave"));
+    {
+        orv::PanIngreso p(*almacen);
+        p.fijaUsuario(QStringLiteral("supervisor"));
+        p.show();
+        guarda(p, QStringLiteral("ingreso"));
+    }
+
+    // Unas líneas de venta de esta terminal, para ver el panel "Vender" con datos.
+    almacen->ejecuta(QStringLiteral(
+        "INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, Sn, PCRed) "
+        "SELECT idArticulo, Codigo, Descripcion, 2, PrecioVenta, 2 * PrecioVenta, '', 1 FROM Articulos "
+        "ORDER BY idArticulo LIMIT 4"));
+
+    orv::EstadoAplicacion estado;
+    estado.IdRed = 1;
+    estado.idUsuarioActual = 1;
+    estado.idNivelActual = 1;
+    estado.NombreUsuarioActual = QStringLiteral("Supervisor");
+    estado.carpetaDatos = datos.path();
+    estado.almacenAbierto = almacen->descripcion();
+    const orv::Configuracion conf(datos.path(), datos.filePath(QStringLiteral("usuario.conf")));
+
+    const QList<QSize> tamanios = {QSize(1280, 800), QSize(1024, 768)};
+    const char* const nombres[] = {"articulos", "clientes", "caja", "vender", "informes", "", "utilidades",
+                                   "proveedores"};
+    for (const QSize& t : tamanios) {
+        const QString sufijo = QStringLiteral("_%1x%2").arg(t.width()).arg(t.height());
+        orv::PanPrincipal w(*almacen, estado, conf, reloj);
+        w.fijaTerminacion([](int) {});
+        w.resize(t);
+        w.show();
+        guarda(w, QStringLiteral("principal_bienvenida") + sufijo);
+        for (int i = 0; i < 8; ++i) {
+            if (i == 5) continue;
+            w.botPrincipal(i);
+            guarda(w, QStringLiteral("principal_%1_%2").arg(i).arg(QString::fromLatin1(nombres[i])) + sufijo);
+        }
+        w.findChild<QPushButton*>(QStringLiteral("Label37"))->click();
+        guarda(w, QStringLiteral("principal_8_usuarios") + sufijo);
+        w.botPrincipal(3);
+        w.command55();
+        guarda(w, QStringLiteral("principal_3_vender_agrandado") + sufijo);
+        w.command55();
+
+        orv::PanNiveles niveles(*almacen, &w);
+        niveles.show();
+        guarda(niveles, QStringLiteral("niveles") + sufijo);
+        orv::PanEdUsuario usuario(*almacen, 1, &w);
+        usuario.show();
+        guarda(usuario, QStringLiteral("usuario") + sufijo);
+        w.hide();
+    }
+    std::printf("%d capturas en %s\n", guardadas, qPrintable(salida));
+    return guardadas > 0 ? 0 : 1;
+}

@@ -1,0 +1,51 @@
+#pragma once
+// Editor de niveles de acceso: la lista de niveles a la izquierda y, a la derecha, el nombre, la
+// casilla de supervisor y los permisos en cuatro pestañas. Lo cambiado se graba al pasar a otro
+// nivel, con "Guardar cambios" y al cerrar.
+
+#include "access/niveles.h"
+#include "store/almacen.h"
+
+#include <QDialog>
+#include <QHash>
+#include <optional>
+
+class QCheckBox;
+class QLineEdit;
+class QListWidget;
+class QTabWidget;
+
+namespace orv {
+
+class PanNiveles : public QDialog {
+    Q_OBJECT
+public:
+    explicit PanNiveles(Almacen& almacen, QWidget* padre = nullptr);
+
+    // Acciones de los botones (también para las pruebas).
+    void nuevoNivel();
+    void eliminaNivel();
+    bool guardaCambios(); // falso si no se pudo grabar (ya avisó)
+
+    QCheckBox* casilla(const QString& columna) const { return casillas_.value(columna.toLower()); }
+    std::optional<qint64> nivelActual() const;
+
+    void done(int r) override;
+
+private:
+    void recarga(std::optional<qint64> seleccionar);
+    void muestra(qint64 idNivel);
+    void filaCambiada();
+    DatosNivel enPantalla() const;
+
+    Almacen& almacen_;
+    QListWidget* lista_;
+    QLineEdit* txNombre_;
+    QCheckBox* chkSuper_;
+    QTabWidget* pestanias_;
+    QHash<QString, QCheckBox*> casillas_; // por columna en minúsculas
+    std::optional<DatosNivel> cargado_;
+    bool cambiando_ = false;
+};
+
+} // namespace orv

@@ -1,0 +1,82 @@
+#include "access/ui/pan_supervisor_inicial.h"
+
+#include "access/ingreso.h"
+#include "shell/mensajes.h"
+#include "shell/ventanas.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace orv {
+
+PanSupervisorInicial::PanSupervisorInicial(Almacen& almacen, QWidget* padre) : QDialog(padre), almacen_(almacen) {
+    setObjectName(QStringLiteral("panSupervisorInicial"));
+    setWindowTitle(QStringLiteral("Supervisor del sistema"));
+    setModal(true);
+
+    auto* capa = new QVBoxLayout(this);
+    capa->setContentsMargins(24, 20, 24, 16);
+    capa->setSpacing(12);
+    auto* texto = new QLabel(QStringLiteral(
+        "Ésta base de datos todavía no tiene contraseñas.\n"
+        "Elija el nombre de usuario y la contraseña del supervisor, que podrá entrar a todo el sistema "
+        "y dar de alta a los demás usuarios."), this);
+    texto->setObjectName(QStringLiteral("lblExplicacion"));
+    texto->setWordWrap(true);
+    texto->setMinimumWidth(380);
+    capa->addWidget(texto);
+
+    auto* campos = new QFormLayout;
+    campos->setSpacing(8);
+    txUser_ = new QLineEdit(NombreSupervisorInicial(almacen_), this);
+    txUser_->setObjectName(QStringLiteral("txUser"));
+    txPass_ = new QLineEdit(this);
+    txPass_->setObjectName(QStringLiteral("txPass"));
+    txPass_->setEchoMode(QLineEdit::Password);
+    txPass2_ = new QLineEdit(this);
+    txPass2_->setObjectName(QStringLiteral("txPass2"));
+    txPass2_->setEchoMode(QLineEdit::Password);
+    campos->addRow(QStringLiteral("Nombre del usuario:"), txUser_);
+    campos->addRow(QStringLiteral("Contraseña:"), txPass_);
+    campos->addRow(QStringLiteral("Repita la contraseña:"), txPass2_);
+    capa->addLayout(campos);
+
+    auto* botones = new QDialogButtonBox(this);
+    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
+    aceptar->setObjectName(QStringLiteral("Command1"));
+    aceptar->setDefault(true);
+    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+    cancelar->setObjectName(QStringLiteral("Command2"));
+    capa->addWidget(botones);
+    connect(aceptar, &QPushButton::clicked, this, &PanSupervisorInicial::acepta);
+    connect(cancelar, &QPushButton::clicked, this, &PanSupervisorInicial::reject);
+
+    adjustSize();
+    CentrarVentana(this);
+    txPass_->setFocus();
+}
+
+QString PanSupervisorInicial::usuario() const { return txUser_->text().trimmed(); }
+
+void PanSupervisorInicial::acepta() {
+    try {
+        FijaSupervisorInicial(almacen_, txUser_->text(), txPass_->text(), txPass2_->text());
+    } catch (const Aviso& a) {
+        MuestraAviso(a, this);
+        txPass_->clear();
+        txPass2_->clear();
+        txPass_->setFocus();
+        return;
+    } catch (const ErrorAlmacen& e) {
+        Mensaje(QStringLiteral("Error detectado: ") + e.descripcion(), QStringLiteral("Error ") + e.numero(),
+                Icono::Stop, this);
+        return;
+    }
+    accept();
+}
+
+} // namespace orv

@@ -1,0 +1,562 @@
+#include "shell/pan_principal.h"
+
+#include "access/niveles.h"
+#include "access/ui/panel_usuarios.h"
+#include "sales/tipos_comprobante.h"
+#include "sales/ui/panel_venta.h"
+#include "shell/grilla.h"
+#include "shell/mensajes.h"
+#include "shell/paneles.h"
+#include "shell/ventanas.h"
+#include "store/formato.h"
+#include "store/rutinas.h"
+
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDateEdit>
+#include <QDir>
+#include <QFile>
+#include <QFormLayout>
+#include <QFrame>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSqlQuery>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace orv {
+
+namespace {
+
+const char* const kCaptions[8] = {"Artículos", "Clientes", "Caja", "Vender", "Informes", "Mensajería", "Utilidades",
+                                  "Proveedores"};
+
+const QString kEstiloBarra = QStringLiteral(
+    "QFrame#barraLateral { background: #243447; }"
+    "QFrame#barraLateral QPushButton { color: #e8eef4; background: transparent; border: none;"
+    "  text-align: left; padding: 10px 18px; font-size: 11pt; }"
+    "QFrame#barraLateral QPushButton:hover { background: #30455c; }"
+    "QFrame#barraLateral QPushButton:checked { background: #3d6a99; font-weight: bold; }"
+    "QFrame#barraLateral QPushButton:disabled { color: #6f8296; }"
+    "QFrame#barraLateral QLabel { color: #e8eef4; }");
+
+QPushButton* enlace(const QString& nombre, const QString& texto, QWidget* padre) {
+    auto* b = new QPushButton(texto, padre);
+    b->setObjectName(nombre);
+    b->setFlat(true);
+    b->setCursor(Qt::PointingHandCursor);
+    b->setStyleSheet(QStringLiteral("QPushButton { text-align: left; color: #1f5f9e; padding: 4px 2px; }"
+                                    "QPushButton:disabled { color: #9aa5b1; }"));
+    return b;
+}
+
+QDateEdit* fecha(const QString& nombre, QWidget* padre) {
+    auto* d = new QDateEdit(padre);
+    d->setObjectName(nombre);
+    d->setCalendarPopup(true);
+    d->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    return d;
+}
+
+QLineEdit* total(const QString& nombre, QWidget* padre) {
+    auto* t = new QLineEdit(padre);
+    t->setObjectName(nombre);
+    t->setReadOnly(true);
+    t->setAlignment(Qt::AlignRight);
+    t->setMaximumWidth(150);
+    return t;
+}
+
+} // namespace
+
+QString PanPrincipal::tituloVentana(const QString& nombreUsuario) {
+    return QStringLiteral("Orvanta ver %1.%2.%3 | Usuario : ")
+               .arg(ORVANTA_VERSION_MAYOR)
+               .arg(ORVANTA_VERSION_MENOR)
+               .arg(ORVANTA_VERSION_REVISION) +
+           nombreUsuario;
+}
+
+QStringList PanPrincipal::archivosDistribucion() {
+    return {QStringLiteral("data1_PanPrincipal"), QStringLiteral("data2_PanPrincipal"),
+            QStringLiteral("data3_PanPrincipal"), QStringLiteral("data5_PanPrincipal"),
+            QStringLiteral("dataUsers_PanPrincipal")};
+}
+
+PanPrincipal::PanPrincipal(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf, const Reloj& reloj,
+                           QWidget* padre)
+    : QMainWindow(padre), almacen_(almacen), estado_(estado), conf_(conf), reloj_(reloj),
+      termina_([](int codigo) { QCoreApplication::exit(codigo); }) {
+    setObjectName(QStringLiteral("PanPrincipal"));
+    armaVentana();
+    carga();
+}
+
+PanPrincipal::~PanPrincipal() = default;
+
+QWidget* PanPrincipal::panel(int indice) const {
+    return indice >= 0 && indice < kPaneles ? paneles_[size_t(indice)] : nullptr;
+}
+
+void PanPrincipal::armaVentana() {
+    auto* centro = new QWidget(this);
+    auto* fila = new QHBoxLayout(centro);
+    fila->setContentsMargins(0, 0, 0, 0);
+    fila->setSpacing(0);
+
+    // Columna de botones laterales.
+    barraLateral_ = new QFrame(centro);
+    barraLateral_->setObjectName(QStringLiteral("barraLateral"));
+    barraLateral_->setStyleSheet(kEstiloBarra);
+    barraLateral_->setFixedWidth(180);
+    auto* columna = new QVBoxLayout(barraLateral_);
+    columna->setContentsMargins(0, 16, 0, 16);
+    columna->setSpacing(2);
+    auto* marca = new QLabel(QStringLiteral("Orvanta"), barraLateral_);
+    QFont fm = marca->font();
+    fm.setPointSizeF(fm.pointSizeF() * 1.7);
+    fm.setBold(true);
+    marca->setFont(fm);
+    marca->setContentsMargins(18, 0, 0, 14);
+    columna->addWidget(marca);
+    auto* grupo = new QButtonGroup(this);
+    grupo->setExclusive(true);
+    for (int i = 0; i < 8; ++i) {
+        auto* b = new QPushButton(QString::fromUtf8(kCaptions[i]), barraLateral_);
+        b->setObjectName(QStringLiteral("botPrincipal%1").arg(i));
+        b->setCheckable(i != 5);
+        b->setCursor(Qt::PointingHandCursor);
+        b->setFocusPolicy(Qt::TabFocus);
+        if (i != 5) grupo->addButton(b);
+        connect(b, &QPushButton::clicked, this, [this, i] { botPrincipal(i); });
+        botones_[size_t(i)] = b;
+        columna->addWidget(b);
+    }
+    // Mensajería abre su pantalla propia, que todavía no forma parte del programa: el botón
+    // existe (y los niveles lo apagan) pero no se muestra.
+    botones_[5]->setVisible(false);
+    columna->addStretch(1);
+    fila->addWidget(barraLateral_);
+
+    // Encabezado con la fecha y los paneles apilados.
+    auto* derecha = new QVBoxLayout;
+    derecha->setContentsMargins(24, 14, 24, 16);
+    derecha->setSpacing(12);
+    encabezado_ = new QFrame(centro);
+    encabezado_->setObjectName(QStringLiteral("encabezado"));
+    auto* cabeza = new QHBoxLayout(encabezado_);
+    cabeza->setContentsMargins(0, 0, 0, 0);
+    cabeza->addStretch(1);
+    fecha_ = new QLabel(encabezado_);
+    fecha_->setObjectName(QStringLiteral("Label11"));
+    QFont ff = fecha_->font();
+    ff.setPointSizeF(ff.pointSizeF() * 1.1);
+    fecha_->setFont(ff);
+    cabeza->addWidget(fecha_);
+    derecha->addWidget(encabezado_);
+
+    pila_ = new QStackedWidget(centro);
+    pila_->setObjectName(QStringLiteral("pilaPaneles"));
+    bienvenida_ = armaBienvenida();
+    pila_->addWidget(bienvenida_);
+
+    articulos_ = new PanelLista(almacen_, QStringLiteral("Artículos"), QStringLiteral("Data1"), pila_);
+    clientes_ = new PanelLista(almacen_, QStringLiteral("Clientes"), QStringLiteral("Data2"), pila_);
+    caja_ = armaCaja();
+    venta_ = new PanelVenta(almacen_, estado_, conf_, pila_);
+    proveedores_ = new PanelLista(almacen_, QStringLiteral("Proveedores"), QStringLiteral("Data5"), pila_);
+    usuarios_ = new PanelUsuarios(almacen_, pila_);
+    paneles_ = {articulos_, clientes_, caja_, venta_, armaInformes(), nullptr, armaUtilidades(), proveedores_,
+                usuarios_};
+    for (int i = 0; i < kPaneles; ++i)
+        if (QWidget* p = paneles_[size_t(i)]) {
+            p->setObjectName(QStringLiteral("PanelPrincipal%1").arg(i));
+            pila_->addWidget(p);
+        }
+    derecha->addWidget(pila_, 1);
+    fila->addLayout(derecha, 1);
+    setCentralWidget(centro);
+
+    auto* estadoTxt = new QLabel(this);
+    estadoTxt->setObjectName(QStringLiteral("StatusTxt"));
+    statusBar()->addWidget(estadoTxt, 1);
+    statusBar()->setSizeGripEnabled(true);
+
+    timer1_ = new QTimer(this);
+    timer1_->setObjectName(QStringLiteral("Timer1"));
+    timer1_->setInterval(4500);
+    connect(timer1_, &QTimer::timeout, this,
+            [this] { fecha_->setText(Formato(QVariant(reloj_.hoy()), QStringLiteral("long date"))); });
+
+    // Datos de las grillas de lista.
+    Grilla* g = articulos_->grilla();
+    g->fijaClave(QStringLiteral("idArticulo"));
+    const std::pair<const char*, const char*> titulosArt[] = {
+        {"Codigo", "Código"}, {"Descripcion", "Descripción"}, {"Rubro", "Rubro"}, {"StockActual", "Stock Actual"},
+        {"StockMinimo", "Stock Mínimo"}, {"PrecioCosto", "Precio Costo"}, {"PrecioVenta", "Precio Venta"},
+        {"CgoProveedor", "Cgo. Prove."}, {"DescripcionMatriz", "Descripción Matriz"}};
+    for (const auto& [campo, titulo] : titulosArt) g->fijaTitulo(QString::fromUtf8(campo), QString::fromUtf8(titulo));
+    g->fijaMascara(QStringLiteral("PrecioCosto"), estado_.MascaraMoneda);
+    g->fijaMascara(QStringLiteral("PrecioVenta"), estado_.MascaraMoneda);
+    clientes_->grilla()->fijaClave(QStringLiteral("idVendedor"));
+    proveedores_->grilla()->fijaClave(QStringLiteral("idProveedor"));
+    connect(usuarios_, &PanelUsuarios::usuariosCambiados, venta_, &PanelVenta::llenaVendedores);
+    connect(venta_, &PanelVenta::agrandarPulsado, this, &PanPrincipal::command55);
+}
+
+QWidget* PanPrincipal::armaBienvenida() {
+    auto* w = new QWidget(this);
+    w->setObjectName(QStringLiteral("panelPrin"));
+    auto* capa = new QVBoxLayout(w);
+    capa->addStretch(2);
+    auto* bienvenido = new QLabel(QStringLiteral("Bienvenido!"), w);
+    bienvenido->setObjectName(QStringLiteral("lblBienvenido"));
+    QFont fb = bienvenido->font();
+    fb.setPointSizeF(fb.pointSizeF() * 2.6);
+    fb.setBold(true);
+    bienvenido->setFont(fb);
+    bienvenido->setAlignment(Qt::AlignCenter);
+    saludo_ = new QLabel(w);
+    saludo_->setObjectName(QStringLiteral("Label14"));
+    QFont fs = saludo_->font();
+    fs.setPointSizeF(fs.pointSizeF() * 1.5);
+    saludo_->setFont(fs);
+    saludo_->setAlignment(Qt::AlignCenter);
+    auto* ayuda = new QLabel(QStringLiteral("Elija en la columna de la izquierda con qué desea trabajar."), w);
+    ayuda->setAlignment(Qt::AlignCenter);
+    ayuda->setEnabled(false);
+    capa->addWidget(bienvenido);
+    capa->addWidget(saludo_);
+    capa->addSpacing(12);
+    capa->addWidget(ayuda);
+    capa->addStretch(3);
+    return w;
+}
+
+PanelLista* PanPrincipal::armaCaja() {
+    auto* p = new PanelLista(almacen_, QStringLiteral("Caja"), QStringLiteral("Data3"), pila_);
+    auto* capa = static_cast<QVBoxLayout*>(p->layout());
+    auto* filtro = new QHBoxLayout;
+    desdeCaja_ = fecha(QStringLiteral("DTPicker1"), p);
+    hastaCaja_ = fecha(QStringLiteral("dtpickerHasta"), p);
+    filtro->addWidget(new QLabel(QStringLiteral("Desde :"), p));
+    filtro->addWidget(desdeCaja_);
+    filtro->addSpacing(8);
+    filtro->addWidget(new QLabel(QStringLiteral("Hasta :"), p));
+    filtro->addWidget(hastaCaja_);
+    filtro->addStretch(1);
+    capa->insertLayout(1, filtro);
+    auto* totales = new QHBoxLayout;
+    totales->addStretch(1);
+    ingresos_ = total(QStringLiteral("Text3"), p);
+    egresos_ = total(QStringLiteral("Text4"), p);
+    saldo_ = total(QStringLiteral("Text5"), p);
+    totales->addWidget(new QLabel(QStringLiteral("Ingresos :"), p));
+    totales->addWidget(ingresos_);
+    totales->addSpacing(8);
+    totales->addWidget(new QLabel(QStringLiteral("Egresos :"), p));
+    totales->addWidget(egresos_);
+    totales->addSpacing(8);
+    totales->addWidget(new QLabel(QStringLiteral("Saldo :"), p));
+    totales->addWidget(saldo_);
+    capa->addLayout(totales);
+    Grilla* g = p->grilla();
+    g->fijaClave(QStringLiteral("idCaja"));
+    g->fijaMascara(QStringLiteral("Ingreso"), estado_.MascaraMoneda);
+    g->fijaMascara(QStringLiteral("Egreso"), estado_.MascaraMoneda);
+    g->fijaTitulo(QStringLiteral("FormaPago"), QStringLiteral("Forma de pago"));
+    g->fijaTitulo(QStringLiteral("NombreUsuario"), QStringLiteral("Usuario"));
+    g->fijaTitulo(QStringLiteral("NombreCompleto"), QStringLiteral("Nombre completo"));
+    for (const char* oculta : {"idCaja", "idComprobante", "idCuenta", "idUsuario"})
+        g->ocultaColumna(QString::fromLatin1(oculta));
+    connect(desdeCaja_, &QDateEdit::dateChanged, this, &PanPrincipal::refrescaCaja);
+    connect(hastaCaja_, &QDateEdit::dateChanged, this, &PanPrincipal::refrescaCaja);
+    return p;
+}
+
+QWidget* PanPrincipal::armaInformes() {
+    auto* w = new QWidget(this);
+    auto* capa = new QVBoxLayout(w);
+    capa->setContentsMargins(0, 0, 0, 0);
+    capa->addWidget(TituloPanel(QStringLiteral("Estadísticas e informes"), w));
+    auto* periodo = new QHBoxLayout;
+    desdeInformes_ = fecha(QStringLiteral("Dtpicker4"), w);
+    hastaInformes_ = fecha(QStringLiteral("Dtpicker5"), w);
+    periodo->addWidget(new QLabel(QStringLiteral("Desde :"), w));
+    periodo->addWidget(desdeInformes_);
+    periodo->addSpacing(8);
+    periodo->addWidget(new QLabel(QStringLiteral("Hasta :"), w));
+    periodo->addWidget(hastaInformes_);
+    periodo->addStretch(1);
+    capa->addLayout(periodo);
+    capa->addStretch(1);
+    return w;
+}
+
+QWidget* PanPrincipal::armaUtilidades() {
+    auto* w = new QWidget(this);
+    auto* capa = new QVBoxLayout(w);
+    capa->setContentsMargins(0, 0, 0, 0);
+    capa->setSpacing(14);
+    capa->addWidget(TituloPanel(QStringLiteral("Utilidades y Configuraciones"), w));
+
+    auto* salida = new QGroupBox(QStringLiteral("Salida de los informes"), w);
+    salida->setMaximumWidth(460);
+    auto* fs = new QFormLayout(salida);
+    combo1_ = new QComboBox(salida);
+    combo1_->setObjectName(QStringLiteral("Combo1"));
+    text10_ = new QLineEdit(salida);
+    text10_->setObjectName(QStringLiteral("Text10"));
+    text10_->setValidator(new QIntValidator(1, 999, text10_));
+    text10_->setMaximumWidth(70);
+    fs->addRow(QStringLiteral("Destino :"), combo1_);
+    fs->addRow(QStringLiteral("Copias :"), text10_);
+    capa->addWidget(salida);
+
+    auto* sistema = new QGroupBox(QStringLiteral("Sistema"), w);
+    sistema->setMaximumWidth(460);
+    auto* cs = new QVBoxLayout(sistema);
+    auto* usuarios = enlace(QStringLiteral("Label37"), QStringLiteral("Usuarios del sistema"), sistema);
+    auto* reset = enlace(QStringLiteral("lblResetGrillas"), QStringLiteral("Reset Grillas"), sistema);
+    cs->addWidget(usuarios);
+    cs->addWidget(reset);
+    capa->addWidget(sistema);
+    capa->addStretch(1);
+
+    connect(usuarios, &QPushButton::clicked, this, [this] {
+        pila_->setCurrentWidget(paneles_[8]);
+        botones_[6]->setChecked(true);
+        usuarios_->grilla()->setFocus();
+    });
+    connect(reset, &QPushButton::clicked, this, &PanPrincipal::resetGrillas);
+    return w;
+}
+
+void PanPrincipal::carga() {
+    // 1. Centrar y texto fijo de la línea de estado.
+    resize(1180, 760);
+    CentrarVentana(this);
+    findChild<QLabel*>(QStringLiteral("StatusTxt"))
+        ->setText(QStringLiteral("Terminal %1  ·  %2").arg(estado_.IdRed).arg(estado_.almacenAbierto));
+    fecha_->setText(Formato(QVariant(reloj_.hoy()), QStringLiteral("long date")));
+    timer1_->start();
+
+    // 2. Destino y copias de los informes.
+    combo1_->addItems({QStringLiteral("0 - A una ventana"), QStringLiteral("1 - A la impresora"),
+                       QStringLiteral("2 - A un archivo"), QStringLiteral("3 - Enviar por e-mail"),
+                       QStringLiteral("4 - Vista previa")});
+    const QString modo = conf_.lee(clave::miscelaneas, QStringLiteral("ModoPrint"));
+    const int indice = EsNumerico(QStringView(modo)) ? int(Val(modo)) : 0;
+    combo1_->setCurrentIndex(indice >= 0 && indice < combo1_->count() ? indice : 0);
+    const QString copias = conf_.lee(clave::miscelaneas, QStringLiteral("CopiasPrint"));
+    text10_->setText(EsNumerico(QStringView(copias)) ? QString::number(qint64(Val(copias))) : QStringLiteral("1"));
+    connect(combo1_, &QComboBox::currentIndexChanged, this, [this](int i) {
+        conf_.graba(clave::miscelaneas, QStringLiteral("ModoPrint"), QString::number(i));
+    });
+    connect(text10_, &QLineEdit::textChanged, this, [this](const QString& t) {
+        conf_.graba(clave::miscelaneas, QStringLiteral("CopiasPrint"), t);
+    });
+
+    // 3. Fechas del día.
+    primeraActivacion_ = false;
+    const QDate hoy = reloj_.hoy();
+    for (QDateEdit* d : {desdeCaja_, hastaCaja_, desdeInformes_, hastaInformes_}) {
+        const QSignalBlocker quieto(d);
+        d->setDate(hoy);
+    }
+
+    // 4 y 5. Tipos de comprobante y el predeterminado.
+    try {
+        if (const auto tipo = TipoComprobantePredeterminado(almacen_, conf_))
+            estado_.idTipoComprobanteActual = qint32(*tipo);
+    } catch (const ErrorAlmacen&) {
+    }
+    venta_->llenaTiposComprobante();
+
+    // 6. Valores de la venta en curso.
+    estado_.DescuentoClienteActual = 0;
+    estado_.MontDescuentoActual = Dinero();
+    estado_.NombreClienteActual = QStringLiteral("Cons.Final");
+    estado_.idTipoIvaActual = 1;
+    estado_.CuitClienteActual.clear();
+    estado_.FormaPagoActual = QStringLiteral("EFVO");
+    estado_.ObservacionesActual.clear();
+
+    // 8. Vendedores.
+    venta_->llenaVendedores();
+
+    // 9. Bienvenida al frente y niveles.
+    pila_->setCurrentWidget(bienvenida_);
+    aplicaNiveles();
+
+    // 10. Saludo y título.
+    saludo_->setText(QStringLiteral("Hola ") + estado_.NombreUsuarioActual + QStringLiteral(" !!"));
+    setWindowTitle(tituloVentana(estado_.NombreUsuarioActual));
+
+    // Consultas de las grillas de lista y 12, sus distribuciones guardadas.
+    articulos_->fijaConsulta(QStringLiteral(
+        "SELECT Articulos.Codigo, Articulos.Descripcion, Rubros.Rubro, Articulos.StockActual, Articulos.StockMinimo, "
+        "Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.CgoProveedor, Articulos.idArticulo, "
+        "Articulos.DescripcionMatriz FROM Articulos LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro "
+        "ORDER BY Articulos.Codigo"));
+    clientes_->fijaConsulta(QStringLiteral(
+        "SELECT Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Telefono, "
+        "Vendedores.Cuit, Vendedores.idVendedor FROM Vendedores INNER JOIN Zonas ON Vendedores.idZona = Zonas.idZona "
+        "ORDER BY Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre"));
+    proveedores_->fijaConsulta(QStringLiteral("SELECT * FROM Proveedores ORDER BY RazonSocial"));
+    refrescaCaja();
+    for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->cargaDistribucion(archivo);
+
+    // 13. El usuario actual como vendedor.
+    venta_->seleccionaVendedor(estado_.idUsuarioActual);
+
+    // 14. Precio en la venta.
+    try {
+        venta_->fijaSoloLectura(!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos")));
+    } catch (const ErrorAlmacen&) {
+        venta_->fijaSoloLectura(true);
+    }
+}
+
+std::vector<std::pair<Grilla*, QString>> PanPrincipal::grillasConArchivo() const {
+    const QStringList archivos = archivosDistribucion();
+    const QDir carpeta(conf_.carpetaDatos());
+    return {{articulos_->grilla(), carpeta.filePath(archivos[0])},
+            {clientes_->grilla(), carpeta.filePath(archivos[1])},
+            {caja_->grilla(), carpeta.filePath(archivos[2])},
+            {proveedores_->grilla(), carpeta.filePath(archivos[3])},
+            {usuarios_->grilla(), carpeta.filePath(archivos[4])}};
+}
+
+void PanPrincipal::guardaDistribuciones() const {
+    for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->guardaDistribucion(archivo);
+}
+
+void PanPrincipal::refrescaCaja() {
+    const QDate desde = desdeCaja_->date();
+    const QDate hasta = hastaCaja_->date();
+    caja_->fijaConsulta(
+        QStringLiteral("SELECT * FROM ConsultaCaja WHERE Fecha >= ? AND Fecha <= ? ORDER BY Fecha, idCaja"),
+        {desde, hasta});
+    // El total de egresos toma sólo el primer día del período ("=" y no ">="), como siempre lo hizo.
+    try {
+        const QVariant ingresos =
+            almacen_.valor(QStringLiteral("SELECT sum(Ingreso) FROM Caja WHERE Fecha >= ? AND Fecha <= ?"), {desde, hasta});
+        const QVariant egresos =
+            almacen_.valor(QStringLiteral("SELECT sum(Egreso) FROM Caja WHERE Fecha = ? AND Fecha <= ?"), {desde, hasta});
+        const Dinero i = Dinero::desdeVariant(ingresos);
+        const Dinero e = Dinero::desdeVariant(egresos);
+        ingresos_->setText(FormatoMoneda(i, estado_.MascaraMoneda));
+        egresos_->setText(FormatoMoneda(e, estado_.MascaraMoneda));
+        saldo_->setText(FormatoMoneda(i - e, estado_.MascaraMoneda));
+    } catch (const ErrorAlmacen&) {
+    }
+}
+
+void PanPrincipal::aplicaNiveles() {
+    QStringList apagar;
+    try {
+        apagar = ControlesSinPermiso(almacen_, estado_.idNivelActual);
+        modoPOS_ = ModoPOS(almacen_, estado_.idNivelActual);
+    } catch (const ErrorAlmacen&) {
+        // Sin poder leer los niveles no se concede nada.
+        for (const QString& c : OrdenAplicaNiveles()) apagar += BuscaPermiso(c)->controles;
+        modoPOS_ = false;
+    }
+    for (const QString& nombre : apagar)
+        if (QWidget* w = findChild<QWidget*>(nombre)) w->setEnabled(false);
+}
+
+int PanPrincipal::panelActual() const {
+    QWidget* w = pila_->currentWidget();
+    for (int i = 0; i < kPaneles; ++i)
+        if (paneles_[size_t(i)] == w) return i;
+    return kBienvenida;
+}
+
+void PanPrincipal::botPrincipal(int indice) {
+    if (indice < 0 || indice > 7) return;
+    if (indice == 5) return; // Mensajería: pantalla propia, modal
+    QWidget* p = paneles_[size_t(indice)];
+    pila_->setCurrentWidget(p);
+    botones_[size_t(indice)]->setChecked(true);
+    switch (indice) {
+    case 0: articulos_->grilla()->setFocus(); break;
+    case 1: clientes_->grilla()->setFocus(); break;
+    case 2:
+        desdeCaja_->setDate(reloj_.hoy());
+        desdeCaja_->setFocus();
+        break;
+    case 3:
+        venta_->entra();
+        venta_->grilla()->setFocus();
+        break;
+    default: p->setFocus(); break;
+    }
+}
+
+void PanPrincipal::agranda(bool si) {
+    agrandada_ = si;
+    barraLateral_->setVisible(!si);
+    encabezado_->setVisible(!si);
+    if (si) pila_->setCurrentWidget(venta_);
+    QTimer::singleShot(0, venta_, &PanelVenta::ajustaGrilla);
+}
+
+void PanPrincipal::command55() {
+    QPushButton* b = venta_->botonAgrandar();
+    const QString texto = b->text();
+    if (texto == QStringLiteral("Maximizar")) {
+        agranda(true);
+        b->setText(QStringLiteral("Restaurar"));
+    } else if (texto == QStringLiteral("Restaurar")) {
+        agranda(false);
+        b->setText(QStringLiteral("Maximizar"));
+    } else if (texto == QStringLiteral("Salir")) {
+        almacen_.cierra();
+        close();
+        termina_(0);
+    }
+}
+
+void PanPrincipal::showEvent(QShowEvent* e) {
+    QMainWindow::showEvent(e);
+    if (primeraActivacion_) return;
+    primeraActivacion_ = true;
+    if (modoPOS_) {
+        venta_->entra();
+        command55();
+        venta_->botonAgrandar()->setText(QStringLiteral("Salir"));
+        setWindowState(windowState() | Qt::WindowMaximized);
+    }
+}
+
+void PanPrincipal::resetGrillas() {
+    if (!PreguntaSiNo(QStringLiteral("Atención! Ésta opción elimina la distribución personalizada de las columnas de "
+                                     "las grillas de artículos, clientes, proveedores, usuarios y caja.\n"
+                                     "Desea Continuar ?"),
+                      QStringLiteral("Reestablecer"), Icono::Exclamacion, this))
+        return;
+    const QDir carpeta(conf_.carpetaDatos());
+    for (const QString& archivo : archivosDistribucion()) QFile::remove(carpeta.filePath(archivo));
+    Mensaje(QStringLiteral("Ahora el sistema se cerrará para volver a entrar con la distribución reestablecida."),
+            QStringLiteral("Reestablecer"), Icono::Informacion, this);
+    sinGuardar_ = true;
+    close();
+    termina_(0);
+}
+
+void PanPrincipal::closeEvent(QCloseEvent* e) {
+    if (!sinGuardar_) guardaDistribuciones();
+    QMainWindow::closeEvent(e);
+}
+
+} // namespace orv

@@ -1,0 +1,121 @@
+#pragma once
+// Ventana principal: la columna de botones laterales, los paneles apilados en el mismo lugar, la
+// página de bienvenida, la fecha y la línea de estado. Vive lo que vive el programa.
+
+#include "app/configuracion.h"
+#include "app/estado.h"
+#include "store/almacen.h"
+#include "store/reloj.h"
+
+#include <QMainWindow>
+#include <QStringList>
+#include <array>
+#include <functional>
+
+class QComboBox;
+class QDateEdit;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QStackedWidget;
+class QTimer;
+
+namespace orv {
+
+class Grilla;
+class PanelLista;
+class PanelUsuarios;
+class PanelVenta;
+
+class PanPrincipal : public QMainWindow {
+    Q_OBJECT
+public:
+    static constexpr int kPaneles = 9;   // 0..7 con botón lateral (el 5 no tiene panel) y 8, usuarios
+    static constexpr int kBienvenida = -1;
+
+    PanPrincipal(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf, const Reloj& reloj,
+                 QWidget* padre = nullptr);
+    ~PanPrincipal() override;
+
+    // "Orvanta ver M.m.r | Usuario : <nombre>"
+    static QString tituloVentana(const QString& nombreUsuario);
+    // Archivos de distribución de las grillas, en la carpeta de datos.
+    static QStringList archivosDistribucion();
+
+    // Clic en un botón lateral (0..7).
+    void botPrincipal(int indice);
+    // Panel al frente: 0..8, o kBienvenida.
+    int panelActual() const;
+    bool modoPOS() const { return modoPOS_; }
+    bool agrandada() const { return agrandada_; }
+
+    // Apaga los controles que el nivel del usuario no permite. Corre una vez, al cargar.
+    void aplicaNiveles();
+    // "Maximizar" / "Restaurar" / "Salir", según el texto del botón.
+    void command55();
+    // "Reset Grillas": pregunta, borra las distribuciones y termina el programa.
+    void resetGrillas();
+    void guardaDistribuciones() const;
+
+    // Qué hacer para terminar el proceso (las pruebas lo reemplazan).
+    void fijaTerminacion(std::function<void(int)> f) { termina_ = std::move(f); }
+
+    PanelVenta* panelVenta() const { return venta_; }
+    PanelUsuarios* panelUsuarios() const { return usuarios_; }
+    QWidget* panel(int indice) const;
+    QPushButton* botonLateral(int indice) const { return botones_[size_t(indice)]; }
+
+protected:
+    void showEvent(QShowEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+
+private:
+    void armaVentana();
+    QWidget* armaBienvenida();
+    QWidget* armaUtilidades();
+    QWidget* armaInformes();
+    PanelLista* armaCaja();
+    void carga();
+    void refrescaCaja();
+    void agranda(bool si);
+    std::vector<std::pair<Grilla*, QString>> grillasConArchivo() const;
+
+    Almacen& almacen_;
+    EstadoAplicacion& estado_;
+    const Configuracion& conf_;
+    const Reloj& reloj_;
+    std::function<void(int)> termina_;
+
+    QFrame* barraLateral_ = nullptr;
+    QFrame* encabezado_ = nullptr;
+    QStackedWidget* pila_ = nullptr;
+    QWidget* bienvenida_ = nullptr;
+    std::array<QWidget*, kPaneles> paneles_{};
+    std::array<QPushButton*, 8> botones_{};
+    PanelLista* articulos_ = nullptr;
+    PanelLista* clientes_ = nullptr;
+    PanelLista* caja_ = nullptr;
+    PanelLista* proveedores_ = nullptr;
+    PanelVenta* venta_ = nullptr;
+    PanelUsuarios* usuarios_ = nullptr;
+    QLabel* fecha_ = nullptr;
+    QLabel* saludo_ = nullptr;
+    QTimer* timer1_ = nullptr;
+    QComboBox* combo1_ = nullptr;
+    QLineEdit* text10_ = nullptr;
+    QDateEdit* desdeCaja_ = nullptr;
+    QDateEdit* hastaCaja_ = nullptr;
+    QDateEdit* desdeInformes_ = nullptr;
+    QDateEdit* hastaInformes_ = nullptr;
+    QLineEdit* ingresos_ = nullptr;
+    QLineEdit* egresos_ = nullptr;
+    QLineEdit* saldo_ = nullptr;
+
+    bool primeraActivacion_ = false;
+    bool modoPOS_ = false;
+    bool agrandada_ = false;
+    bool sinGuardar_ = false;
+};
+
+} // namespace orv
