@@ -49,4 +49,9 @@ bool Pregunta(const QString& texto, QWidget* padre) {
     return PreguntaSiNo(texto + QStringLiteral(" ??"), QStringLiteral("Pregunta"), Icono::Pregunta, padre);
 }
 
+void MensajeErrorAlmacen(const ErrorAlmacen& e, QWidget* padre) {
+    Mensaje(QStringLiteral("Error detectado: ") + e.descripcion(), QStringLiteral("Error ") + e.numero(), Icono::Stop,
+            padre);
+}
+
 } // namespace orv

@@ -1,6 +1,7 @@
 #pragma once
 // Cajas de mensaje del sistema: títulos "Error", "Atención", "Pregunta" y botones en castellano.
 
+#include "store/almacen.h"
 #include "store/aviso.h"
 
 #include <QMessageBox>
@@ -20,6 +21,9 @@ void MensajeError(const QString& texto, QWidget* padre = nullptr);
 void MensajeAtencion(const QString& texto, QWidget* padre = nullptr);
 // Muestra un aviso que lanzó la lógica, con su título e ícono.
 void MuestraAviso(const Aviso& aviso, QWidget* padre = nullptr);
+
+// "Error detectado: <descripción>" con el título "Error <número>".
+void MensajeErrorAlmacen(const ErrorAlmacen& e, QWidget* padre = nullptr);
 
 // Pregunta Sí/No con el texto seguido de " ??" y el título "Pregunta". Verdadero sólo para Sí.
 bool Pregunta(const QString& texto, QWidget* padre = nullptr);

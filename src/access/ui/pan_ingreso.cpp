@@ -107,7 +107,7 @@ void PanIngreso::verifica() {
     } catch (const ErrorAlmacen& e) {
         usuario_.reset();
         habilita(true);
-        Mensaje(QStringLiteral("Error detectado: ") + e.descripcion(), QStringLiteral("Error"), Icono::Stop, this);
+        MensajeErrorAlmacen(e, this);
         return;
     }
     if (usuario_) {

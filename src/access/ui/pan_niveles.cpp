@@ -16,15 +16,6 @@
 
 namespace orv {
 
-namespace {
-
-void muestraError(const ErrorAlmacen& e, QWidget* padre) {
-    Mensaje(QStringLiteral("Error detectado: ") + e.descripcion(), QStringLiteral("Error ") + e.numero(), Icono::Stop,
-            padre);
-}
-
-} // namespace
-
 PanNiveles::PanNiveles(Almacen& almacen, QWidget* padre) : QDialog(padre), almacen_(almacen) {
     setObjectName(QStringLiteral("panNiveles"));
     setWindowTitle(QStringLiteral("Niveles de acceso"));
@@ -123,7 +114,7 @@ void PanNiveles::recarga(std::optional<qint64> seleccionar) {
             if (seleccionar && *seleccionar == n.idNivel) lista_->setCurrentItem(it);
         }
     } catch (const ErrorAlmacen& e) {
-        muestraError(e, this);
+        MensajeErrorAlmacen(e, this);
     }
     if (!lista_->currentItem() && lista_->count() > 0) lista_->setCurrentRow(0);
     cambiando_ = false;
@@ -140,7 +131,7 @@ void PanNiveles::muestra(qint64 idNivel) {
         cargado_ = LeeNivel(almacen_, idNivel);
     } catch (const ErrorAlmacen& e) {
         cargado_.reset();
-        muestraError(e, this);
+        MensajeErrorAlmacen(e, this);
     }
     const bool hay = cargado_.has_value();
     txNombre_->setText(hay ? cargado_->nombre : QString());
@@ -168,7 +159,7 @@ bool PanNiveles::guardaCambios() {
         MuestraAviso(a, this);
         return false;
     } catch (const ErrorAlmacen& e) {
-        muestraError(e, this);
+        MensajeErrorAlmacen(e, this);
         return false;
     }
     cargado_ = d;
@@ -201,7 +192,7 @@ void PanNiveles::nuevoNivel() {
         const auto id = NuevoNivel(almacen_, nombre);
         recarga(id ? id : nivelActual());
     } catch (const ErrorAlmacen& e) {
-        muestraError(e, this);
+        MensajeErrorAlmacen(e, this);
     }
 }
 
@@ -222,7 +213,7 @@ void PanNiveles::eliminaNivel() {
     } catch (const Aviso& a) {
         MuestraAviso(a, this);
     } catch (const ErrorAlmacen& e) {
-        muestraError(e, this);
+        MensajeErrorAlmacen(e, this);
     }
 }
 

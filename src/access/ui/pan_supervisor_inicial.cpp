@@ -72,8 +72,7 @@ void PanSupervisorInicial::acepta() {
         txPass_->setFocus();
         return;
     } catch (const ErrorAlmacen& e) {
-        Mensaje(QStringLiteral("Error detectado: ") + e.descripcion(), QStringLiteral("Error ") + e.numero(),
-                Icono::Stop, this);
+        MensajeErrorAlmacen(e, this);
         return;
     }
     accept();

@@ -15,15 +15,6 @@
 
 namespace orv {
 
-namespace {
-
-void muestraError(const ErrorAlmacen& e, QWidget* padre) {
-    Mensaje(QStringLiteral("Error detectado: ") + e.descripcion(), QStringLiteral("Error ") + e.numero(), Icono::Stop,
-            padre);
-}
-
-} // namespace
-
 PanelUsuarios::PanelUsuarios(Almacen& almacen, QWidget* padre) : QWidget(padre), almacen_(almacen) {
     auto* capa = new QVBoxLayout(this);
     capa->setContentsMargins(0, 0, 0, 0);
@@ -95,7 +86,7 @@ void PanelUsuarios::edita(std::optional<qint64> id) {
         } catch (const Aviso& a) {
             MuestraAviso(a, this);
         } catch (const ErrorAlmacen& e) {
-            muestraError(e, this);
+            MensajeErrorAlmacen(e, this);
         }
     }
     refresca();
@@ -116,7 +107,7 @@ void PanelUsuarios::borrar() {
     try {
         BorraUsuario(almacen_, id->toLongLong());
     } catch (const ErrorAlmacen& e) {
-        muestraError(e, this);
+        MensajeErrorAlmacen(e, this);
         return;
     }
     refresca();
