@@ -197,15 +197,39 @@ void PanPrincipal::armaVentana() {
             [this] { fecha_->setText(Formato(QVariant(reloj_.hoy()), QStringLiteral("long date"))); });
 
     // Datos de las grillas de lista.
-    Grilla* g = articulos_->grilla();
-    g->fijaClave(QStringLiteral("idArticulo"));
-    const std::pair<const char*, const char*> titulosArt[] = {
-        {"Codigo", "Código"}, {"Descripcion", "Descripción"}, {"Rubro", "Rubro"}, {"StockActual", "Stock Actual"},
-        {"StockMinimo", "Stock Mínimo"}, {"PrecioCosto", "Precio Costo"}, {"PrecioVenta", "Precio Venta"},
-        {"CgoProveedor", "Cgo. Prove."}, {"DescripcionMatriz", "Descripción Matriz"}};
-    for (const auto& [campo, titulo] : titulosArt) g->fijaTitulo(QString::fromUtf8(campo), QString::fromUtf8(titulo));
-    g->fijaMascara(QStringLiteral("PrecioCosto"), estado_.MascaraMoneda);
-    g->fijaMascara(QStringLiteral("PrecioVenta"), estado_.MascaraMoneda);
+    const QString& moneda = estado_.MascaraMoneda;
+    articulos_->grilla()->fijaClave(QStringLiteral("idArticulo"));
+    articulos_->fijaColumnas({{"Codigo", "Código", 90},
+                              {"Descripcion", "Descripción", 300},
+                              {"Rubro", "Rubro", 130},
+                              {"StockActual", "Stock Actual", 90},
+                              {"StockMinimo", "Stock Mínimo", 90},
+                              {"PrecioCosto", "Precio Costo", 100, true},
+                              {"PrecioVenta", "Precio Venta", 100, true},
+                              {"CgoProveedor", "Cgo. Prove.", 120},
+                              {"idArticulo", "Nro.", 60},
+                              {"DescripcionMatriz", "Descripción Matriz", 200}},
+                             moneda);
+    clientes_->fijaColumnas({{"Zona", "Zona", 110},
+                             {"Localidad", "Localidad", 140},
+                             {"Nombre", "Nombre", 220},
+                             {"Domicilio", "Domicilio", 200},
+                             {"Telefono", "Teléfono", 130},
+                             {"Cuit", "CUIT", 120},
+                             {"idVendedor", "Nro.", 60}},
+                            moneda);
+    proveedores_->fijaColumnas({{"idProveedor", "Nro.", 50},
+                                {"Nombre", "Contacto", 170},
+                                {"RazonSocial", "Razón social", 220},
+                                {"Cuit", "CUIT", 120},
+                                {"Telefono", "Teléfono", 120},
+                                {"Telefono2", "Teléfono 2", 120},
+                                {"email", "e-mail", 200},
+                                {"Direccion", "Dirección", 200},
+                                {"CBU", "CBU", 180},
+                                {"CPostal", "C.P.", 60},
+                                {"BancoNombre", "Banco", 140}},
+                               moneda);
     clientes_->grilla()->fijaClave(QStringLiteral("idVendedor"));
     proveedores_->grilla()->fijaClave(QStringLiteral("idProveedor"));
     connect(usuarios_, &PanelUsuarios::usuariosCambiados, venta_, &PanelVenta::llenaVendedores);
@@ -270,11 +294,16 @@ PanelLista* PanPrincipal::armaCaja() {
     capa->addLayout(totales);
     Grilla* g = p->grilla();
     g->fijaClave(QStringLiteral("idCaja"));
-    g->fijaMascara(QStringLiteral("Ingreso"), estado_.MascaraMoneda);
-    g->fijaMascara(QStringLiteral("Egreso"), estado_.MascaraMoneda);
-    g->fijaTitulo(QStringLiteral("FormaPago"), QStringLiteral("Forma de pago"));
-    g->fijaTitulo(QStringLiteral("NombreUsuario"), QStringLiteral("Usuario"));
-    g->fijaTitulo(QStringLiteral("NombreCompleto"), QStringLiteral("Nombre completo"));
+    p->fijaColumnas({{"Fecha", "Fecha", 90},
+                     {"Cuenta", "Cuenta", 170},
+                     {"Factura", "Comprobante", 130},
+                     {"Detalles", "Detalles", 300},
+                     {"Ingreso", "Ingreso", 100, true},
+                     {"Egreso", "Egreso", 100, true},
+                     {"FormaPago", "Forma de pago", 110},
+                     {"NombreUsuario", "Usuario", 100},
+                     {"NombreCompleto", "Nombre completo", 160}},
+                    estado_.MascaraMoneda);
     for (const char* oculta : {"idCaja", "idComprobante", "idCuenta", "idUsuario"})
         g->ocultaColumna(QString::fromLatin1(oculta));
     connect(desdeCaja_, &QDateEdit::dateChanged, this, &PanPrincipal::refrescaCaja);

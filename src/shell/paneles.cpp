@@ -29,12 +29,25 @@ PanelLista::PanelLista(Almacen& almacen, const QString& titulo, const QString& n
     capa->addWidget(grilla_, 1);
 }
 
+void PanelLista::fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda) {
+    for (const Columna& c : columnas) {
+        const QString campo = QString::fromLatin1(c.campo);
+        grilla_->fijaTitulo(campo, QString::fromUtf8(c.titulo));
+        if (c.dinero) grilla_->fijaMascara(campo, mascaraMoneda);
+        if (c.ancho > 0) anchos_.append({campo, c.ancho});
+    }
+}
+
 void PanelLista::fijaConsulta(const QString& sql, const QVariantList& parametros) {
+    const bool primera = grilla_->modelo().columnCount() == 0;
     try {
         grilla_->fijaConsulta(sql, parametros);
     } catch (const ErrorAlmacen&) {
         // Errores ignorados al cargar: la grilla queda vacía.
+        return;
     }
+    if (primera)
+        for (const auto& [campo, ancho] : anchos_) grilla_->fijaAnchoColumna(campo, ancho);
 }
 
 } // namespace orv

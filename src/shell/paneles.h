@@ -5,7 +5,10 @@
 
 #include <QString>
 #include <QVariantList>
+#include <QList>
+#include <QPair>
 #include <QWidget>
+#include <initializer_list>
 
 class QLabel;
 
@@ -22,11 +25,21 @@ class PanelLista : public QWidget {
 public:
     PanelLista(Almacen& almacen, const QString& titulo, const QString& nombreGrilla, QWidget* padre = nullptr);
     Grilla* grilla() const { return grilla_; }
+    struct Columna {
+        const char* campo;
+        const char* titulo; // UTF-8
+        int ancho;          // en píxeles; 0 deja el de siempre
+        bool dinero = false;
+    };
+    // Títulos, anchos y máscara de moneda de las columnas (se aplican al ligar la consulta; una
+    // distribución guardada por el usuario manda sobre los anchos).
+    void fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda);
     // Liga la grilla; un error del almacén deja la grilla vacía (la ventana carga igual).
     void fijaConsulta(const QString& sql, const QVariantList& parametros = {});
 
 private:
     Grilla* grilla_;
+    QList<QPair<QString, int>> anchos_;
 };
 
 } // namespace orv
