@@ -7,6 +7,8 @@
 #include "store/formato.h"
 
 #include <QApplication>
+#include <algorithm>
+#include <limits>
 #include <QDrag>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -24,6 +26,7 @@
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
+#include <QRegularExpression>
 #include <QSqlQuery>
 #include <QStackedWidget>
 #include <QScrollBar>
@@ -142,14 +145,10 @@ void ModeloGrilla::cierra() {
     endResetModel();
 }
 
-ModeloGrilla::Pagina ModeloGrilla::leePagina(qint64 numero) const {
+ModeloGrilla::Pagina ModeloGrilla::leeFilas(const QString& sql, const QVariantList& parametros) const {
     Pagina r;
     if (!almacen_) return r;
-    QVariantList p = parametros_;
-    p << kPagina << numero * kPagina;
-    QSqlQuery q = ejecutaAdelante(*almacen_, QStringLiteral("SELECT * FROM (") + sql_ +
-                                                 QStringLiteral(") AS q LIMIT ? OFFSET ?"),
-                                  p);
+    QSqlQuery q = ejecutaAdelante(*almacen_, sql, parametros);
     const int n = campos_.count();
     while (q.next()) {
         QVector<QVariant> fila(n);
@@ -157,6 +156,16 @@ ModeloGrilla::Pagina ModeloGrilla::leePagina(qint64 numero) const {
         r.push_back(std::move(fila));
     }
     return r;
+}
+
+ModeloGrilla::Pagina ModeloGrilla::leePagina(qint64 numero) const {
+    QVariantList p = parametros_;
+    p << kPagina << numero * kPagina;
+    return leeFilas(QStringLiteral("SELECT * FROM (") + sql_ + QStringLiteral(") AS q LIMIT ? OFFSET ?"), p);
+}
+
+void ModeloGrilla::ponPagina(qint64 numero, Pagina filas) {
+    paginas_.insert(numero, std::move(filas));
 }
 
 const ModeloGrilla::Pagina* ModeloGrilla::pagina(qint64 numero) const {
@@ -406,6 +415,13 @@ Grilla::~Grilla() = default;
 void Grilla::fijaConsulta(const QString& sql, const QVariantList& parametros) {
     sql_ = sql;
     parametros_ = parametros;
+    olvidaOrden();
+    static const QRegularExpression ordenSimple(
+        QStringLiteral(R"(^(.*\S)\s+ORDER\s+BY\s+(?:\w+\.)?(\w+)(?:\s+(ASC|DESC))?\s*;?\s*$)"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch m = ordenSimple.match(sql);
+    if (m.hasMatch() && !m.captured(1).contains(QStringLiteral("ORDER BY"), Qt::CaseInsensitive))
+        orden_ = Orden{m.captured(1), m.captured(2), m.captured(3).compare(QStringLiteral("DESC"), Qt::CaseInsensitive) == 0};
     const QJsonObject previa = modelo_->columnCount() > 0 ? distribucion() : QJsonObject{};
     modelo_->abre(almacen_, sql, parametros);
     aplicaOcultas();
@@ -542,9 +558,163 @@ QString Grilla::campoSeguro(const QString& campo) const {
     return n;
 }
 
+void Grilla::olvidaOrden() {
+    orden_.reset();
+    totalFilas_.reset();
+    ultimoValor_ = QVariant();
+}
+
+namespace {
+
+bool esEntero(const QVariant& v) {
+    switch (v.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const {
+    if (!orden_ || orden_->columna.compare(campo, Qt::CaseInsensitive) != 0) return std::nullopt;
+    const QString c = campoSeguro(campo);
+    const int col = modelo_->columna(campo);
+    if (c.isEmpty() || col < 0 || modelo_->rowCount() == 0) return std::nullopt;
+    // Sólo columnas enteras: su texto es el número sin ceros a la izquierda, y un prefijo de
+    // cifras se traduce en rangos del índice.
+    const QVariant muestra = modelo_->valor(0, col);
+    const bool entero =
+        esEntero(muestra) || (muestra.isNull() && esEntero(QVariant(modelo_->campos().field(col).metaType())));
+    if (!entero) return std::nullopt;
+
+    const bool desc = orden_->descendente;
+    const QString desde = QStringLiteral(" FROM (") + orden_->base + QStringLiteral(") AS q WHERE ");
+    auto primero = [&](const QString& condicion, const QVariantList& extra) -> QVariant {
+        QVariantList p = parametros_;
+        p += extra;
+        QSqlQuery q = ejecutaAdelante(almacen_,
+                                      QStringLiteral("SELECT ") + c + desde + condicion + QStringLiteral(" ORDER BY ") +
+                                          c + (desc ? QStringLiteral(" DESC") : QString()) + QStringLiteral(" LIMIT 1"),
+                                      p);
+        return q.next() ? q.value(0) : QVariant();
+    };
+    auto cuenta = [&](const QString& condicion, const QVariantList& extra) -> qint64 {
+        QVariantList p = parametros_;
+        p += extra;
+        QSqlQuery q = ejecutaAdelante(almacen_, QStringLiteral("SELECT COUNT(*)") + desde + condicion, p);
+        return q.next() ? q.value(0).toLongLong() : 0;
+    };
+
+    try {
+        // 1. El valor de la primera fila que coincide, en el orden de la grilla.
+        QVariant encontrado;
+        if (!prefijo) {
+            bool ok = false;
+            const qint64 v = valor.toLongLong(&ok);
+            if (!ok) return -1;
+            encontrado = primero(c + QStringLiteral(" = ?"), {v});
+        } else {
+            const QString texto = valor.toString();
+            if (texto.isEmpty() || texto.size() > 17) return std::nullopt;
+            for (QChar ch : texto)
+                if (!ch.isDigit() || ch.unicode() > 127) return std::nullopt;
+            if (texto.size() > 1 && texto.startsWith(u'0')) return -1; // ningún entero se escribe así
+            const qint64 p = texto.toLongLong();
+            // Rangos [p·10^k, (p+1)·10^k): crecientes y disjuntos. En orden ascendente el primero
+            // con alguna fila tiene el valor buscado; en descendente, el último.
+            QList<QPair<qint64, qint64>> rangos;
+            qint64 potencia = 1;
+            for (int k = 0; k + texto.size() <= 18; ++k, potencia *= 10) {
+                rangos.append({p * potencia, (p + 1) * potencia});
+                if (p == 0) break;
+            }
+            if (desc) std::reverse(rangos.begin(), rangos.end());
+            for (const auto& [lo, hi] : rangos) {
+                encontrado = primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, hi});
+                if (!encontrado.isNull()) break;
+            }
+        }
+        if (encontrado.isNull()) return -1;
+        const qint64 v = encontrado.toLongLong();
+
+        // 2. Cuántas filas hay antes. Los nulos van primero en SQLite ascendente y en
+        // PostgreSQL descendente.
+        const bool nulosAntes = almacen_.esPostgreSQL() == desc;
+        const qint64 nulos = nulosAntes ? cuenta(c + QStringLiteral(" IS NULL"), {}) : 0;
+        qint64 antes = nulos;
+        const QString menor = desc ? QStringLiteral(" > ?") : QStringLiteral(" < ?");
+        const QString mayorIgual = desc ? QStringLiteral(" <= ?") : QStringLiteral(" >= ?");
+        // Cerca del final conviene contar lo que queda detrás y restarlo del total.
+        const QVariant primeroDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {});
+        if (!ultimoValor_.isValid()) {
+            QVariantList p = parametros_;
+            QSqlQuery q = ejecutaAdelante(almacen_,
+                                          QStringLiteral("SELECT ") + c + desde + c + QStringLiteral(" IS NOT NULL") +
+                                              QStringLiteral(" ORDER BY ") + c +
+                                              (desc ? QString() : QStringLiteral(" DESC")) + QStringLiteral(" LIMIT 1"),
+                                          p);
+            ultimoValor_ = q.next() ? q.value(0) : QVariant(QMetaType(QMetaType::LongLong));
+        }
+        const qint64 a = primeroDeTodos.toLongLong();
+        const qint64 z = ultimoValor_.toLongLong();
+        const bool cercaDelFinal = z != a && double(v - a) / double(z - a) > 0.5;
+        if (!cercaDelFinal) {
+            antes += cuenta(c + menor, {v});
+        } else {
+            if (!totalFilas_) totalFilas_ = cuenta(c + QStringLiteral(" IS NOT NULL"), {});
+            // Lo agregado después de leer el total (más allá del último valor) no cuenta.
+            const qint64 detras =
+                cuenta(c + mayorIgual + QStringLiteral(" AND ") + c + (desc ? QStringLiteral(" >= ?") : QStringLiteral(" <= ?")),
+                       {v, z});
+            antes += *totalFilas_ - detras;
+        }
+        if (antes > std::numeric_limits<int>::max()) return std::nullopt;
+
+        // 3. La página de esa fila se lee por el valor del orden y no saltando filas: lo que
+        // está antes de v (hasta el comienzo de la página) y lo que sigue desde v.
+        const qint64 numero = antes / ModeloGrilla::kPagina;
+        const qint64 previas = antes - numero * ModeloGrilla::kPagina;
+        if (numero * ModeloGrilla::kPagina >= nulos) { // la página no toca el bloque de nulos
+            const QString todo = QStringLiteral("SELECT * FROM (") + orden_->base + QStringLiteral(") AS q WHERE ") + c;
+            const QString asc = desc ? QStringLiteral(" DESC") : QString();
+            const QString inv = desc ? QString() : QStringLiteral(" DESC");
+            QVariantList p1 = parametros_;
+            p1 << v << previas;
+            ModeloGrilla::Pagina pagina =
+                previas > 0 ? modelo_->leeFilas(todo + menor + QStringLiteral(" ORDER BY ") + c + inv +
+                                                    QStringLiteral(" LIMIT ?"),
+                                                p1)
+                            : ModeloGrilla::Pagina{};
+            std::reverse(pagina.begin(), pagina.end());
+            const bool completa = pagina.size() == previas; // si no, otra terminal cambió filas
+            QVariantList p2 = parametros_;
+            p2 << v << (ModeloGrilla::kPagina - previas);
+            pagina += modelo_->leeFilas(todo + mayorIgual + QStringLiteral(" ORDER BY ") + c + asc +
+                                            QStringLiteral(" LIMIT ?"),
+                                        p2);
+            // Al final del orden pueden venir los nulos, que las dos lecturas anteriores no traen.
+            if (!nulosAntes && pagina.size() < ModeloGrilla::kPagina) {
+                QVariantList p3 = parametros_;
+                p3 << (ModeloGrilla::kPagina - pagina.size());
+                pagina += modelo_->leeFilas(todo + QStringLiteral(" IS NULL LIMIT ?"), p3);
+            }
+            if (completa) modelo_->ponPagina(numero, std::move(pagina));
+        }
+        return int(antes);
+    } catch (const ErrorAlmacen&) {
+        return std::nullopt;
+    }
+}
+
 int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const {
     const QString c = campoSeguro(campo);
     if (c.isEmpty() || sql_.isEmpty()) return -1;
+    if (const auto rapida = posicionPorOrden(campo, valor, prefijo)) return *rapida;
     // SQLite: LIKE ya compara sin distinguir mayúsculas y convierte a texto por sí solo.
     const QString condicion = !prefijo ? QStringLiteral("c = ?")
         : almacen_.esPostgreSQL() ? QStringLiteral("CAST(c AS TEXT) ILIKE ? ESCAPE '\\'")
@@ -638,6 +808,8 @@ void Grilla::refresca() {
     const QJsonObject d = distribucion();
     const int desplazamiento = tabla_->verticalScrollBar()->value();
     try {
+        totalFilas_.reset();
+        ultimoValor_ = QVariant();
         modelo_->abre(almacen_, sql_, parametros_);
     } catch (const ErrorAlmacen&) {
         return;

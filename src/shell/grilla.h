@@ -55,6 +55,13 @@ public:
     QSqlRecord registro(int fila) const;
     int paginasEnMemoria() const { return int(paginas_.size()); }
 
+    using Pagina = QVector<QVector<QVariant>>;
+    // Filas de una consulta con las mismas columnas que la de la grilla.
+    Pagina leeFilas(const QString& sql, const QVariantList& parametros) const;
+    // Deja en memoria una página leída por otro camino (por ejemplo, por la clave del orden en
+    // vez de por su número de fila). Una página de menos de kPagina filas es la última.
+    void ponPagina(qint64 numero, Pagina filas);
+
     void fijaTitulo(const QString& campo, const QString& texto);
     QString titulo(const QString& campo) const;
     void fijaMascara(const QString& campo, const QString& mascara);
@@ -64,7 +71,6 @@ public:
     bool alineaDerecha(int columna) const;
 
 private:
-    using Pagina = QVector<QVector<QVariant>>;
     Pagina leePagina(qint64 numero) const;
     const Pagina* pagina(qint64 numero) const;
 
@@ -158,6 +164,8 @@ private:
     void pideExportar(bool excel);
     void actualizaBanda();
     int posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const;
+    std::optional<int> posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const;
+    void olvidaOrden();
     QString campoSeguro(const QString& campo) const;
 
     Almacen& almacen_;
@@ -168,6 +176,19 @@ private:
     QStringList ocultas_; // en minúsculas
     QStringList agrupar_;
     QJsonObject pendiente_; // distribución cargada antes de tener columnas
+
+    // Consulta ordenada por una sola columna ("... ORDER BY col [ASC|DESC]"): la búsqueda sobre
+    // esa columna, si es entera, cuenta filas por el índice en vez de numerarlas.
+    struct Orden {
+        QString base;    // la consulta sin su ORDER BY
+        QString columna; // nombre de la columna en el resultado
+        bool descendente = false;
+    };
+    std::optional<Orden> orden_;
+    // Total de filas y último valor del orden, leídos la primera vez que hacen falta y válidos
+    // hasta la próxima lectura de la consulta (como las páginas de la grilla).
+    mutable std::optional<qint64> totalFilas_;
+    mutable QVariant ultimoValor_;
 
     ModeloGrilla* modelo_;
     BandaAgrupar* banda_;
