@@ -746,6 +746,11 @@ bool Grilla::irAFila(int fila) {
     return true;
 }
 
+void Grilla::permiteAgrupar(bool si) {
+    banda_->setVisible(si);
+    if (!si && agrupada()) quitaAgrupacion();
+}
+
 bool Grilla::busca(const QString& campo, const QString& texto) {
     if (agrupada()) {
         const int c = modelo_->columna(campo);
@@ -995,7 +1000,7 @@ bool Grilla::eventFilter(QObject* o, QEvent* e) {
 void Grilla::menuEncabezado(const QPoint& local) {
     const int seccion = tabla_->horizontalHeader()->logicalIndexAt(local);
     QMenu m(this);
-    if (seccion >= 0) {
+    if (seccion >= 0 && !banda_->isHidden()) {
         const QString campo = modelo_->campo(seccion);
         m.addAction(QStringLiteral("Agrupar por \"%1\"").arg(modelo_->titulo(campo)), this,
                     [this, campo] { agrupaPor(campo); });

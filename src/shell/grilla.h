@@ -122,6 +122,8 @@ public:
     // mayúsculas). Devuelve false si no hay ninguna. En vista agrupada busca dentro de los grupos.
     bool busca(const QString& campo, const QString& texto);
 
+    // Muestra u oculta la banda de agrupación (una grilla sin banda no se agrupa arrastrando).
+    void permiteAgrupar(bool si);
     void agrupaPor(const QString& campo);
     void quitaAgrupacion();
     QStringList agrupacion() const { return agrupar_; }

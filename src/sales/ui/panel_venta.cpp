@@ -95,6 +95,7 @@ PanelVenta::PanelVenta(Almacen& almacen, EstadoAplicacion& estado, const Configu
     grilla_->setObjectName(QStringLiteral("DBGrid4"));
     grilla_->fijaTituloImpresion(QStringLiteral("Venta en curso"));
     grilla_->fijaClave(QStringLiteral("idTmpFac"));
+    grilla_->permiteAgrupar(false); // las líneas de una venta no se agrupan
     grilla_->fijaTitulo(QStringLiteral("Codigo"), QStringLiteral("Codigo"));
     grilla_->fijaTitulo(QStringLiteral("Cantidad"), QStringLiteral("Cant."));
     grilla_->fijaTitulo(QStringLiteral("Descripcion"), QStringLiteral("Descripcion"));
