@@ -6,6 +6,7 @@
 #include "store/almacen.h"
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace orv {
@@ -20,5 +21,70 @@ QString ProximoNumeroMostrado(const Almacen& a, qint64 idTipoComprobante);
 // Tipo predeterminado: el de "ComprobantePredeterminado" si es numérico; si no, el primero de
 // la tabla, que queda grabado como predeterminado. Nada si no hay ningún tipo.
 std::optional<qint64> TipoComprobantePredeterminado(const Almacen& a, const Configuracion& conf);
+
+// Número tal como se guarda en Comprobantes.Factura: Letra + PuntoDeVenta + "-" + ocho cifras,
+// sin blanco, cortado a 15 caracteres.
+QString NumeroGuardado(const QString& letra, const QString& puntoDeVenta, qint64 numero);
+
+inline const QString kSinPlantilla = QStringLiteral("<Seleccionar>");
+
+// Un tipo de comprobante tal como lo edita la pantalla (los números, como texto tipeado).
+struct TipoComprobante {
+    QString tipo;
+    QString letra;
+    QString puntoDeVenta;
+    QString correlativo = QStringLiteral("0");
+    bool descuentaStock = false;
+    bool registraCaja = false;
+    bool operacionInversa = false;
+    bool esComercial = false;
+    QString plantilla = kSinPlantilla;
+    QString modDocumento;
+};
+
+std::optional<TipoComprobante> LeeTipo(const Almacen& a, qint64 idTipoComprobante);
+// Tipo, letra y punto de venta no vacíos, una plantilla elegida y un correlativo numérico;
+// si no, Aviso "Error, ingrese la información correctamente!".
+void ValidaTipo(const TipoComprobante& t);
+// Agrega (sin id) o modifica el tipo: letra de un carácter, punto de venta de cuatro,
+// ModDocumento de las tres primeras cifras (0 si no es número). Devuelve el id.
+qint64 GuardaTipo(Almacen& a, std::optional<qint64> idTipoComprobante, const TipoComprobante& t);
+void BorraTipo(Almacen& a, qint64 idTipoComprobante);
+
+// Textos que explican las cuatro marcas del tipo.
+namespace explicacion {
+inline const QString esComercial = QStringLiteral(
+    "Utilice ésta opción en aquellos comprobantes en los cuales realiza operaciones que comprometen a la "
+    "contabilidad y estadísticas. Por ejemplo para un documento tipo presupuesto, debe quedar sin tildar.");
+inline const QString operacionInversa = QStringLiteral(
+    "Utilice ésta opción en aquellos comprobantes que desee que realicen una operacion de contrapartida contable "
+    "y de stock. Por ejemplo una nota de crédito.");
+inline const QString descuentaStock = QStringLiteral(
+    "Ésta opción es para aquellos comprobantes que desee que descuenten cantidades de stock de la mercadería. Por "
+    "ejemplo para presupuestos no debería usarlos.");
+inline const QString registraCaja = QStringLiteral(
+    "Utilice ésta opción en aquellos documentos que generan movimiento en la contabilidad, osea ingreso de caja y "
+    "cuenta corriente.");
+} // namespace explicacion
+
+// Esquema de impresión según los primeros 16 caracteres de la plantilla.
+enum class EsquemaImpresion { Plantilla, Fiscal, Tickets };
+EsquemaImpresion EsquemaDe(const QString& plantilla);
+
+// Impresoras fiscales: modelos Hasar, códigos de documento y el texto de la plantilla.
+const QStringList& ModelosHasar();
+const QStringList& DocumentosFiscales();
+enum class ModeloFiscal { EpsonTMU, Epson200, Hasar };
+QString TextoModeloFiscal(ModeloFiscal m, const QString& itemHasar = {});
+// "IMPRESORA FISCAL : " + modelo + "|PUERTO : " + puerto
+QString PlantillaFiscal(const QString& textoModelo, const QString& puerto);
+struct LecturaFiscal {
+    ModeloFiscal modelo = ModeloFiscal::Hasar;
+    QString itemHasar; // por posición, como siempre
+    QString puerto;    // el último carácter si es una cifra
+};
+LecturaFiscal LeePlantillaFiscal(const QString& plantilla);
+// "IMPRESORA TICKETS PUERTO : " + puerto
+QString PlantillaTickets(const QString& puerto);
 
 } // namespace orv

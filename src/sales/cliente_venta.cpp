@@ -1,0 +1,56 @@
+#include "sales/cliente_venta.h"
+
+#include "store/formato.h"
+
+#include <QSqlQuery>
+#include <QStringList>
+
+namespace orv {
+
+namespace {
+
+const QString kCliente = QStringLiteral(
+    "SELECT idVendedor, Nombre, Cuit, idTipoIva, Descuento, idTipoFormaPago, Domicilio, Telefono, Telefono2, "
+    "\"e-mail\" FROM Vendedores WHERE ");
+
+std::optional<ClienteVenta> lee(const Almacen& a, const QString& condicion, const QVariant& valor, bool vip) {
+    QSqlQuery q = a.consulta(kCliente + condicion + QStringLiteral(" ORDER BY idVendedor"), {valor});
+    if (!q.next()) return std::nullopt;
+    ClienteVenta c;
+    c.idVendedor = q.value(0).toLongLong();
+    c.nombre = q.value(1).toString();
+    c.cuit = q.value(2).toString();
+    c.idTipoIva = q.value(3).toInt();
+    c.descuento = q.value(4).toDouble();
+    c.idTipoFormaPago = q.value(5);
+    c.direccion = QStringList{q.value(6).toString(), q.value(7).toString(), q.value(8).toString(),
+                              q.value(9).toString()}
+                      .join(QStringLiteral(", "));
+    c.vip = vip;
+    return c;
+}
+
+} // namespace
+
+std::optional<ClienteVenta> ClientePorNumero(const Almacen& a, const QString& texto) {
+    if (!EsNumerico(QStringView(texto))) return std::nullopt;
+    if (texto.size() < 6) {
+        bool ok = false;
+        const qint64 id = qint64(Val(texto));
+        ok = double(id) == Val(texto);
+        if (!ok) return std::nullopt;
+        return lee(a, QStringLiteral("idVendedor = ?"), id, false);
+    }
+    return lee(a, QStringLiteral("NroClienteVIP = ?"), texto, true);
+}
+
+std::optional<ClienteVenta> ClientePorId(const Almacen& a, qint64 idVendedor) {
+    return lee(a, QStringLiteral("idVendedor = ?"), idVendedor, false);
+}
+
+QString ConsultaSeleccionClientes() {
+    return QStringLiteral("SELECT Nombre, idVendedor, Domicilio, Localidad, Telefono, Cuit, NroClienteVIP "
+                          "FROM Vendedores ORDER BY Nombre");
+}
+
+} // namespace orv

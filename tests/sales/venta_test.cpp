@@ -1,0 +1,286 @@
+// Borrador de la venta, cliente de la venta y tipos de comprobante, en los dos motores.
+
+#include "apoyo/base_prueba.h"
+#include "sales/borrador.h"
+#include "sales/cliente_venta.h"
+#include "sales/tipos_comprobante.h"
+#include "store/actualizacion.h"
+#include "store/aviso.h"
+#include "store/rutinas.h"
+
+#include <QSqlQuery>
+
+namespace orv {
+namespace {
+
+using prueba::PorMotor;
+
+class Venta : public PorMotor {
+protected:
+    void SetUp() override {
+        PorMotor::SetUp();
+        if (!base_) return;
+        actualizaEsquema(almacen());
+        yerba_ = articulo(QStringLiteral("0101"), QStringLiteral("Yerba 1 kg"), QStringLiteral("100"), QStringLiteral("7790001"));
+        raro_ = articulo(QStringLiteral("AB'1%*"), QStringLiteral("Código raro"), QStringLiteral("19.99"), QStringLiteral("P'01"));
+        sinPrecio_ = articulo(QStringLiteral("0303"), QStringLiteral("Sin precio"), QString(), QString());
+    }
+    qint64 articulo(const QString& codigo, const QString& descripcion, const QString& precio, const QString& prove) {
+        return almacen().inserta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, CgoProveedor) "
+                                                "VALUES (?, ?, ?, ?)"),
+                                 {codigo, descripcion, precio.isEmpty() ? QVariant() : QVariant(precio), prove},
+                                 QStringLiteral("idArticulo"));
+    }
+    LineaAgregada agrega(qint32 red, OrigenLinea o, const QString& codigo, const QString& cant, const QString& unit,
+                         std::optional<qint64> id = std::nullopt) {
+        return AgregaLinea(almacen(), red, {o, codigo, id, cant, unit});
+    }
+    // Cantidad, Unitario y SubTotal de la línea.
+    std::tuple<double, double, double> linea(qint64 idTmpFac) {
+        QSqlQuery q = almacen().consulta(
+            QStringLiteral("SELECT Cantidad, Unitario, SubTotal FROM TmpFac WHERE idTmpFac = ?"), {idTmpFac});
+        EXPECT_TRUE(q.next());
+        return {q.value(0).toDouble(), Dinero::desdeVariant(q.value(1)).aDouble(),
+                Dinero::desdeVariant(q.value(2)).aDouble()};
+    }
+    qint64 lineas(qint32 red) {
+        return CuentaRegistros(almacen(), QStringLiteral("SELECT idTmpFac FROM TmpFac WHERE PCRed = ?"), {red});
+    }
+    qint64 yerba_ = 0, raro_ = 0, sinPrecio_ = 0;
+};
+
+TEST_P(Venta, EscanearDosVecesElMismoArticuloSumaEnUnaLinea) {
+    const auto l1 = agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("0"));
+    const auto l2 = agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("0"));
+    EXPECT_FALSE(l1.fusionada);
+    EXPECT_TRUE(l2.fusionada);
+    EXPECT_EQ(l1.idTmpFac, l2.idTmpFac);
+    EXPECT_EQ(lineas(1), 1);
+    // "TEXTBA" toma el precio del artículo aunque el campo diga 0.
+    EXPECT_EQ(linea(l1.idTmpFac), std::make_tuple(2.0, 100.0, 200.0));
+}
+
+TEST_P(Venta, CantidadesFraccionariasAlSumarQuedanEnterasConRedondeoAlPar) {
+    const auto a = agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("0.5"), QStringLiteral("0"));
+    EXPECT_DOUBLE_EQ(std::get<0>(linea(a.idTmpFac)), 0.5);
+    agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("0.5"), QStringLiteral("0"));
+    EXPECT_EQ(linea(a.idTmpFac), std::make_tuple(1.0, 100.0, 100.0));
+    agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("0.5"), QStringLiteral("0"));
+    EXPECT_DOUBLE_EQ(std::get<0>(linea(a.idTmpFac)), 2.0); // 1.5 va al par: 2
+    agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("0.5"), QStringLiteral("0"));
+    EXPECT_DOUBLE_EQ(std::get<0>(linea(a.idTmpFac)), 2.0); // 2.5 va al par: 2
+    // Una cantidad que no es número: 1 en una línea nueva, 0 al sumar.
+    const auto r = agrega(2, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("dos"), QStringLiteral("0"));
+    EXPECT_DOUBLE_EQ(std::get<0>(linea(r.idTmpFac)), 1.0);
+    agrega(2, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("x"), QStringLiteral("0"));
+    EXPECT_DOUBLE_EQ(std::get<0>(linea(r.idTmpFac)), 1.0);
+    // "3 cajas": Val toma el número del principio.
+    agrega(2, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("3 cajas"), QStringLiteral("0"));
+    EXPECT_DOUBLE_EQ(std::get<0>(linea(r.idTmpFac)), 4.0);
+}
+
+TEST_P(Venta, SumarConOtroPrecioDejaElUnitarioViejoYElSubtotalNuevo) {
+    const auto a = agrega(1, OrigenLinea::CodigoProveedor, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("100"));
+    agrega(1, OrigenLinea::CodigoProveedor, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("150"));
+    EXPECT_EQ(linea(a.idTmpFac), std::make_tuple(2.0, 100.0, 300.0));
+    // Desde la lista, con precio escrito, y un artículo sin precio a 0.
+    const auto b = agrega(1, OrigenLinea::Lista, QString(), QStringLiteral("3"), QStringLiteral("0"), sinPrecio_);
+    EXPECT_EQ(linea(b.idTmpFac), std::make_tuple(3.0, 0.0, 0.0));
+    // El importe por la cantidad es exacto: 19.99 × 3.
+    const auto c = agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("AB'1%*"), QStringLiteral("3"), QStringLiteral("0"));
+    EXPECT_EQ(linea(c.idTmpFac), std::make_tuple(3.0, 19.99, 59.97));
+}
+
+TEST_P(Venta, ArticuloNoEncontradoNoTocaElBorrador) {
+    agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("0"));
+    auto texto = [&](OrigenLinea o, const QString& codigo, const QString& unit, std::optional<qint64> id) {
+        try {
+            agrega(1, o, codigo, QStringLiteral("1"), unit, id);
+        } catch (const Aviso& e) {
+            EXPECT_EQ(e.titulo(), QStringLiteral("Error"));
+            return e.texto();
+        }
+        return QString();
+    };
+    EXPECT_EQ(texto(OrigenLinea::CodigoBarras, QStringLiteral("9999"), QStringLiteral("0"), {}),
+              QStringLiteral("Articulo no encontrado!"));
+    EXPECT_EQ(texto(OrigenLinea::CodigoBarras, QStringLiteral("0101' OR '1'='1"), QStringLiteral("0"), {}),
+              QStringLiteral("Articulo no encontrado!"));
+    EXPECT_EQ(texto(OrigenLinea::CodigoProveedor, QStringLiteral("0101"), QStringLiteral("diez"), {}),
+              QStringLiteral("Articulo no encontrado!"));
+    EXPECT_TRUE(texto(OrigenLinea::Lista, QString(), QStringLiteral("1"), {}).startsWith(QStringLiteral("Error:")));
+    EXPECT_EQ(texto(OrigenLinea::Lista, QString(), QStringLiteral("1"), 987654), QStringLiteral("Articulo no encontrado!"));
+    EXPECT_EQ(lineas(1), 1);
+    EXPECT_DOUBLE_EQ(std::get<0>(linea(almacen().valor(QStringLiteral("SELECT idTmpFac FROM TmpFac")).toLongLong())), 1.0);
+}
+
+TEST_P(Venta, TotalesConDescuentoEImpuestoSobreElNeto) {
+    EXPECT_FALSE(CalculaTotales(almacen(), 1, 10, 21).hayLineas);
+    EXPECT_EQ(TextoItems(CalculaTotales(almacen(), 1, 0, 0)), QStringLiteral("0 ítems."));
+    agrega(1, OrigenLinea::CodigoProveedor, QStringLiteral("0101"), QStringLiteral("4"), QStringLiteral("200"));
+    agrega(1, OrigenLinea::CodigoProveedor, QStringLiteral("AB'1%*"), QStringLiteral("2"), QStringLiteral("50"));
+    agrega(1, OrigenLinea::Lista, QString(), QStringLiteral("1"), QStringLiteral("100"), sinPrecio_);
+    agrega(2, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("0"));
+    const Totales t = CalculaTotales(almacen(), 1, 10, 21);
+    EXPECT_DOUBLE_EQ(t.subTotal, 1000);
+    EXPECT_DOUBLE_EQ(t.descuento, 100);
+    EXPECT_DOUBLE_EQ(t.neto, 900);
+    EXPECT_DOUBLE_EQ(t.impuesto, 189);
+    EXPECT_DOUBLE_EQ(t.total, 1089);
+    EXPECT_EQ(TextoItems(t), QStringLiteral("7.0 de 3 ítems."));
+    // Sin descuento ni impuesto el total es el subtotal; la otra terminal va aparte.
+    EXPECT_DOUBLE_EQ(CalculaTotales(almacen(), 1, 0, 0).total, 1000);
+    EXPECT_DOUBLE_EQ(CalculaTotales(almacen(), 2, 0, 0).total, 100);
+    VaciaBorrador(almacen(), 1);
+    EXPECT_EQ(lineas(1), 0);
+    EXPECT_EQ(lineas(2), 1);
+}
+
+TEST_P(Venta, TeclasMasYMenosYCorreccionesEnLaGrilla) {
+    const auto a = agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("0"));
+    CambiaCantidad(almacen(), a.idTmpFac, +1);
+    EXPECT_EQ(linea(a.idTmpFac), std::make_tuple(2.0, 100.0, 200.0));
+    CambiaCantidad(almacen(), a.idTmpFac, -1);
+    CambiaCantidad(almacen(), a.idTmpFac, -1);
+    EXPECT_EQ(linea(a.idTmpFac), std::make_tuple(0.0, 100.0, 0.0)); // la línea queda
+    CambiaCantidad(almacen(), a.idTmpFac, -1);
+    EXPECT_EQ(linea(a.idTmpFac), std::make_tuple(-1.0, 100.0, -100.0));
+    // Una corrección en la grilla no recalcula hasta que se pide.
+    CorrigeLinea(almacen(), a.idTmpFac, QStringLiteral("Cantidad"), QStringLiteral("3"));
+    CorrigeLinea(almacen(), a.idTmpFac, QStringLiteral("Unitario"), QStringLiteral("1,250.50"));
+    CorrigeLinea(almacen(), a.idTmpFac, QStringLiteral("Sn"), QStringLiteral("SN-'42'"));
+    EXPECT_EQ(linea(a.idTmpFac), std::make_tuple(3.0, 1250.5, -100.0));
+    RecalculaLineas(almacen(), 1);
+    EXPECT_EQ(linea(a.idTmpFac), std::make_tuple(3.0, 1250.5, 3751.5));
+    EXPECT_EQ(almacen().valor(QStringLiteral("SELECT Sn FROM TmpFac WHERE idTmpFac = ?"), {a.idTmpFac}).toString(),
+              QStringLiteral("SN-'42'"));
+    EXPECT_THROW(CorrigeLinea(almacen(), a.idTmpFac, QStringLiteral("PCRed"), 5), Aviso);
+    BorraLinea(almacen(), a.idTmpFac);
+    EXPECT_EQ(lineas(1), 0);
+}
+
+TEST_P(Venta, ArticulosPorCodigoProveedorYLista) {
+    EXPECT_EQ(ArticuloPorCgoProveedor(almacen(), QStringLiteral("P'01"))->idArticulo, raro_);
+    EXPECT_EQ(ArticuloPorCodigo(almacen(), QStringLiteral("AB'1%*"))->descripcion, QStringLiteral("Código raro"));
+    EXPECT_FALSE(ArticuloPorCodigo(almacen(), QStringLiteral("AB%")));
+    EXPECT_TRUE(ArticuloPorId(almacen(), sinPrecio_)->precioVenta.isNull());
+}
+
+TEST_P(Venta, ClientePorNumeroOPorTarjetaSegunElLargo) {
+    Almacen& a = almacen();
+    const qint64 ana = a.inserta(QStringLiteral("INSERT INTO Vendedores (Nombre, Cuit, idTipoIva, Descuento, idTipoFormaPago, "
+                                                "Domicilio, Telefono, Telefono2, \"e-mail\", NroClienteVIP) "
+                                                "VALUES ('Ana D''Angelo', '20-12345678-6', 3, 10, 2, 'Mitre 1', '341 1', '', "
+                                                "'ana@x.com', '123456')"),
+                                 {}, QStringLiteral("idVendedor"));
+    a.ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, idTipoIva) VALUES (123456, 'Número alto', 1)"));
+    const auto porNumero = ClientePorNumero(a, QString::number(ana));
+    ASSERT_TRUE(porNumero);
+    EXPECT_FALSE(porNumero->vip);
+    EXPECT_EQ(porNumero->nombre, QStringLiteral("Ana D'Angelo"));
+    EXPECT_EQ(porNumero->cuit, QStringLiteral("20-12345678-6"));
+    EXPECT_EQ(porNumero->idTipoIva, 3);
+    EXPECT_DOUBLE_EQ(porNumero->descuento, 10);
+    EXPECT_EQ(porNumero->idTipoFormaPago.toInt(), 2);
+    EXPECT_EQ(porNumero->direccion, QStringLiteral("Mitre 1, 341 1, , ana@x.com"));
+    // Seis cifras es tarjeta aunque exista un cliente con ese número.
+    const auto tarjeta = ClientePorNumero(a, QStringLiteral("123456"));
+    ASSERT_TRUE(tarjeta);
+    EXPECT_TRUE(tarjeta->vip);
+    EXPECT_EQ(tarjeta->idVendedor, ana);
+    EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("654321")));
+    EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("99999")));
+    EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("Ana")));
+    EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("1'")));
+    EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("1.5")));
+}
+
+TEST_P(Venta, TiposDeComprobanteNumeracionYValidaciones) {
+    Almacen& a = almacen();
+    EXPECT_EQ(ProximoNumeroMostrado(a, 1), QStringLiteral("B 0001-00000001"));
+    a.ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET Correlativo = 41 WHERE idTipoComprobante = 1"));
+    EXPECT_EQ(ProximoNumeroMostrado(a, 1), QStringLiteral("B 0001-00000042"));
+    EXPECT_EQ(ProximoNumeroMostrado(a, 999), QString());
+    EXPECT_EQ(NumeroGuardado(QStringLiteral("A"), QStringLiteral("0002"), 42), QStringLiteral("A0002-00000042"));
+    EXPECT_EQ(NumeroMostrado(QStringLiteral("A"), QStringLiteral("0002"), 123456789), QStringLiteral("A 0002-123456789"));
+    EXPECT_EQ(NumeroGuardado(QStringLiteral("A"), QStringLiteral("0002"), 1234567890), QStringLiteral("A0002-123456789"));
+
+    TipoComprobante t;
+    t.tipo = QStringLiteral("NOTA DE CRÉDITO 'B'");
+    t.letra = QStringLiteral("Bx");
+    t.puntoDeVenta = QStringLiteral("0003 - Sucursal");
+    t.correlativo = QStringLiteral("100");
+    t.operacionInversa = true;
+    t.descuentaStock = true;
+    t.plantilla = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar, QStringLiteral("615 - PL8F")), QStringLiteral("2"));
+    t.modDocumento = QStringLiteral("43 - N.CREDITO B").left(3); // lo que deja la pantalla fiscal
+    auto rechaza = [&](auto cambia) {
+        TipoComprobante m = t;
+        cambia(m);
+        try {
+            GuardaTipo(a, std::nullopt, m);
+        } catch (const Aviso& e) {
+            return e.texto() == QStringLiteral("Error, ingrese la información correctamente!");
+        }
+        return false;
+    };
+    EXPECT_TRUE(rechaza([](TipoComprobante& m) { m.correlativo = QStringLiteral("cien"); }));
+    EXPECT_TRUE(rechaza([](TipoComprobante& m) { m.letra.clear(); }));
+    EXPECT_TRUE(rechaza([](TipoComprobante& m) { m.plantilla = kSinPlantilla; }));
+    EXPECT_TRUE(rechaza([](TipoComprobante& m) { m.tipo = QStringLiteral("  "); }));
+    const qint64 id = GuardaTipo(a, std::nullopt, t);
+    const TipoComprobante leido = LeeTipo(a, id).value();
+    EXPECT_EQ(leido.tipo, t.tipo);
+    EXPECT_EQ(leido.letra, QStringLiteral("B"));
+    EXPECT_EQ(leido.puntoDeVenta, QStringLiteral("0003"));
+    EXPECT_EQ(leido.correlativo, QStringLiteral("100"));
+    EXPECT_EQ(leido.modDocumento, QStringLiteral("43"));
+    EXPECT_TRUE(leido.operacionInversa && leido.descuentaStock && !leido.registraCaja && !leido.esComercial);
+    // "Comenzar en" 100: el primero será el 101.
+    EXPECT_EQ(ProximoNumeroMostrado(a, id), QStringLiteral("B 0003-00000101"));
+    TipoComprobante sinModelo = leido;
+    sinModelo.modDocumento = QStringLiteral("ninguno");
+    GuardaTipo(a, id, sinModelo);
+    EXPECT_EQ(LeeTipo(a, id)->modDocumento, QStringLiteral("0"));
+    BorraTipo(a, id);
+    EXPECT_FALSE(LeeTipo(a, id));
+    EXPECT_THROW(GuardaTipo(a, id, t), Aviso);
+}
+
+TEST(TiposDeComprobante, PlantillasDeImpresorasIdaYVuelta) {
+    const QString hasar = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar, QStringLiteral("615 - PL8F")), QStringLiteral("3"));
+    EXPECT_EQ(hasar, QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : 3"));
+    LecturaFiscal l = LeePlantillaFiscal(hasar);
+    EXPECT_EQ(l.modelo, ModeloFiscal::Hasar);
+    EXPECT_EQ(l.itemHasar, QStringLiteral("615 - PL8F"));
+    EXPECT_EQ(l.puerto, QStringLiteral("3"));
+    for (const QString& item : ModelosHasar())
+        EXPECT_EQ(LeePlantillaFiscal(PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar, item), QStringLiteral("1"))).itemHasar,
+                  item);
+    l = LeePlantillaFiscal(PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Epson200), QStringLiteral("2")));
+    EXPECT_EQ(l.modelo, ModeloFiscal::Epson200);
+    EXPECT_EQ(l.puerto, QStringLiteral("2"));
+    l = LeePlantillaFiscal(PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::EpsonTMU), QString()));
+    EXPECT_EQ(l.modelo, ModeloFiscal::EpsonTMU);
+    EXPECT_TRUE(l.puerto.isEmpty());
+    // Un texto de otra clase (un tipo nuevo, una plantilla) abre como Hasar sin modelo.
+    l = LeePlantillaFiscal(kSinPlantilla);
+    EXPECT_EQ(l.modelo, ModeloFiscal::Hasar);
+    EXPECT_TRUE(l.itemHasar.isEmpty());
+    // El modelo Hasar se corta por posición: un blanco de más lo corre.
+    EXPECT_NE(LeePlantillaFiscal(QStringLiteral("IMPRESORA FISCAL :  HASAR O COMPAT. 950|PUERTO : 1")).itemHasar,
+              QStringLiteral("950"));
+
+    EXPECT_EQ(EsquemaDe(hasar), EsquemaImpresion::Fiscal);
+    EXPECT_EQ(EsquemaDe(PlantillaTickets(QStringLiteral("COM1"))), EsquemaImpresion::Tickets);
+    EXPECT_EQ(PlantillaTickets(QStringLiteral("COM1")), QStringLiteral("IMPRESORA TICKETS PUERTO : COM1"));
+    EXPECT_EQ(EsquemaDe(QStringLiteral("/x/factura.rpt")), EsquemaImpresion::Plantilla);
+    EXPECT_EQ(EsquemaDe(QString()), EsquemaImpresion::Plantilla);
+    ASSERT_EQ(DocumentosFiscales().size(), 11);
+    EXPECT_EQ(DocumentosFiscales().at(8).left(3), QStringLiteral("120"));
+}
+
+ORV_AMBOS_MOTORES(Venta);
+
+} // namespace
+} // namespace orv
