@@ -10,6 +10,9 @@
 #include "access/ui/pan_supervisor_inicial.h"
 #include "app/configuracion.h"
 #include "app/estado.h"
+#include "sales/ui/pan_fpago.h"
+#include "sales/ui/pan_sel_art.h"
+#include "sales/ui/panel_venta.h"
 #include "maintenance/datos_ejemplo.h"
 #include "shell/pan_principal.h"
 #include "store/actualizacion.h"
@@ -19,6 +22,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -77,7 +81,7 @@ int main(int argc, char** argv) {
     almacen->ejecuta(QStringLiteral(
         "INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, Sn, PCRed) "
         "SELECT idArticulo, Codigo, Descripcion, 2, PrecioVenta, 2 * PrecioVenta, '', 1 FROM Articulos "
-        "ORDER BY idArticulo LIMIT 4"));
+        "ORDER BY idArticulo LIMIT 12"));
 
     orv::EstadoAplicacion estado;
     estado.IdRed = 1;
@@ -105,10 +109,30 @@ int main(int argc, char** argv) {
         }
         w.findChild<QPushButton*>(QStringLiteral("Label37"))->click();
         guarda(w, QStringLiteral("principal_8_usuarios") + sufijo);
+        // Venta con un cliente elegido, normal y agrandada.
         w.botPrincipal(3);
+        const QVariant cliente = almacen->valor(QStringLiteral("SELECT min(idVendedor) FROM Vendedores WHERE idVendedor > 1"));
+        w.findChild<QLineEdit*>(QStringLiteral("Text8"))->setText(cliente.toString());
+        w.panelVenta()->eligeCliente();
+        w.findChild<QLineEdit*>(QStringLiteral("txSuPago"))->setText(QStringLiteral("50000"));
+        guarda(w, QStringLiteral("principal_3_vender_con_cliente") + sufijo);
         w.command55();
         guarda(w, QStringLiteral("principal_3_vender_agrandado") + sufijo);
         w.command55();
+        {
+            orv::DatosFPago d;
+            d.idTipoComprobante = 1;
+            d.nombreCliente = QStringLiteral("Ana Núñez");
+            d.cuit = QStringLiteral("27-12345678-0");
+            d.idTipoIva = 1;
+            d.posicionFormaPago = 0;
+            orv::PanFPago fpago(*almacen, QStringLiteral("CUIT"), d, &w);
+            fpago.show();
+            guarda(fpago, QStringLiteral("fpago") + sufijo);
+            orv::PanSelArt selArt(*almacen, conf, estado.MascaraMoneda, &w);
+            selArt.show();
+            guarda(selArt, QStringLiteral("sel_art") + sufijo);
+        }
 
         orv::PanNiveles niveles(*almacen, &w);
         niveles.show();

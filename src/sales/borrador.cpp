@@ -120,6 +120,27 @@ void VaciaBorrador(Almacen& a, qint32 idRed) {
     a.ejecuta(QStringLiteral("DELETE FROM TmpFac WHERE PCRed = ?"), {idRed});
 }
 
+void RefrescaPrecioFinal(Almacen& a, const QString& coefIva) {
+    const double coef = EsNumerico(QStringView(coefIva)) ? Val(coefIva) : 0.0;
+    if (coef != 0)
+        a.ejecuta(QStringLiteral("UPDATE Articulos SET PrecioFinal = PrecioVenta * (1 + (? / 100.0))"), {coef});
+    else
+        a.ejecuta(QStringLiteral("UPDATE Articulos SET PrecioFinal = PrecioVenta"));
+}
+
+ConsultaConParametros BuscaArticulos(const Almacen& a, const QString& texto) {
+    QString patron;
+    for (QChar c : texto) {
+        if (c == u'\\' || c == u'%' || c == u'_') patron += u'\\';
+        patron += c;
+    }
+    const QString como = a.esPostgreSQL() ? QStringLiteral("ILIKE") : QStringLiteral("LIKE");
+    return {QStringLiteral("SELECT Codigo, Descripcion, DescripcionMatriz, PrecioVenta, PrecioFinal, StockActual, "
+                           "idArticulo FROM Articulos WHERE Descripcion ") +
+                como + QStringLiteral(" ? ESCAPE '\\' ORDER BY Descripcion, idArticulo"),
+            {QStringLiteral("%") + patron + QStringLiteral("%")}};
+}
+
 Totales CalculaTotales(const Almacen& a, qint32 idRed, double porcDescuento, double porcImpuesto) {
     Totales t;
     QSqlQuery q = a.consulta(

@@ -61,6 +61,16 @@ void BorraLinea(Almacen& a, qint64 idTmpFac);
 // Vacía el borrador de la terminal.
 void VaciaBorrador(Almacen& a, qint32 idRed);
 
+// Al abrir la búsqueda de artículos se rehace el precio con impuesto de todos los artículos:
+// PrecioVenta × (1 + CoefIva / 100) si CoefIva es un número distinto de 0; si no, PrecioVenta.
+void RefrescaPrecioFinal(Almacen& a, const QString& coefIva);
+// Búsqueda de artículos cuya descripción contiene el texto (comodines como texto común).
+struct ConsultaConParametros {
+    QString sql;
+    QVariantList parametros;
+};
+ConsultaConParametros BuscaArticulos(const Almacen& a, const QString& texto);
+
 struct Totales {
     bool hayLineas = false;
     double subTotal = 0, descuento = 0, neto = 0, impuesto = 0, total = 0;

@@ -1,5 +1,6 @@
 #include "sales/cliente_venta.h"
 
+#include "store/aviso.h"
 #include "store/formato.h"
 
 #include <QSqlQuery>
@@ -46,6 +47,19 @@ std::optional<ClienteVenta> ClientePorNumero(const Almacen& a, const QString& te
 
 std::optional<ClienteVenta> ClientePorId(const Almacen& a, qint64 idVendedor) {
     return lee(a, QStringLiteral("idVendedor = ?"), idVendedor, false);
+}
+
+std::optional<FormaDePago> LeeFormaDePago(const Almacen& a, qint64 idTipoFormaPago) {
+    QSqlQuery q = a.consulta(
+        QStringLiteral("SELECT EsACuenta, EsTarjetaCredito FROM FormasDePago WHERE idTipoFormaPago = ?"), {idTipoFormaPago});
+    if (!q.next()) return std::nullopt;
+    return FormaDePago{q.value(0).toInt() != 0, q.value(1).toInt() != 0};
+}
+
+void ValidaFPago(bool hayTiposIva, const QString& formaPago, const QString& tipoIva, const QString& descuento) {
+    if (!hayTiposIva) throw Aviso(QStringLiteral("Seleccione un tipo de iva para el cliente!"));
+    if (formaPago.isEmpty() || tipoIva.isEmpty() || !EsNumerico(QStringView(descuento)))
+        throw Aviso(QStringLiteral("Datos mal ingresados !"));
 }
 
 QString ConsultaSeleccionClientes() {

@@ -25,6 +25,28 @@ struct ClienteVenta {
 std::optional<ClienteVenta> ClientePorNumero(const Almacen& a, const QString& texto);
 std::optional<ClienteVenta> ClientePorId(const Almacen& a, qint64 idVendedor);
 
+struct FormaDePago {
+    bool aCuenta = false;
+    bool tarjeta = false;
+};
+std::optional<FormaDePago> LeeFormaDePago(const Almacen& a, qint64 idTipoFormaPago);
+
+// Datos de "Mas Datos..." (sólo para esta venta).
+struct DatosFPago {
+    qint64 idTipoComprobante = 0;
+    QString observaciones;
+    double descuento = 0;
+    QString nombreCliente;
+    QString cuit;
+    qint32 idTipoIva = 0;
+    QString cupon;
+    int posicionFormaPago = -1;
+    QString formaPago;
+};
+// Controles de "&Aceptar": una situación de IVA elegida ("Seleccione un tipo de iva para el
+// cliente!"), forma de pago y descuento numérico ("Datos mal ingresados !").
+void ValidaFPago(bool hayTiposIva, const QString& formaPago, const QString& tipoIva, const QString& descuento);
+
 // Consulta de la búsqueda de clientes.
 QString ConsultaSeleccionClientes();
 

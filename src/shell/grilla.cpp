@@ -31,6 +31,7 @@
 #include <QStackedWidget>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -162,6 +163,23 @@ ModeloGrilla::Pagina ModeloGrilla::leePagina(qint64 numero) const {
     QVariantList p = parametros_;
     p << kPagina << numero * kPagina;
     return leeFilas(QStringLiteral("SELECT * FROM (") + sql_ + QStringLiteral(") AS q LIMIT ? OFFSET ?"), p);
+}
+
+Qt::ItemFlags ModeloGrilla::flags(const QModelIndex& i) const {
+    Qt::ItemFlags f = QAbstractTableModel::flags(i);
+    if (i.isValid() && editables_.contains(campo(i.column()).toLower())) f |= Qt::ItemIsEditable;
+    return f;
+}
+
+bool ModeloGrilla::setData(const QModelIndex& i, const QVariant& valor, int rol) {
+    if (rol != Qt::EditRole || !i.isValid() || !editables_.contains(campo(i.column()).toLower())) return false;
+    Q_EMIT edicionPedida(i.row(), campo(i.column()), valor);
+    return true;
+}
+
+void ModeloGrilla::fijaEditables(const QStringList& campos) {
+    editables_.clear();
+    for (const QString& c : campos) editables_ << c.toLower();
 }
 
 void ModeloGrilla::ponPagina(qint64 numero, Pagina filas) {
@@ -358,6 +376,16 @@ Grilla::Grilla(Almacen& a, QWidget* padre)
     auto* l = new QVBoxLayout(this);
     l->setContentsMargins(0, 0, 0, 0);
     l->setSpacing(4);
+    connect(modelo_, &ModeloGrilla::edicionPedida, this, [this](int fila, const QString& campo, const QVariant& valor) {
+        if (!grabaCelda_) return;
+        const QSqlRecord r = modelo_->registro(fila);
+        // Se graba y se refresca cuando termina la edición, no dentro de ella.
+        QTimer::singleShot(0, this, [this, r, campo, valor] {
+            grabaCelda_(r, campo, valor);
+            refresca();
+            Q_EMIT filaEditada();
+        });
+    });
     banda_ = new BandaAgrupar(*this);
     pila_ = new QStackedWidget(this);
     l->addWidget(banda_);
@@ -744,6 +772,14 @@ bool Grilla::irAFila(int fila) {
     tabla_->setCurrentIndex(i);
     tabla_->scrollTo(i, QAbstractItemView::PositionAtCenter);
     return true;
+}
+
+void Grilla::fijaEditables(const QStringList& campos, GrabaCelda graba) {
+    grabaCelda_ = std::move(graba);
+    modelo_->fijaEditables(campos);
+    tabla_->setEditTriggers(campos.isEmpty() ? QAbstractItemView::NoEditTriggers
+                                             : QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                                                   QAbstractItemView::AnyKeyPressed);
 }
 
 void Grilla::permiteAgrupar(bool si) {

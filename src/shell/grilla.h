@@ -17,6 +17,7 @@
 #include <QVariantList>
 #include <QVector>
 #include <QWidget>
+#include <functional>
 #include <optional>
 
 class QTableView;
@@ -43,6 +44,11 @@ public:
     int columnCount(const QModelIndex& padre = {}) const override;
     QVariant data(const QModelIndex& i, int rol = Qt::DisplayRole) const override;
     QVariant headerData(int seccion, Qt::Orientation o, int rol = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& i) const override;
+    // Las celdas editables no escriben en el almacén: avisan con edicionPedida y la grilla
+    // llama a quien la usa, que graba por su lógica y refresca.
+    bool setData(const QModelIndex& i, const QVariant& valor, int rol = Qt::EditRole) override;
+    void fijaEditables(const QStringList& campos);
     bool canFetchMore(const QModelIndex& padre) const override;
     void fetchMore(const QModelIndex& padre) override;
 
@@ -83,6 +89,10 @@ private:
     mutable QHash<qint64, Pagina> paginas_;
     QHash<QString, QString> titulos_;  // por campo en minúsculas
     QHash<QString, QString> mascaras_; // por campo en minúsculas
+    QStringList editables_;            // en minúsculas
+
+Q_SIGNALS:
+    void edicionPedida(int fila, const QString& campo, const QVariant& valor);
 };
 
 class BandaAgrupar;
@@ -122,6 +132,11 @@ public:
     // mayúsculas). Devuelve false si no hay ninguna. En vista agrupada busca dentro de los grupos.
     bool busca(const QString& campo, const QString& texto);
 
+    // Columnas que se corrigen en la grilla (doble clic, F2 o empezar a escribir). `graba`
+    // recibe la fila, el campo y el texto; después la grilla se refresca y emite filaEditada.
+    using GrabaCelda = std::function<void(const QSqlRecord& fila, const QString& campo, const QVariant& valor)>;
+    void fijaEditables(const QStringList& campos, GrabaCelda graba);
+
     // Muestra u oculta la banda de agrupación (una grilla sin banda no se agrupa arrastrando).
     void permiteAgrupar(bool si);
     void agrupaPor(const QString& campo);
@@ -153,6 +168,7 @@ public:
 Q_SIGNALS:
     void filaCambiada();
     void filaActivada();
+    void filaEditada();
 
 protected:
     bool eventFilter(QObject* o, QEvent* e) override;
@@ -175,6 +191,7 @@ private:
     QVariantList parametros_;
     QString clave_;
     QString tituloImpresion_;
+    GrabaCelda grabaCelda_;
     QStringList ocultas_; // en minúsculas
     QStringList agrupar_;
     QJsonObject pendiente_; // distribución cargada antes de tener columnas

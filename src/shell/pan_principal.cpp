@@ -419,7 +419,11 @@ void PanPrincipal::carga() {
     estado_.FormaPagoActual = QStringLiteral("EFVO");
     estado_.ObservacionesActual.clear();
 
-    // 8. Vendedores.
+    // 7. Porcentaje de impuesto.
+    venta_->leeCoefIva();
+
+    // 8. Artículos y vendedores.
+    venta_->llenaArticulos();
     venta_->llenaVendedores();
 
     // 9. Bienvenida al frente y niveles.
@@ -444,7 +448,9 @@ void PanPrincipal::carga() {
     refrescaCaja();
     for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->cargaDistribucion(archivo);
 
-    // 13. El usuario actual como vendedor.
+    // 13. Formas de pago, impuesto otra vez y el usuario actual como vendedor.
+    venta_->llenaFormasPago();
+    venta_->leeCoefIva();
     venta_->seleccionaVendedor(estado_.idUsuarioActual);
 
     // 14. Precio en la venta.
@@ -524,10 +530,7 @@ void PanPrincipal::botPrincipal(int indice) {
         desdeCaja_->setDate(reloj_.hoy());
         desdeCaja_->setFocus();
         break;
-    case 3:
-        venta_->entra();
-        venta_->grilla()->setFocus();
-        break;
+    case 3: venta_->entra(); break;
     default: p->setFocus(); break;
     }
 }

@@ -1,18 +1,31 @@
 #include "sales/ui/panel_venta.h"
 
 #include "sales/tipos_comprobante.h"
+#include "sales/ui/pan_fpago.h"
+#include "sales/ui/pan_sel_art.h"
+#include "sales/ui/pan_sel_cliente.h"
 #include "shell/grilla.h"
 #include "shell/listas.h"
+#include "shell/mensajes.h"
 #include "shell/paneles.h"
 #include "store/formato.h"
+#include "store/rutinas.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QCompleter>
+#include <QDoubleValidator>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSqlQuery>
 #include <QTableView>
 #include <QTimer>
@@ -25,72 +38,215 @@ namespace {
 const QString kLineas = QStringLiteral("SELECT Codigo, Cantidad, Descripcion, Unitario, SubTotal, Sn, idTmpFac, "
                                        "idArticulo FROM TmpFac WHERE PCRed = ? ORDER BY idTmpFac");
 
-QLabel* etiqueta(const QString& texto, QWidget* padre) {
+QLabel* rotulo(const QString& texto, QWidget* padre, Qt::Alignment a = Qt::AlignRight | Qt::AlignVCenter) {
     auto* l = new QLabel(texto, padre);
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    l->setAlignment(a);
     return l;
+}
+
+QLabel* importe(const QString& nombre, QWidget* padre, double escala = 1.0, bool negrita = false) {
+    auto* l = new QLabel(QStringLiteral("0.00"), padre);
+    l->setObjectName(nombre);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QFont f = l->font();
+    f.setPointSizeF(f.pointSizeF() * escala);
+    f.setBold(negrita);
+    l->setFont(f);
+    l->setMinimumWidth(120);
+    return l;
+}
+
+QLineEdit* campo(const QString& nombre, QWidget* padre, const QString& ayuda = {}) {
+    auto* e = new QLineEdit(padre);
+    e->setObjectName(nombre);
+    e->setToolTip(ayuda);
+    e->setPlaceholderText(ayuda);
+    return e;
+}
+
+// Importe sin máscara, como lo escribe el Basic: sin ceros de más ("150.5", "-20").
+QString textoLlano(Dinero d) {
+    QString t = d.aTexto();
+    if (t.contains(u'.')) {
+        while (t.endsWith(u'0')) t.chop(1);
+        if (t.endsWith(u'.')) t.chop(1);
+    }
+    return t;
 }
 
 } // namespace
 
 PanelVenta::PanelVenta(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf, QWidget* padre)
     : QWidget(padre), almacen_(almacen), estado_(estado), conf_(conf) {
+    armaPantalla();
+    conecta();
+}
+
+void PanelVenta::armaPantalla() {
     auto* capa = new QVBoxLayout(this);
     capa->setContentsMargins(0, 0, 0, 0);
-    capa->setSpacing(10);
+    capa->setSpacing(8);
 
+    // Cabeza: título, tipo de comprobante, próximo número y el botón de agrandar.
     auto* cabeza = new QHBoxLayout;
     cabeza->addWidget(TituloPanel(QStringLiteral("Vender"), this));
-    cabeza->addStretch(1);
-    command55_ = new QPushButton(QStringLiteral("Maximizar"), this);
-    command55_->setObjectName(QStringLiteral("Command55"));
-    command55_->setAutoDefault(false);
-    command55_->setFocusPolicy(Qt::TabFocus);
-    cabeza->addWidget(command55_);
-    capa->addLayout(cabeza);
-
-    auto* datos = new QGridLayout;
-    datos->setHorizontalSpacing(10);
-    datos->setVerticalSpacing(8);
+    cabeza->addSpacing(24);
     lblTipCompro_ = new QPushButton(this);
     lblTipCompro_->setObjectName(QStringLiteral("lblTipCompro"));
     lblTipCompro_->setFlat(true);
     lblTipCompro_->setCursor(Qt::PointingHandCursor);
     lblTipCompro_->setToolTip(QStringLiteral("Clic para cambiar el tipo de comprobante"));
-    lblTipCompro_->setStyleSheet(QStringLiteral("text-align: left; font-weight: bold;"));
+    lblTipCompro_->setStyleSheet(QStringLiteral("text-align: left; font-weight: bold; font-size: 12pt;"));
+    lblTipCompro_->setFocusPolicy(Qt::NoFocus);
     cboSelTipoCo_ = new QComboBox(this);
     cboSelTipoCo_->setObjectName(QStringLiteral("cboSelTipoCo"));
     cboSelTipoCo_->setMinimumWidth(200);
     cboSelTipoCo_->hide();
-    cboSelTipoCo_->installEventFilter(this);
     lblProx_ = new QLabel(this);
     lblProx_->setObjectName(QStringLiteral("lblProx"));
     lblProx_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    QFont numero = lblProx_->font();
-    numero.setBold(true);
-    lblProx_->setFont(numero);
-    lblCli_ = new QLabel(QStringLiteral("<Sin seleccion de cliente>"), this);
+    QFont fp = lblProx_->font();
+    fp.setBold(true);
+    fp.setPointSizeF(fp.pointSizeF() * 1.15);
+    lblProx_->setFont(fp);
+    cabeza->addWidget(lblTipCompro_);
+    cabeza->addWidget(cboSelTipoCo_);
+    cabeza->addSpacing(12);
+    cabeza->addWidget(rotulo(QStringLiteral("Próximo Nro. :"), this));
+    cabeza->addWidget(lblProx_);
+    cabeza->addStretch(1);
+    command55_ = new QPushButton(QStringLiteral("Maximizar"), this);
+    command55_->setObjectName(QStringLiteral("Command55"));
+    command55_->setAutoDefault(false);
+    command55_->setFocusPolicy(Qt::NoFocus);
+    cabeza->addWidget(command55_);
+    capa->addLayout(cabeza);
+
+    // Cliente, vendedor y forma de pago.
+    auto* cliente = new QGroupBox(this);
+    auto* gc = new QGridLayout(cliente);
+    gc->setContentsMargins(10, 8, 10, 8);
+    gc->setHorizontalSpacing(8);
+    label6_ = new QLabel(QStringLiteral("????"), cliente);
+    label6_->setObjectName(QStringLiteral("Label6"));
+    label6_->setMinimumWidth(80);
+    text8_ = campo(QStringLiteral("Text8"), cliente, QStringLiteral("Nro. de cliente o tarjeta"));
+    text8_->setMaximumWidth(170);
+    command38_ = new QPushButton(QStringLiteral("Buscar..."), cliente);
+    command38_->setObjectName(QStringLiteral("Command38"));
+    command38_->setFocusPolicy(Qt::TabFocus);
+    lblCli_ = new QLabel(cliente);
     lblCli_->setObjectName(QStringLiteral("lblCli"));
-    cboVendedores_ = new QComboBox(this);
+    QFont fc = lblCli_->font();
+    fc.setBold(true);
+    fc.setPointSizeF(fc.pointSizeF() * 1.1);
+    lblCli_->setFont(fc);
+    lblDirCli_ = new QLabel(cliente);
+    lblDirCli_->setObjectName(QStringLiteral("lblDirCli"));
+    lblDirCli_->setEnabled(false);
+    lblCuit_ = new QLabel(cliente);
+    lblCuit_->setObjectName(QStringLiteral("lblCuit"));
+    lblCuit_->setEnabled(false);
+    cboVendedores_ = new QComboBox(cliente);
     cboVendedores_->setObjectName(QStringLiteral("cboVendedores"));
-    cboVendedores_->setMinimumWidth(200);
+    cboVendedores_->setMinimumWidth(170);
+    cboFPago_ = new QComboBox(cliente);
+    cboFPago_->setObjectName(QStringLiteral("cboFPago"));
+    cboFPago_->setMinimumWidth(130);
+    command17_ = new QPushButton(QStringLiteral("Mas Datos..."), cliente);
+    command17_->setObjectName(QStringLiteral("Command17"));
+    command17_->setFocusPolicy(Qt::TabFocus);
+    gc->addWidget(label6_, 0, 0);
+    gc->addWidget(text8_, 0, 1);
+    gc->addWidget(command38_, 0, 2);
+    gc->addWidget(lblCli_, 0, 3);
+    gc->addWidget(rotulo(QStringLiteral("Vendedor ?"), cliente), 0, 4);
+    gc->addWidget(cboVendedores_, 0, 5);
+    gc->addWidget(lblDirCli_, 1, 3);
+    gc->addWidget(lblCuit_, 1, 1, 1, 2);
+    gc->addWidget(rotulo(QStringLiteral("F. Pago ?"), cliente), 1, 4);
+    gc->addWidget(cboFPago_, 1, 5);
+    gc->addWidget(command17_, 0, 6, 2, 1);
+    gc->setColumnStretch(3, 1);
+    capa->addWidget(cliente);
 
-    auto* tipo = new QHBoxLayout;
-    tipo->setSpacing(0);
-    tipo->addWidget(lblTipCompro_);
-    tipo->addWidget(cboSelTipoCo_);
-    tipo->addStretch(1);
-    datos->addWidget(etiqueta(QStringLiteral("Comprobante :"), this), 0, 0);
-    datos->addLayout(tipo, 0, 1);
-    datos->addWidget(etiqueta(QStringLiteral("Próximo Nro. :"), this), 0, 2);
-    datos->addWidget(lblProx_, 0, 3);
-    datos->addWidget(etiqueta(QStringLiteral("Cliente :"), this), 1, 0);
-    datos->addWidget(lblCli_, 1, 1);
-    datos->addWidget(etiqueta(QStringLiteral("Vendedor :"), this), 1, 2);
-    datos->addWidget(cboVendedores_, 1, 3);
-    datos->setColumnStretch(1, 1);
-    capa->addLayout(datos);
+    // Carga de artículos.
+    auto* entrada = new QGroupBox(this);
+    auto* ge = new QGridLayout(entrada);
+    ge->setContentsMargins(10, 6, 10, 8);
+    ge->setHorizontalSpacing(8);
+    ge->setVerticalSpacing(2);
+    text7_ = campo(QStringLiteral("Text7"), entrada,
+                   QStringLiteral("Ingrese el código del artículo manualmente o por pistola de cgo de barras."));
+    text7_->setPlaceholderText(QStringLiteral("Código o código de barras"));
+    QFont fcod = text7_->font();
+    fcod.setPointSizeF(fcod.pointSizeF() * 1.25);
+    text7_->setFont(fcod);
+    text16_ = campo(QStringLiteral("Text16"), entrada, QStringLiteral("Ingrese el código del proveedor"));
+    text16_->setPlaceholderText(QStringLiteral("Cgo. proveedor"));
+    text16_->setMaximumWidth(140);
+    text9_ = new QComboBox(entrada);
+    text9_->setObjectName(QStringLiteral("Text9"));
+    text9_->setEditable(true);
+    text9_->setInsertPolicy(QComboBox::NoInsert);
+    text9_->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    text9_->completer()->setFilterMode(Qt::MatchContains);
+    text9_->setMinimumWidth(220);
+    command58_ = new QPushButton(QStringLiteral("..."), entrada);
+    command58_->setObjectName(QStringLiteral("Command58"));
+    command58_->setToolTip(QStringLiteral("Buscar artículo (F3)"));
+    command58_->setMaximumWidth(36);
+    command58_->setFocusPolicy(Qt::TabFocus);
+    txtCant_ = campo(QStringLiteral("txtCant"), entrada, QStringLiteral("Ingrese la cantidad"));
+    txtCant_->setText(QStringLiteral("1"));
+    txtCant_->setMaximumWidth(80);
+    txtCant_->setAlignment(Qt::AlignRight);
+    txUnit_ = campo(QStringLiteral("txUnit"), entrada);
+    txUnit_->setText(QStringLiteral("0"));
+    txUnit_->setMaximumWidth(120);
+    txUnit_->setAlignment(Qt::AlignRight);
+    auto* soloNumeros = new QDoubleValidator(-1e12, 1e12, 4, txUnit_);
+    soloNumeros->setLocale(QLocale::c());
+    soloNumeros->setNotation(QDoubleValidator::StandardNotation);
+    txUnit_->setValidator(soloNumeros);
+    txtUnitImpuesto_ = campo(QStringLiteral("txtUnitImpuesto"), entrada);
+    txtUnitImpuesto_->setText(QStringLiteral("0"));
+    txtUnitImpuesto_->setReadOnly(true);
+    txtUnitImpuesto_->setFocusPolicy(Qt::NoFocus);
+    txtUnitImpuesto_->setMaximumWidth(120);
+    txtUnitImpuesto_->setAlignment(Qt::AlignRight);
+    command20_ = new QPushButton(QStringLiteral("Agregar"), entrada);
+    command20_->setObjectName(QStringLiteral("Command20"));
+    command20_->setDefault(true);
+    command20_->setMinimumHeight(text7_->sizeHint().height());
+    auto rot = [&](const QString& t) { return rotulo(t, entrada, Qt::AlignLeft | Qt::AlignBottom); };
+    // Primera fila: lo que usa el cajero en cada línea. Segunda: las otras formas de elegir.
+    ge->addWidget(rot(QStringLiteral("Código")), 0, 0);
+    ge->addWidget(rot(QStringLiteral("Cantidad")), 0, 2);
+    ge->addWidget(rot(QStringLiteral("Precio Unitario")), 0, 3);
+    ge->addWidget(rot(QStringLiteral("Precio Unitario ( con impuesto )")), 0, 4);
+    ge->addWidget(text7_, 1, 0, 1, 2);
+    ge->addWidget(txtCant_, 1, 2);
+    ge->addWidget(txUnit_, 1, 3);
+    ge->addWidget(txtUnitImpuesto_, 1, 4);
+    ge->addWidget(command20_, 1, 5);
+    ge->addWidget(rot(QStringLiteral("Cgo. Proveedor")), 2, 0);
+    ge->addWidget(rot(QStringLiteral("Artículo")), 2, 1);
+    ge->addWidget(text16_, 3, 0);
+    auto* lista = new QHBoxLayout;
+    lista->setSpacing(4);
+    lista->addWidget(text9_, 1);
+    lista->addWidget(command58_);
+    ge->addLayout(lista, 3, 1, 1, 4);
+    ge->setColumnStretch(1, 3);
+    text16_->setMaximumWidth(QWIDGETSIZE_MAX);
+    text7_->setMinimumWidth(260);
+    capa->addWidget(entrada);
 
+    // Líneas y totales.
+    auto* cuerpo = new QHBoxLayout;
+    cuerpo->setSpacing(12);
     grilla_ = new Grilla(almacen_, this);
     grilla_->setObjectName(QStringLiteral("DBGrid4"));
     grilla_->fijaTituloImpresion(QStringLiteral("Venta en curso"));
@@ -107,31 +263,224 @@ PanelVenta::PanelVenta(Almacen& almacen, EstadoAplicacion& estado, const Configu
     grilla_->fijaMascara(QStringLiteral("SubTotal"), estado_.MascaraMoneda);
     grilla_->ocultaColumna(QStringLiteral("idTmpFac"));
     grilla_->ocultaColumna(QStringLiteral("idArticulo"));
-    capa->addWidget(grilla_, 1);
+    grilla_->tabla()->horizontalHeader()->setStretchLastSection(true); // "Nro Serie" toma lo que queda
+    grilla_->tabla()->horizontalHeader()->setMinimumSectionSize(12);
+    cuerpo->addWidget(grilla_, 1);
 
-    lblItems_ = new QLabel(QStringLiteral("0 ítems."), this);
+    auto* caja = new QGroupBox(this);
+    caja->setObjectName(QStringLiteral("cajaTotales"));
+    caja->setMinimumWidth(290);
+    caja->setMaximumWidth(330);
+    auto* gt = new QGridLayout(caja);
+    gt->setContentsMargins(12, 10, 12, 10);
+    gt->setVerticalSpacing(6);
+    lblSubTotal_ = importe(QStringLiteral("lblSubTotal"), caja, 1.1);
+    txtPorcDescuento_ = campo(QStringLiteral("txtPorcDescuento"), caja);
+    txtPorcDescuento_->setText(QStringLiteral("0"));
+    txtPorcDescuento_->setMaximumWidth(56);
+    txtPorcDescuento_->setAlignment(Qt::AlignRight);
+    lblImporteDescuento_ = importe(QStringLiteral("lblImporteDescuento"), caja, 1.1);
+    txtNeto_ = importe(QStringLiteral("txtNeto"), caja, 1.1);
+    txtPorcImpuesto_ = campo(QStringLiteral("txtPorcImpuesto"), caja);
+    txtPorcImpuesto_->setText(QStringLiteral("0"));
+    txtPorcImpuesto_->setMaximumWidth(56);
+    txtPorcImpuesto_->setAlignment(Qt::AlignRight);
+    lblImpuestoImporte_ = importe(QStringLiteral("lblImpuestoImporte"), caja, 1.1);
+    txtMontoTotal_ = importe(QStringLiteral("txtMontoTotal"), caja, 2.2, true);
+    txSuPago_ = campo(QStringLiteral("txSuPago"), caja);
+    txSuPago_->setAlignment(Qt::AlignRight);
+    QFont fpago = txSuPago_->font();
+    fpago.setPointSizeF(fpago.pointSizeF() * 1.3);
+    txSuPago_->setFont(fpago);
+    txSuVuelto_ = importe(QStringLiteral("txSuVuelto"), caja, 1.6, true);
+    txSuVuelto_->setText(QStringLiteral("0"));
+    auto porciento = [&](QLineEdit* e) {
+        auto* w = new QWidget(caja);
+        auto* h = new QHBoxLayout(w);
+        h->setContentsMargins(0, 0, 0, 0);
+        h->setSpacing(4);
+        h->addWidget(e);
+        h->addWidget(new QLabel(QStringLiteral("%"), w));
+        return w;
+    };
+    int f = 0;
+    gt->addWidget(rotulo(QStringLiteral("Sub Total"), caja, Qt::AlignLeft | Qt::AlignVCenter), f, 0);
+    gt->addWidget(lblSubTotal_, f++, 2);
+    gt->addWidget(rotulo(QStringLiteral("Desc."), caja, Qt::AlignLeft | Qt::AlignVCenter), f, 0);
+    gt->addWidget(porciento(txtPorcDescuento_), f, 1);
+    gt->addWidget(lblImporteDescuento_, f++, 2);
+    gt->addWidget(rotulo(QStringLiteral("NETO"), caja, Qt::AlignLeft | Qt::AlignVCenter), f, 0);
+    gt->addWidget(txtNeto_, f++, 2);
+    gt->addWidget(rotulo(QStringLiteral("Imp."), caja, Qt::AlignLeft | Qt::AlignVCenter), f, 0);
+    gt->addWidget(porciento(txtPorcImpuesto_), f, 1);
+    gt->addWidget(lblImpuestoImporte_, f++, 2);
+    auto* linea = new QFrame(caja);
+    linea->setFrameShape(QFrame::HLine);
+    linea->setFrameShadow(QFrame::Sunken);
+    gt->addWidget(linea, f++, 0, 1, 3);
+    auto* total = rotulo(QStringLiteral("TOTAL"), caja, Qt::AlignLeft | Qt::AlignVCenter);
+    QFont ft = total->font();
+    ft.setBold(true);
+    ft.setPointSizeF(ft.pointSizeF() * 1.4);
+    total->setFont(ft);
+    gt->addWidget(total, f, 0);
+    gt->addWidget(txtMontoTotal_, f++, 1, 1, 2);
+    gt->addWidget(rotulo(QStringLiteral("Su Pago ?"), caja, Qt::AlignLeft | Qt::AlignVCenter), f, 0);
+    gt->addWidget(txSuPago_, f++, 1, 1, 2);
+    gt->addWidget(rotulo(QStringLiteral("Su Vuelto:"), caja, Qt::AlignLeft | Qt::AlignVCenter), f, 0);
+    gt->addWidget(txSuVuelto_, f++, 1, 1, 2);
+    lblItems_ = new QLabel(QStringLiteral("0 ítems."), caja);
     lblItems_->setObjectName(QStringLiteral("lblItems"));
-    capa->addWidget(lblItems_);
+    lblItems_->setAlignment(Qt::AlignRight);
+    gt->addWidget(lblItems_, f++, 0, 1, 3);
+    gt->setRowStretch(f++, 1);
+    command18_ = new QPushButton(QStringLiteral("Borrar"), caja);
+    command18_->setObjectName(QStringLiteral("Command18"));
+    command18_->setEnabled(false);
+    command21_ = new QPushButton(QStringLiteral("Anular"), caja);
+    command21_->setObjectName(QStringLiteral("Command21"));
+    for (QPushButton* b : {command18_, command21_}) {
+        b->setAutoDefault(false);
+        b->setFocusPolicy(Qt::TabFocus);
+    }
+    auto* botones = new QHBoxLayout;
+    botones->addWidget(command18_);
+    botones->addWidget(command21_);
+    gt->addLayout(botones, f++, 0, 1, 3);
+    gt->setColumnStretch(2, 1);
+    cuerpo->addWidget(caja);
+    capa->addLayout(cuerpo, 1);
 
+    auto* teclas = new QLabel(QStringLiteral(
+        "F2 Cliente · F3 Buscar artículo · F4 Cgo. proveedor · F5 Mas Datos... · F6 Su Pago · "
+        "F7 Líneas · Supr Borrar ítem · +/− cantidad de la línea · F8 Anular · Esc Código"), this);
+    teclas->setObjectName(QStringLiteral("lblTeclas"));
+    teclas->setEnabled(false);
+    teclas->setWordWrap(true);
+    capa->addWidget(teclas);
+
+    limpiaEntrada();
+    lblCli_->setText(QStringLiteral("<Sin seleccion de cliente>"));
+    lblDirCli_->setText(QStringLiteral("Domicilio - Telefonos - e-mail"));
+    lblCuit_->setText(QStringLiteral("CUIT : 0"));
+}
+
+void PanelVenta::conecta() {
     connect(command55_, &QPushButton::clicked, this, &PanelVenta::agrandarPulsado);
     connect(lblTipCompro_, &QPushButton::clicked, this, [this] {
         lblTipCompro_->hide();
         cboSelTipoCo_->show();
         cboSelTipoCo_->setFocus();
+        cboSelTipoCo_->showPopup();
     });
     connect(cboSelTipoCo_, &QComboBox::activated, this, [this] {
         eligeTipo();
-        cboSelTipoCo_->clearFocus();
+        text7_->setFocus();
     });
+    connect(command20_, &QPushButton::clicked, this, &PanelVenta::agregar);
+    connect(command18_, &QPushButton::clicked, this, &PanelVenta::borrarItem);
+    connect(command21_, &QPushButton::clicked, this, &PanelVenta::anular);
+    connect(command38_, &QPushButton::clicked, this, &PanelVenta::eligeCliente);
+    connect(command58_, &QPushButton::clicked, this, &PanelVenta::buscaArticulo);
+    connect(command17_, &QPushButton::clicked, this, &PanelVenta::masDatos);
+
+    // Enter en cada campo hace lo del botón que corresponde (el lector de códigos termina con
+    // Enter en Text7, y la línea se agrega con el precio del artículo).
+    connect(text7_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
+    connect(text16_, &QLineEdit::returnPressed, this, [this] {
+        codigoProveedor();
+        agregar();
+    });
+    connect(txtCant_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
+    connect(txUnit_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
+    connect(text8_, &QLineEdit::returnPressed, this, &PanelVenta::eligeCliente);
+    connect(text8_, &QLineEdit::textEdited, this, [this] {
+        idCliente_.reset();
+        label6_->setText(QStringLiteral("???"));
+    });
+    connect(txUnit_, &QLineEdit::textChanged, this, &PanelVenta::actualizaConImpuesto);
+    connect(txSuPago_, &QLineEdit::textChanged, this, &PanelVenta::actualizaVuelto);
+    connect(grilla_, &Grilla::filaCambiada, this, [this] { command18_->setEnabled(grilla_->filaActual().has_value()); });
+    connect(grilla_, &Grilla::filaEditada, this, &PanelVenta::recalculaLineas);
+
+    for (QObject* o : {static_cast<QObject*>(text7_), static_cast<QObject*>(text16_), static_cast<QObject*>(text9_),
+                       static_cast<QObject*>(txtCant_), static_cast<QObject*>(txtPorcDescuento_),
+                       static_cast<QObject*>(txtPorcImpuesto_), static_cast<QObject*>(cboSelTipoCo_),
+                       static_cast<QObject*>(grilla_->tabla())})
+        o->installEventFilter(this);
+    text9_->lineEdit()->installEventFilter(this);
+    connect(text9_->lineEdit(), &QLineEdit::returnPressed, this, &PanelVenta::agregar);
+
+    auto atajo = [this](QKeySequence k, auto f) {
+        auto* s = new QShortcut(k, this);
+        s->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(s, &QShortcut::activated, this, f);
+    };
+    atajo(Qt::Key_F2, [this] {
+        text8_->setFocus();
+        text8_->selectAll();
+    });
+    atajo(Qt::Key_F3, [this] { buscaArticulo(); });
+    atajo(Qt::Key_F4, [this] { text16_->setFocus(); });
+    atajo(Qt::Key_F5, [this] { masDatos(); });
+    atajo(Qt::Key_F6, [this] { txSuPago_->setFocus(); });
+    atajo(Qt::Key_F7, [this] { grilla_->tabla()->setFocus(); });
+    atajo(Qt::Key_F8, [this] { anular(); });
+    atajo(Qt::Key_Escape, [this] { text7_->setFocus(); });
 }
 
 bool PanelVenta::eventFilter(QObject* o, QEvent* e) {
-    if (o == cboSelTipoCo_ && e->type() == QEvent::FocusOut && !cboSelTipoCo_->view()->isVisible()) {
-        cboSelTipoCo_->hide();
-        lblTipCompro_->show();
+    if (e->type() == QEvent::FocusIn) {
+        if (o == text7_) {
+            tag_ = OrigenLinea::CodigoBarras;
+            QTimer::singleShot(0, text7_, &QLineEdit::selectAll);
+        } else if (o == text16_) {
+            tag_ = OrigenLinea::CodigoProveedor;
+        } else if (o == text9_ || o == text9_->lineEdit()) {
+            tag_ = OrigenLinea::Lista;
+        } else if (o == txtCant_) {
+            QTimer::singleShot(0, txtCant_, &QLineEdit::selectAll);
+        }
+    } else if (e->type() == QEvent::FocusOut) {
+        const auto razon = static_cast<QFocusEvent*>(e)->reason();
+        if (razon != Qt::PopupFocusReason) {
+            if (o == text7_) precioPorCodigo();
+            else if (o == text16_) codigoProveedor();
+            else if (o == text9_->lineEdit()) precioPorLista();
+            else if (o == txtPorcDescuento_) {
+                if (EsNumerico(QStringView(txtPorcDescuento_->text()))) {
+                    estado_.DescuentoClienteActual = Val(txtPorcDescuento_->text());
+                    totales();
+                }
+            } else if (o == txtPorcImpuesto_) {
+                conf_.graba(clave::miscelaneas, QStringLiteral("CoefIva"), txtPorcImpuesto_->text());
+                totales();
+            } else if (o == cboSelTipoCo_ && !cboSelTipoCo_->view()->isVisible()) {
+                cboSelTipoCo_->hide();
+                lblTipCompro_->show();
+            }
+        }
+    } else if (e->type() == QEvent::KeyPress && o == grilla_->tabla()) {
+        auto* k = static_cast<QKeyEvent*>(e);
+        if (k->modifiers() & Qt::KeypadModifier) {
+            if (k->key() == Qt::Key_Plus) {
+                cambiaCantidadActual(+1);
+                return true;
+            }
+            if (k->key() == Qt::Key_Minus) {
+                cambiaCantidadActual(-1);
+                return true;
+            }
+        }
+        if (k->key() == Qt::Key_Delete) {
+            borrarItem();
+            return true;
+        }
     }
     return QWidget::eventFilter(o, e);
 }
+
+// --- listas ---
 
 void PanelVenta::llenaTiposComprobante() {
     cboSelTipoCo_->clear();
@@ -151,6 +500,8 @@ void PanelVenta::eligeTipo() {
     } catch (const ErrorAlmacen&) {
         lblProx_->clear();
     }
+    cboSelTipoCo_->hide();
+    lblTipCompro_->show();
 }
 
 void PanelVenta::llenaVendedores() {
@@ -163,27 +514,66 @@ void PanelVenta::llenaVendedores() {
 
 void PanelVenta::seleccionaVendedor(qint64 idUsuario) { SelComboId(cboVendedores_, idUsuario); }
 
+void PanelVenta::llenaArticulos() {
+    text9_->clear();
+    LlenaCombo(text9_, almacen_, QStringLiteral("SELECT idArticulo, Descripcion FROM Articulos ORDER BY Descripcion"), {},
+               QStringLiteral("Descripcion"), QStringLiteral("idArticulo"));
+    text9_->setCurrentIndex(-1);
+    text9_->setEditText(QString());
+}
+
+void PanelVenta::llenaFormasPago() {
+    const int antes = cboFPago_->currentIndex();
+    cboFPago_->clear();
+    LlenaCombo(cboFPago_, almacen_, QStringLiteral("SELECT idTipoFormaPago, FormaPago FROM FormasDePago ORDER BY idTipoFormaPago"),
+               {}, QStringLiteral("FormaPago"), QStringLiteral("idTipoFormaPago"));
+    cboFPago_->setCurrentIndex(antes >= 0 && antes < cboFPago_->count() ? antes : (cboFPago_->count() ? 0 : -1));
+}
+
+void PanelVenta::leeCoefIva() {
+    const QString coef = conf_.lee(clave::miscelaneas, QStringLiteral("CoefIva"));
+    if (EsNumerico(QStringView(coef))) txtPorcImpuesto_->setText(coef);
+}
+
+// --- entrada al panel y grilla ---
+
 void PanelVenta::entra() {
+    leeLineas(false);
+    eligeTipo();
+    QTimer::singleShot(0, this, &PanelVenta::ajustaGrilla);
+    text8_->setFocus();
+}
+
+void PanelVenta::leeLineas(bool alFinal) {
     try {
         grilla_->fijaConsulta(kLineas, {estado_.IdRed});
     } catch (const ErrorAlmacen&) {
     }
-    eligeTipo();
-    actualizaItems();
-    QTimer::singleShot(0, this, &PanelVenta::ajustaGrilla);
+    if (alFinal) {
+        int ultima = 0;
+        while (grilla_->modelo().asegura(ultima + 1)) ++ultima;
+        if (grilla_->modelo().rowCount() > 0) grilla_->irAFila(ultima);
+    }
+    command18_->setEnabled(grilla_->filaActual().has_value());
+    totales();
 }
 
-void PanelVenta::actualizaItems() {
-    try {
-        QSqlQuery q = almacen_.consulta(
-            QStringLiteral("SELECT count(*), sum(Cantidad) FROM TmpFac WHERE PCRed = ?"), {estado_.IdRed});
-        if (q.next() && q.value(0).toInt() > 0)
-            lblItems_->setText(Formato(q.value(1), QStringLiteral("0.0")) + QStringLiteral(" de ") +
-                               q.value(0).toString() + QStringLiteral(" ítems."));
-        else
-            lblItems_->setText(QStringLiteral("0 ítems."));
-    } catch (const ErrorAlmacen&) {
+void PanelVenta::fijaSoloLectura(bool si) {
+    soloLectura_ = si;
+    if (si) {
+        grilla_->fijaEditables({}, {});
+        return;
     }
+    grilla_->fijaEditables({QStringLiteral("Cantidad"), QStringLiteral("Unitario"), QStringLiteral("Sn")},
+                           [this](const QSqlRecord& r, const QString& campo, const QVariant& valor) {
+                               try {
+                                   CorrigeLinea(almacen_, r.value(QStringLiteral("idTmpFac")).toLongLong(), campo, valor);
+                               } catch (const Aviso& a) {
+                                   MuestraAviso(a, this);
+                               } catch (const ErrorAlmacen& e) {
+                                   MensajeErrorAlmacen(e, this);
+                               }
+                           });
 }
 
 void PanelVenta::ajustaGrilla() {
@@ -191,27 +581,332 @@ void PanelVenta::ajustaGrilla() {
     const int ancho = t->viewport()->width();
     static constexpr int proporcion[] = {18, 10, 30, 19, 19};
     QHeaderView* h = t->horizontalHeader();
-    int usadas = 0;
-    int resto = ancho;
-    QList<int> demas;
-    for (int visual = 0; visual < h->count(); ++visual) {
+    for (int visual = 0, usadas = 0; visual < h->count() && usadas < 5; ++visual) {
         const int logica = h->logicalIndex(visual);
         if (h->isSectionHidden(logica)) continue;
-        if (usadas < 5) {
-            const int a = ancho * proporcion[usadas++] / 100;
-            h->resizeSection(logica, a);
-            resto -= a;
-        } else {
-            demas << logica;
-        }
+        h->resizeSection(logica, ancho * proporcion[usadas++] / 100);
     }
-    // Lo que queda del ancho se reparte entre las columnas siguientes ("Nro Serie").
-    for (int logica : demas) h->resizeSection(logica, qMax(40, resto / int(demas.size())));
 }
 
 void PanelVenta::resizeEvent(QResizeEvent* e) {
     QWidget::resizeEvent(e);
     ajustaGrilla();
+}
+
+// --- precios de la carga ---
+
+void PanelVenta::muestraPrecio(const QVariant& precio) {
+    const Dinero p = Dinero::desdeVariant(precio);
+    txUnit_->setText(FormatoMoneda(p, estado_.MascaraMoneda));
+    actualizaConImpuesto();
+}
+
+void PanelVenta::actualizaConImpuesto() {
+    const Dinero v = Dinero::desdeTexto(txUnit_->text()).value_or(Dinero());
+    const QString imp = txtPorcImpuesto_->text();
+    const Dinero con = imp == QStringLiteral("0") ? v : v.por(Val(imp) / 100.0 + 1.0);
+    txtUnitImpuesto_->setText(FormatoMoneda(con, estado_.MascaraMoneda));
+}
+
+void PanelVenta::precioPorCodigo() {
+    try {
+        const auto art = text7_->text().isEmpty() ? std::nullopt : ArticuloPorCodigo(almacen_, text7_->text());
+        if (!art || art->precioVenta.isNull()) {
+            text9_->setEditText(QString());
+            txUnit_->setText(QStringLiteral("0"));
+            txtUnitImpuesto_->setText(QStringLiteral("0"));
+        } else {
+            muestraPrecio(art->precioVenta);
+            SelComboId(text9_, art->idArticulo);
+        }
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, this);
+    }
+    if (text7_->text().isEmpty()) text9_->setEditText(QString());
+}
+
+std::optional<qint64> PanelVenta::articuloDeLista() const {
+    const int i = text9_->findText(text9_->currentText(), Qt::MatchExactly);
+    if (i < 0) return std::nullopt;
+    return text9_->itemData(i).toLongLong();
+}
+
+void PanelVenta::precioPorLista() {
+    if (tag_ != OrigenLinea::Lista) return;
+    const auto id = articuloDeLista();
+    if (!id) return;
+    try {
+        const auto art = ArticuloPorId(almacen_, *id);
+        if (!art) {
+            txUnit_->setText(QStringLiteral("0"));
+            txtUnitImpuesto_->setText(QStringLiteral("0"));
+            text7_->clear();
+            text16_->clear();
+            return;
+        }
+        muestraPrecio(art->precioVenta);
+        text7_->setText(art->codigo);
+        text16_->setText(art->cgoProveedor);
+    } catch (const ErrorAlmacen&) {
+        // Como siempre: sigue sin decir nada.
+    }
+}
+
+void PanelVenta::codigoProveedor() {
+    if (text16_->text().trimmed().isEmpty()) return;
+    try {
+        if (const auto art = ArticuloPorCgoProveedor(almacen_, text16_->text())) {
+            text9_->setEditText(art->descripcion);
+            text7_->setText(art->codigo);
+            precioPorLista(); // con el Tag "TEXT" no hace nada
+        }
+    } catch (const ErrorAlmacen&) {
+    }
+}
+
+// --- agregar, borrar, anular ---
+
+void PanelVenta::agregar() {
+    PedidoLinea p;
+    p.origen = tag_;
+    p.codigo = text7_->text();
+    p.idDeLista = articuloDeLista();
+    p.cantidad = txtCant_->text();
+    p.unitario = txUnit_->text();
+    try {
+        AgregaLinea(almacen_, estado_.IdRed, p);
+    } catch (const Aviso& a) {
+        MuestraAviso(a, this);
+        text7_->setFocus();
+        return;
+    } catch (const ErrorAlmacen& e) {
+        Mensaje(QStringLiteral("Error:") + e.descripcion(), QStringLiteral("Error"), Icono::Stop, this);
+        return;
+    }
+    QApplication::beep();
+    leeLineas(true);
+    limpiaEntrada();
+    tag_ = OrigenLinea::CodigoBarras;
+    text7_->setFocus();
+}
+
+void PanelVenta::limpiaEntrada() {
+    text9_->setCurrentIndex(-1);
+    text9_->setEditText(QString());
+    txtCant_->setText(QStringLiteral("1"));
+    text7_->clear();
+    text16_->clear();
+    txUnit_->setText(QStringLiteral("0"));
+    txtUnitImpuesto_->setText(QStringLiteral("0"));
+}
+
+void PanelVenta::borrarItem() {
+    const auto id = grilla_->claveActual();
+    if (!id) return;
+    if (!Pregunta(QStringLiteral("Borra este ítem?"), this)) return;
+    try {
+        BorraLinea(almacen_, id->toLongLong());
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, this);
+    }
+    leeLineas(false);
+}
+
+void PanelVenta::anular() {
+    if (!Pregunta(QStringLiteral("Está seguro de cancelar el documento actual?"), this)) return;
+    reseteaFactura();
+}
+
+void PanelVenta::cambiaCantidadActual(double delta) {
+    const auto id = grilla_->claveActual();
+    if (!id) return;
+    try {
+        CambiaCantidad(almacen_, id->toLongLong(), delta);
+    } catch (const ErrorAlmacen&) {
+    }
+    grilla_->refresca();
+    totales();
+}
+
+void PanelVenta::recalculaLineas() {
+    try {
+        if (!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos"))) return;
+        RecalculaLineas(almacen_, estado_.IdRed);
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, this);
+        return;
+    }
+    grilla_->refresca();
+    totales();
+}
+
+void PanelVenta::reseteaFactura() {
+    // 1 y 2
+    txSuPago_->clear();
+    txSuVuelto_->setText(QStringLiteral("0"));
+    try {
+        VaciaBorrador(almacen_, estado_.IdRed);
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, this);
+    }
+    // 3
+    label6_->setText(QStringLiteral("????"));
+    clienteEsVip_ = false;
+    idCliente_.reset();
+    SelComboId(cboVendedores_, estado_.idUsuarioActual);
+    // 4
+    estado_.DescuentoClienteActual = 0;
+    estado_.MontDescuentoActual = Dinero();
+    estado_.NombreClienteActual = QStringLiteral("Cons.Final");
+    estado_.FormaPagoActual = QStringLiteral("EFVO");
+    estado_.ObservacionesActual.clear();
+    estado_.idTipoIvaActual = 1;
+    estado_.CuitClienteActual.clear();
+    estado_.CuponActual = QStringLiteral("000");
+    text8_->clear();
+    for (QLabel* l : {lblSubTotal_, txtMontoTotal_, txtNeto_, lblImporteDescuento_, lblImpuestoImporte_})
+        l->setText(QStringLiteral("0"));
+    txtPorcDescuento_->setText(QStringLiteral("0"));
+    // 5
+    const QString ultimo = conf_.lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado"));
+    if (!EsNumerico(QStringView(ultimo))) {
+        try {
+            if (const auto tipo = TipoComprobantePredeterminado(almacen_, conf_))
+                estado_.idTipoComprobanteActual = qint32(*tipo);
+        } catch (const ErrorAlmacen&) {
+        }
+    }
+    // 6
+    lblCli_->setText(QStringLiteral("<Sin seleccion de cliente>"));
+    lblDirCli_->setText(QStringLiteral("Domicilio - Telefonos - e-mail"));
+    lblCuit_->setText(QStringLiteral("CUIT : 0"));
+    SelComboId(cboSelTipoCo_, estado_.idTipoComprobanteActual);
+    lblTipCompro_->setText(cboSelTipoCo_->currentText());
+    try {
+        lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual));
+    } catch (const ErrorAlmacen&) {
+    }
+    grilla_->refresca();
+    command18_->setEnabled(false);
+    lblItems_->setText(QStringLiteral("0 ítems."));
+    limpiaEntrada();
+    text8_->setFocus();
+}
+
+// --- totales y vuelto ---
+
+void PanelVenta::totales() {
+    const QString& m = estado_.MascaraMoneda;
+    Totales t;
+    try {
+        t = CalculaTotales(almacen_, estado_.IdRed, Val(txtPorcDescuento_->text()), Val(txtPorcImpuesto_->text()));
+    } catch (const ErrorAlmacen&) {
+        return;
+    }
+    txtMontoTotal_->setText(Formato(QVariant(0.0), m));
+    if (t.hayLineas) {
+        lblSubTotal_->setText(Formato(QVariant(t.subTotal), m));
+        lblImporteDescuento_->setText(Formato(QVariant(t.descuento), m));
+        txtNeto_->setText(Formato(QVariant(t.neto), m));
+        lblImpuestoImporte_->setText(Formato(QVariant(t.impuesto), m));
+        txtMontoTotal_->setText(Formato(QVariant(t.total), m));
+        lblItems_->setText(TextoItems(t));
+    }
+    command18_->setEnabled(grilla_->filaActual().has_value());
+    actualizaVuelto();
+}
+
+void PanelVenta::actualizaVuelto() {
+    if (txSuPago_->text().isEmpty()) return;
+    const Dinero pago = Dinero::desdeTexto(txSuPago_->text()).value_or(Dinero());
+    const Dinero total = Dinero::desdeTexto(txtMontoTotal_->text()).value_or(Dinero());
+    txSuVuelto_->setText(textoLlano(pago - total));
+}
+
+// --- cliente ---
+
+void PanelVenta::llenaCliente(const ClienteVenta& c, const QString& etiqueta) {
+    label6_->setText(etiqueta);
+    idCliente_ = c.idVendedor;
+    clienteEsVip_ = c.vip;
+    estado_.NombreClienteActual = c.nombre;
+    lblCli_->setText(c.nombre);
+    estado_.CuitClienteActual = c.cuit;
+    estado_.idTipoIvaActual = c.idTipoIva;
+    estado_.DescuentoClienteActual = c.descuento; // llega a los totales sólo por "Mas Datos..."
+    SelComboId(cboFPago_, c.idTipoFormaPago);
+    estado_.FormaPagoActual = cboFPago_->currentText().isEmpty() ? QStringLiteral("EFVO") : cboFPago_->currentText();
+    lblDirCli_->setText(c.direccion);
+    lblCuit_->setText(QStringLiteral("CUIT - RFC : ") + c.cuit);
+}
+
+void PanelVenta::eligeCliente() {
+    try {
+        if (const auto c = ClientePorNumero(almacen_, text8_->text())) {
+            llenaCliente(*c, c->vip ? QStringLiteral("Cliente VIP:") : QStringLiteral("Cliente:"));
+            text7_->setFocus();
+            return;
+        }
+    } catch (const ErrorAlmacen&) {
+    }
+    PanSelCliente busca(almacen_, this);
+    if (busca.exec() == QDialog::Accepted && busca.idVendedor()) {
+        try {
+            if (const auto c = ClientePorId(almacen_, *busca.idVendedor())) {
+                text8_->setText(QString::number(c->idVendedor));
+                llenaCliente(*c, QStringLiteral("Cliente:"));
+                clienteEsVip_ = false;
+                text7_->setFocus();
+            }
+        } catch (const ErrorAlmacen&) {
+        }
+    }
+    if (!idCliente_) {
+        text8_->clear();
+        text8_->setFocus();
+    }
+}
+
+void PanelVenta::buscaArticulo() {
+    PanSelArt busca(almacen_, conf_, estado_.MascaraMoneda, this);
+    if (busca.exec() == QDialog::Accepted && !busca.codigo().isEmpty()) {
+        text7_->setText(busca.codigo());
+        tag_ = OrigenLinea::CodigoBarras;
+        precioPorCodigo();
+        txtCant_->setFocus();
+    }
+}
+
+void PanelVenta::masDatos() {
+    DatosFPago d;
+    d.idTipoComprobante = estado_.idTipoComprobanteActual;
+    d.observaciones = estado_.ObservacionesActual;
+    d.descuento = estado_.DescuentoClienteActual;
+    d.nombreCliente = estado_.NombreClienteActual;
+    d.cuit = estado_.CuitClienteActual;
+    d.idTipoIva = estado_.idTipoIvaActual;
+    d.cupon = estado_.CuponActual;
+    d.posicionFormaPago = cboFPago_->currentIndex();
+    PanFPago pantalla(almacen_, estado_.ClaveImpositiva, d, this);
+    if (pantalla.exec() != QDialog::Accepted) return;
+    const DatosFPago r = pantalla.datos();
+    estado_.idTipoComprobanteActual = qint32(r.idTipoComprobante);
+    SelComboId(cboSelTipoCo_, r.idTipoComprobante);
+    estado_.ObservacionesActual = r.observaciones;
+    estado_.DescuentoClienteActual = r.descuento;
+    txtPorcDescuento_->setText(QString::number(r.descuento, 'g', 12));
+    estado_.NombreClienteActual = r.nombreCliente;
+    estado_.CuitClienteActual = r.cuit;
+    if (r.idTipoIva > 0) estado_.idTipoIvaActual = r.idTipoIva;
+    estado_.CuponActual = r.cupon;
+    estado_.FormaPagoActual = r.formaPago;
+    if (r.posicionFormaPago >= 0 && r.posicionFormaPago < cboFPago_->count()) cboFPago_->setCurrentIndex(r.posicionFormaPago);
+    lblTipCompro_->setText(cboSelTipoCo_->currentText());
+    try {
+        lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual));
+    } catch (const ErrorAlmacen&) {
+    }
+    totales();
 }
 
 } // namespace orv

@@ -1,16 +1,23 @@
 #pragma once
-// Panel "Vender" de la ventana principal: tipo de comprobante y próximo número, cliente y
-// vendedor de la venta en curso, las líneas del borrador de esta terminal y el botón que agranda
-// el panel a toda la ventana.
+// Panel "Vender" de la ventana principal: el tipo de comprobante y su próximo número, el
+// cliente, la carga de artículos por código, código de proveedor o lista, las líneas del
+// borrador de esta terminal, los totales y "Su Pago ?" / "Su Vuelto:".
+//
+// Todo se hace con el teclado: un lector de códigos de barras escribe el código y Enter en el
+// campo de código, y la línea se agrega sin depender de un cambio de foco.
 
 #include "app/configuracion.h"
 #include "app/estado.h"
+#include "sales/borrador.h"
+#include "sales/cliente_venta.h"
 #include "store/almacen.h"
 
 #include <QWidget>
+#include <optional>
 
 class QComboBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 
 namespace orv {
@@ -22,19 +29,41 @@ class PanelVenta : public QWidget {
 public:
     PanelVenta(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf, QWidget* padre = nullptr);
 
-    // Llena la lista de tipos y elige el predeterminado (o el que ya tenía la venta).
+    // --- tipo de comprobante ---
     void llenaTiposComprobante();
-    // Elige el tipo de la lista como tipo de la venta y muestra su próximo número.
+    // Clic de cboSelTipoCo: el tipo elegido pasa a la venta y se muestra su próximo número.
     void eligeTipo();
+    // --- listas de la carga ---
     void llenaVendedores();
     void seleccionaVendedor(qint64 idUsuario);
-    // Al entrar al panel: vuelve a leer las líneas de esta terminal y el tipo elegido.
+    void llenaArticulos();
+    void llenaFormasPago();
+    void leeCoefIva();
+
+    // Al entrar al panel: vuelve a leer las líneas de esta terminal y el tipo elegido, y pone el
+    // cursor en el cliente.
     void entra();
     // Anchos de las cinco primeras columnas de las líneas: 18, 10, 30, 19 y 19 % del ancho.
     void ajustaGrilla();
-    // Las líneas no se pueden corregir en la grilla (nivel sin "Precio en la venta de artículos").
-    void fijaSoloLectura(bool si) { soloLectura_ = si; }
+    // Nivel sin "Precio en la venta de artículos": las líneas no se corrigen en la grilla.
+    void fijaSoloLectura(bool si);
     bool soloLectura() const { return soloLectura_; }
+
+    // --- acciones (botones y teclas) ---
+    void agregar();             // Command20
+    void borrarItem();          // Command18
+    void anular();              // Command21
+    void reseteaFactura();
+    void eligeCliente();        // Command38
+    void buscaArticulo();       // Command58
+    void masDatos();            // Command17
+    void cambiaCantidadActual(double delta);
+    void recalculaLineas();     // después de corregir la grilla
+    void totales();
+
+    // Cliente elegido (Text8.Tag) y si vino por tarjeta.
+    std::optional<qint64> idCliente() const { return idCliente_; }
+    bool clienteEsVip() const { return clienteEsVip_; }
 
     Grilla* grilla() const { return grilla_; }
     QPushButton* botonAgrandar() const { return command55_; }
@@ -48,19 +77,61 @@ protected:
     void resizeEvent(QResizeEvent* e) override;
 
 private:
-    void actualizaItems();
+    void armaPantalla();
+    void conecta();
+    void precioPorCodigo();       // Text7 pierde el foco
+    void precioPorLista();        // Text9 pierde el foco
+    void codigoProveedor();       // Text16 pierde el foco
+    void muestraPrecio(const QVariant& precio);
+    void actualizaConImpuesto();  // cambio de txUnit
+    void actualizaVuelto();
+    void llenaCliente(const ClienteVenta& c, const QString& etiqueta);
+    void limpiaEntrada();
+    void leeLineas(bool alFinal);
+    std::optional<qint64> articuloDeLista() const;
 
     Almacen& almacen_;
     EstadoAplicacion& estado_;
     const Configuracion& conf_;
-    QPushButton* lblTipCompro_;
-    QComboBox* cboSelTipoCo_;
-    QLabel* lblProx_;
-    QLabel* lblCli_;
-    QComboBox* cboVendedores_;
-    Grilla* grilla_;
-    QLabel* lblItems_;
-    QPushButton* command55_;
+
+    QPushButton* lblTipCompro_ = nullptr;
+    QComboBox* cboSelTipoCo_ = nullptr;
+    QLabel* lblProx_ = nullptr;
+    QLabel* label6_ = nullptr;
+    QLineEdit* text8_ = nullptr;
+    QPushButton* command38_ = nullptr;
+    QLabel* lblCli_ = nullptr;
+    QLabel* lblDirCli_ = nullptr;
+    QLabel* lblCuit_ = nullptr;
+    QComboBox* cboVendedores_ = nullptr;
+    QComboBox* cboFPago_ = nullptr;
+    QPushButton* command17_ = nullptr;
+    QLineEdit* text7_ = nullptr;
+    QLineEdit* text16_ = nullptr;
+    QComboBox* text9_ = nullptr;
+    QPushButton* command58_ = nullptr;
+    QLineEdit* txtCant_ = nullptr;
+    QLineEdit* txUnit_ = nullptr;
+    QLineEdit* txtUnitImpuesto_ = nullptr;
+    QPushButton* command20_ = nullptr;
+    Grilla* grilla_ = nullptr;
+    QLabel* lblSubTotal_ = nullptr;
+    QLineEdit* txtPorcDescuento_ = nullptr;
+    QLabel* lblImporteDescuento_ = nullptr;
+    QLabel* txtNeto_ = nullptr;
+    QLineEdit* txtPorcImpuesto_ = nullptr;
+    QLabel* lblImpuestoImporte_ = nullptr;
+    QLabel* txtMontoTotal_ = nullptr;
+    QLineEdit* txSuPago_ = nullptr;
+    QLabel* txSuVuelto_ = nullptr;
+    QLabel* lblItems_ = nullptr;
+    QPushButton* command18_ = nullptr;
+    QPushButton* command21_ = nullptr;
+    QPushButton* command55_ = nullptr;
+
+    OrigenLinea tag_ = OrigenLinea::CodigoBarras; // Command20.Tag
+    std::optional<qint64> idCliente_;
+    bool clienteEsVip_ = false;
     bool soloLectura_ = false;
 };
 
