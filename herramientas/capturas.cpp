@@ -10,7 +10,10 @@
 #include "access/ui/pan_supervisor_inicial.h"
 #include "app/configuracion.h"
 #include "app/estado.h"
+#include "sales/ui/pan_conf_fiscal.h"
+#include "sales/ui/pan_corr_num.h"
 #include "sales/ui/pan_fpago.h"
+#include "sales/ui/pan_nue_tipo_comproba.h"
 #include "sales/ui/pan_sel_art.h"
 #include "sales/ui/panel_venta.h"
 #include "maintenance/datos_ejemplo.h"
@@ -132,6 +135,16 @@ int main(int argc, char** argv) {
             orv::PanSelArt selArt(*almacen, conf, estado.MascaraMoneda, &w);
             selArt.show();
             guarda(selArt, QStringLiteral("sel_art") + sufijo);
+            orv::PanCorrNum corrNum(*almacen, conf, &w);
+            corrNum.show();
+            guarda(corrNum, QStringLiteral("corr_num") + sufijo);
+            orv::PanNueTipoComproba nuevoTipo(*almacen, conf, 1, &w);
+            nuevoTipo.show();
+            guarda(nuevoTipo, QStringLiteral("nue_tipo_comproba") + sufijo);
+            orv::PanConfFiscal fiscal(QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : 2"),
+                                      QStringLiteral("49"), &w);
+            fiscal.show();
+            guarda(fiscal, QStringLiteral("conf_fiscal") + sufijo);
         }
 
         orv::PanNiveles niveles(*almacen, &w);

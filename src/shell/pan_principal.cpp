@@ -3,6 +3,7 @@
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
 #include "sales/tipos_comprobante.h"
+#include "sales/ui/pan_corr_num.h"
 #include "sales/ui/panel_venta.h"
 #include "shell/grilla.h"
 #include "shell/mensajes.h"
@@ -354,8 +355,10 @@ QWidget* PanPrincipal::armaUtilidades() {
     sistema->setMaximumWidth(460);
     auto* cs = new QVBoxLayout(sistema);
     auto* usuarios = enlace(QStringLiteral("Label37"), QStringLiteral("Usuarios del sistema"), sistema);
+    auto* comprobantes = enlace(QStringLiteral("Label39"), QStringLiteral("Comprobantes"), sistema);
     auto* reset = enlace(QStringLiteral("lblResetGrillas"), QStringLiteral("Reset Grillas"), sistema);
     cs->addWidget(usuarios);
+    cs->addWidget(comprobantes);
     cs->addWidget(reset);
     capa->addWidget(sistema);
     capa->addStretch(1);
@@ -366,6 +369,12 @@ QWidget* PanPrincipal::armaUtilidades() {
         usuarios_->grilla()->setFocus();
     });
     connect(reset, &QPushButton::clicked, this, &PanPrincipal::resetGrillas);
+    connect(comprobantes, &QPushButton::clicked, this, [this] {
+        PanCorrNum dialogo(almacen_, conf_, this);
+        dialogo.exec();
+        // Vuelve a llenar el tipo de la venta y elige el que tenía.
+        venta_->llenaTiposComprobante();
+    });
     return w;
 }
 

@@ -1,0 +1,58 @@
+#include "sales/ui/pan_pre_fact.h"
+
+#include "shell/listas.h"
+#include "shell/mensajes.h"
+#include "shell/ventanas.h"
+#include "store/formato.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace orv {
+
+PanPreFact::PanPreFact(const Almacen& almacen, const Configuracion& conf, QWidget* padre) : QDialog(padre), conf_(conf) {
+    setObjectName(QStringLiteral("panPreFact"));
+    setWindowTitle(QStringLiteral("Seleccione el comprobante a predeterminar"));
+    setModal(true);
+    auto* capa = new QVBoxLayout(this);
+    capa->addWidget(new QLabel(QStringLiteral("Comprobante con que empieza cada venta :"), this));
+    combo1_ = new QComboBox(this);
+    combo1_->setObjectName(QStringLiteral("Combo1"));
+    LlenaCombo(combo1_, almacen, QStringLiteral("SELECT idTipoComprobante, Tipo FROM TiposDeComprobantes ORDER BY idTipoComprobante"),
+               {}, QStringLiteral("Tipo"), QStringLiteral("idTipoComprobante"));
+    combo1_->setCurrentIndex(-1);
+    const QString pred = conf_.lee(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"));
+    if (EsNumerico(QStringView(pred))) SelComboId(combo1_, qint64(Val(pred)));
+    chkUEm_ = new QCheckBox(QStringLiteral("Último emitido queda como predeterminado"), this);
+    chkUEm_->setObjectName(QStringLiteral("chkUEm"));
+    chkUEm_->setChecked(EsNumerico(QStringView(conf_.lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado")))));
+    capa->addWidget(combo1_);
+    capa->addWidget(chkUEm_);
+    auto* botones = new QDialogButtonBox(this);
+    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
+    aceptar->setObjectName(QStringLiteral("Command1"));
+    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+    cancelar->setObjectName(QStringLiteral("Command2"));
+    capa->addWidget(botones);
+    connect(aceptar, &QPushButton::clicked, this, &PanPreFact::acepta);
+    connect(cancelar, &QPushButton::clicked, this, &PanPreFact::reject);
+    resize(420, sizeHint().height());
+    CentrarVentana(this);
+}
+
+void PanPreFact::acepta() {
+    if (combo1_->currentIndex() < 0) {
+        MensajeError(QStringLiteral("Seleccione un tipo de comprobante!"), this);
+        return;
+    }
+    conf_.graba(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"), combo1_->currentData().toString());
+    conf_.graba(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado"),
+                chkUEm_->isChecked() ? QStringLiteral("1") : QString());
+    accept();
+}
+
+} // namespace orv
