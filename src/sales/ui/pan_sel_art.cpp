@@ -68,7 +68,10 @@ PanSelArt::PanSelArt(Almacen& almacen, const Configuracion& conf, const QString&
     filtra();
     grilla_->fijaAnchoColumna(QStringLiteral("Codigo"), 110);
     grilla_->fijaAnchoColumna(QStringLiteral("Descripcion"), 320);
-    grilla_->fijaAnchoColumna(QStringLiteral("DescripcionMatriz"), 150);
+    grilla_->fijaAnchoColumna(QStringLiteral("DescripcionMatriz"), 140);
+    grilla_->fijaAnchoColumna(QStringLiteral("PrecioVenta"), 100);
+    grilla_->fijaAnchoColumna(QStringLiteral("PrecioFinal"), 150);
+    grilla_->fijaAnchoColumna(QStringLiteral("StockActual"), 70);
     resize(900, 560);
     CentrarVentana(this);
     text1_->setFocus();

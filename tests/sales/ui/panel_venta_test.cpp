@@ -1,0 +1,338 @@
+// El panel "Vender" conducido como lo usa un cajero: lector de códigos, teclado y mouse.
+
+#include "apoyo/base_prueba.h"
+#include "apoyo/modal.h"
+#include "sales/ui/pan_fpago.h"
+#include "sales/ui/pan_sel_cliente.h"
+#include "sales/ui/panel_venta.h"
+#include "shell/grilla.h"
+#include "store/actualizacion.h"
+#include "store/rutinas.h"
+#include "../../ui/caja_modal.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSqlQuery>
+#include <QTableView>
+#include <QTest>
+
+namespace orv {
+namespace {
+
+using prueba::alAbrirse;
+using prueba::respondeCaja;
+
+class PanelVentaTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
+        actualizaEsquema(a());
+        articulo(QStringLiteral("0101"), QStringLiteral("Yerba 1 kg"), 100, QStringLiteral("PRV-1"));
+        articulo(QStringLiteral("AB'1%*"), QStringLiteral("Código raro"), 19.99, QStringLiteral("P'2"));
+        articulo(QStringLiteral("0303"), QStringLiteral("Azúcar 1 kg"), 250, QString());
+        a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit, idTipoIva, Descuento, idTipoFormaPago, "
+                                   "Domicilio, NroClienteVIP) VALUES (5, 'Ana O''Neil', '27-11111111-1', 1, 10, 1, 'Mitre 1', "
+                                   "'123456')"));
+        a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, idTipoIva, Descuento) "
+                                   "VALUES (12345, 'Bruno Cinco Cifras', 1, 0)"));
+        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        estado_.IdRed = 1;
+        estado_.idUsuarioActual = 1;
+        estado_.idNivelActual = 1;
+        estado_.idTipoComprobanteActual = 1;
+        panel_ = nuevoPanel(estado_);
+    }
+    Almacen& a() { return base_->almacen(); }
+    void articulo(const QString& codigo, const QString& desc, double precio, const QString& prove) {
+        a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, CgoProveedor) VALUES (?, ?, ?, ?)"),
+                    {codigo, desc, precio, prove});
+    }
+    std::unique_ptr<PanelVenta> nuevoPanel(EstadoAplicacion& e) {
+        auto p = std::make_unique<PanelVenta>(a(), e, *conf_);
+        p->resize(1200, 700);
+        p->leeCoefIva();
+        p->llenaTiposComprobante();
+        p->llenaArticulos();
+        p->llenaVendedores();
+        p->llenaFormasPago();
+        p->show();
+        QApplication::setActiveWindow(p.get());
+        p->entra();
+        return p;
+    }
+    template <typename T>
+    T* w(const char* nombre) const {
+        T* h = panel_->findChild<T*>(QString::fromLatin1(nombre));
+        EXPECT_NE(h, nullptr) << nombre;
+        return h;
+    }
+    QString texto(const char* nombre) const {
+        if (auto* l = panel_->findChild<QLabel*>(QString::fromLatin1(nombre))) return l->text();
+        return w<QLineEdit>(nombre)->text();
+    }
+    // Lo que hace el lector: el código y Enter en el campo de código.
+    void escanea(const QString& codigo) {
+        QLineEdit* t7 = w<QLineEdit>("Text7");
+        t7->setFocus();
+        QTest::keyClicks(t7, codigo);
+        QTest::keyClick(t7, Qt::Key_Return);
+    }
+    std::vector<std::tuple<QString, double, double, double>> lineas(qint32 red = 1) {
+        std::vector<std::tuple<QString, double, double, double>> r;
+        QSqlQuery q = a().consulta(
+            QStringLiteral("SELECT Codigo, Cantidad, Unitario, SubTotal FROM TmpFac WHERE PCRed = ? ORDER BY idTmpFac"), {red});
+        while (q.next())
+            r.emplace_back(q.value(0).toString(), q.value(1).toDouble(), q.value(2).toDouble(), q.value(3).toDouble());
+        return r;
+    }
+
+    std::unique_ptr<prueba::AlmacenDePrueba> base_;
+    std::unique_ptr<Configuracion> conf_;
+    EstadoAplicacion estado_;
+    std::unique_ptr<PanelVenta> panel_;
+};
+
+TEST_F(PanelVentaTest, EscanearDosVecesElMismoArticulo) {
+    escanea(QStringLiteral("0101"));
+    escanea(QStringLiteral("0101"));
+    ASSERT_EQ(lineas().size(), 1u);
+    EXPECT_EQ(lineas()[0], std::make_tuple(QStringLiteral("0101"), 2.0, 100.0, 200.0));
+    EXPECT_EQ(texto("lblItems"), QStringLiteral("2.0 de 1 ítems."));
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("200.00"));
+    // La carga vuelve a su estado: código vacío con el foco, cantidad 1, precios 0.
+    EXPECT_TRUE(w<QLineEdit>("Text7")->text().isEmpty());
+    EXPECT_TRUE(w<QLineEdit>("Text7")->hasFocus());
+    EXPECT_EQ(texto("txtCant"), QStringLiteral("1"));
+    EXPECT_EQ(texto("txUnit"), QStringLiteral("0"));
+    // Con apóstrofos y comodines en el código.
+    escanea(QStringLiteral("AB'1%*"));
+    EXPECT_EQ(lineas().size(), 2u);
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("219.99"));
+}
+
+TEST_F(PanelVentaTest, MedioKiloDosVecesYArticuloQueNoEsta) {
+    for (int i = 0; i < 2; ++i) {
+        QLineEdit* t7 = w<QLineEdit>("Text7");
+        t7->setFocus();
+        QTest::keyClicks(t7, QStringLiteral("0303"));
+        QLineEdit* cant = w<QLineEdit>("txtCant");
+        cant->setFocus(); // el código pierde el foco: se muestra el precio
+        EXPECT_EQ(texto("txUnit"), QStringLiteral("250.00"));
+        cant->selectAll();
+        QTest::keyClicks(cant, QStringLiteral("0.5"));
+        QTest::keyClick(cant, Qt::Key_Return);
+        EXPECT_DOUBLE_EQ(std::get<1>(lineas()[0]), i == 0 ? 0.5 : 1.0);
+    }
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
+    escanea(QStringLiteral("NO-EXISTE"));
+    EXPECT_TRUE(caja->vista);
+    EXPECT_EQ(caja->texto, QStringLiteral("Articulo no encontrado!"));
+    EXPECT_EQ(lineas().size(), 1u);
+}
+
+TEST_F(PanelVentaTest, CodigoDeProveedorConOtroPrecioSumaConElUnitarioViejo) {
+    auto porProveedor = [&](const QString& precio) {
+        QLineEdit* t16 = w<QLineEdit>("Text16");
+        t16->setFocus();
+        QTest::keyClicks(t16, QStringLiteral("PRV-1"));
+        QLineEdit* unit = w<QLineEdit>("txUnit");
+        unit->setFocus();
+        EXPECT_EQ(texto("Text7"), QStringLiteral("0101"));
+        unit->selectAll();
+        QTest::keyClicks(unit, precio);
+        QTest::keyClick(unit, Qt::Key_Return);
+    };
+    porProveedor(QStringLiteral("100"));
+    porProveedor(QStringLiteral("150"));
+    ASSERT_EQ(lineas().size(), 1u);
+    EXPECT_EQ(lineas()[0], std::make_tuple(QStringLiteral("0101"), 2.0, 100.0, 300.0));
+}
+
+TEST_F(PanelVentaTest, TarjetaDeSeisCifrasYClienteDeCincoConDescuentoEnDosPasos) {
+    escanea(QStringLiteral("0303")); // 250
+    QLineEdit* t8 = w<QLineEdit>("Text8");
+    t8->setFocus();
+    QTest::keyClicks(t8, QStringLiteral("123456"));
+    QTest::keyClick(t8, Qt::Key_Return);
+    EXPECT_EQ(texto("Label6"), QStringLiteral("Cliente VIP:"));
+    EXPECT_EQ(texto("lblCli"), QStringLiteral("Ana O'Neil"));
+    EXPECT_EQ(texto("lblCuit"), QStringLiteral("CUIT - RFC : 27-11111111-1"));
+    EXPECT_TRUE(panel_->clienteEsVip());
+    EXPECT_EQ(panel_->idCliente(), 5);
+    EXPECT_TRUE(w<QLineEdit>("Text7")->hasFocus());
+    // El descuento del cliente todavía no llega a los totales.
+    EXPECT_DOUBLE_EQ(estado_.DescuentoClienteActual, 10);
+    EXPECT_EQ(texto("txtPorcDescuento"), QStringLiteral("0"));
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("250.00"));
+    // "Mas Datos..." lo confirma.
+    alAbrirse<PanFPago>([](PanFPago* d) {
+        EXPECT_EQ(d->findChild<QLineEdit*>(QStringLiteral("Text2"))->text(), QStringLiteral("10"));
+        d->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    });
+    QTest::keyClick(panel_.get(), Qt::Key_F5);
+    EXPECT_EQ(texto("txtPorcDescuento"), QStringLiteral("10"));
+    EXPECT_EQ(texto("lblImporteDescuento"), QStringLiteral("25.00"));
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("225.00"));
+
+    // Cinco cifras es número de cliente; escribir en el campo deja la venta sin cliente elegido.
+    t8->selectAll();
+    QTest::keyClicks(t8, QStringLiteral("12345"));
+    EXPECT_FALSE(panel_->idCliente());
+    EXPECT_EQ(texto("Label6"), QStringLiteral("???"));
+    QTest::keyClick(t8, Qt::Key_Return);
+    EXPECT_EQ(texto("Label6"), QStringLiteral("Cliente:"));
+    EXPECT_EQ(texto("lblCli"), QStringLiteral("Bruno Cinco Cifras"));
+    EXPECT_FALSE(panel_->clienteEsVip());
+
+    // Un número que no está abre la búsqueda; cancelada, el campo queda vacío.
+    t8->selectAll();
+    QTest::keyClicks(t8, QStringLiteral("999999"));
+    auto busqueda = alAbrirse<PanSelCliente>([](PanSelCliente* d) { d->reject(); });
+    QTest::keyClick(t8, Qt::Key_Return);
+    EXPECT_TRUE(busqueda->vista);
+    EXPECT_TRUE(t8->text().isEmpty());
+    // Y elegido en la búsqueda, por nombre.
+    t8->setText(QStringLiteral("Ana"));
+    alAbrirse<PanSelCliente>([](PanSelCliente* d) {
+        QTest::keyClicks(d->findChild<QLineEdit*>(QStringLiteral("Text1")), QStringLiteral("ana"));
+        QTest::keyClick(d->findChild<QLineEdit*>(QStringLiteral("Text1")), Qt::Key_Return);
+    });
+    QTest::keyClick(t8, Qt::Key_Return);
+    EXPECT_EQ(panel_->idCliente(), 5);
+    EXPECT_EQ(texto("Text8"), QStringLiteral("5"));
+    EXPECT_EQ(texto("Label6"), QStringLiteral("Cliente:"));
+}
+
+TEST_F(PanelVentaTest, TotalesConDescuentoEImpuestoYPorcentajesMalos) {
+    escanea(QStringLiteral("0303"));
+    escanea(QStringLiteral("0303"));
+    escanea(QStringLiteral("0101")); // 600
+    QLineEdit* desc = w<QLineEdit>("txtPorcDescuento");
+    QLineEdit* imp = w<QLineEdit>("txtPorcImpuesto");
+    desc->setFocus();
+    desc->selectAll();
+    QTest::keyClicks(desc, QStringLiteral("10"));
+    imp->setFocus();
+    imp->selectAll();
+    QTest::keyClicks(imp, QStringLiteral("21"));
+    w<QLineEdit>("Text7")->setFocus();
+    EXPECT_EQ(texto("lblSubTotal"), QStringLiteral("600.00"));
+    EXPECT_EQ(texto("lblImporteDescuento"), QStringLiteral("60.00"));
+    EXPECT_EQ(texto("txtNeto"), QStringLiteral("540.00"));
+    EXPECT_EQ(texto("lblImpuestoImporte"), QStringLiteral("113.40"));
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("653.40"));
+    EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("CoefIva")), QStringLiteral("21"));
+    // Su pago y su vuelto, que puede ser negativo.
+    QTest::keyClick(panel_.get(), Qt::Key_F6);
+    QTest::keyClicks(w<QLineEdit>("txSuPago"), QStringLiteral("1000"));
+    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("346.6"));
+    w<QLineEdit>("txSuPago")->setText(QStringLiteral("600"));
+    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("-53.4"));
+    // Un porcentaje que no es número deja los totales como estaban.
+    desc->setFocus();
+    desc->selectAll();
+    QTest::keyClicks(desc, QStringLiteral("diez"));
+    w<QLineEdit>("Text7")->setFocus();
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("653.40"));
+}
+
+TEST_F(PanelVentaTest, TeclasMasMenosBorrarYAnular) {
+    escanea(QStringLiteral("0101"));
+    escanea(QStringLiteral("0303"));
+    QTableView* t = panel_->grilla()->tabla();
+    t->setFocus();
+    panel_->grilla()->irAFila(0);
+    QTest::keyClick(t, Qt::Key_Plus, Qt::KeypadModifier);
+    EXPECT_EQ(lineas()[0], std::make_tuple(QStringLiteral("0101"), 2.0, 100.0, 200.0));
+    panel_->grilla()->irAFila(0);
+    QTest::keyClick(t, Qt::Key_Minus, Qt::KeypadModifier);
+    QTest::keyClick(t, Qt::Key_Minus, Qt::KeypadModifier);
+    EXPECT_EQ(lineas()[0], std::make_tuple(QStringLiteral("0101"), 0.0, 100.0, 0.0));
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("250.00"));
+
+    // Supr pregunta y borra la línea actual.
+    panel_->grilla()->irAFila(1);
+    auto pregunta = respondeCaja(QStringLiteral("Sí"));
+    QTest::keyClick(t, Qt::Key_Delete);
+    EXPECT_EQ(pregunta->texto, QStringLiteral("Borra este ítem? ??"));
+    ASSERT_EQ(lineas().size(), 1u);
+    // Sin líneas el total vuelve a 0 y lo demás queda como estaba.
+    panel_->grilla()->irAFila(0);
+    respondeCaja(QStringLiteral("Sí"));
+    QTest::mouseClick(w<QPushButton>("Command18"), Qt::LeftButton);
+    EXPECT_TRUE(lineas().empty());
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("0.00"));
+    EXPECT_EQ(texto("lblSubTotal"), QStringLiteral("0.00")); // el último valor (una línea en 0)
+    EXPECT_FALSE(w<QPushButton>("Command18")->isEnabled());
+
+    // Anular vacía todo y deja el impuesto.
+    escanea(QStringLiteral("0303"));
+    w<QLineEdit>("txtPorcImpuesto")->setText(QStringLiteral("21"));
+    w<QLineEdit>("Text8")->setText(QStringLiteral("5"));
+    panel_->eligeCliente();
+    auto anula = respondeCaja(QStringLiteral("Sí"));
+    QApplication::setActiveWindow(panel_.get()); // las cajas de mensaje se llevaron la activación
+    QTest::keyClick(panel_.get(), Qt::Key_F8);
+    EXPECT_EQ(anula->texto, QStringLiteral("Está seguro de cancelar el documento actual? ??"));
+    EXPECT_TRUE(lineas().empty());
+    EXPECT_EQ(texto("lblItems"), QStringLiteral("0 ítems."));
+    EXPECT_EQ(texto("lblCli"), QStringLiteral("<Sin seleccion de cliente>"));
+    EXPECT_EQ(texto("lblDirCli"), QStringLiteral("Domicilio - Telefonos - e-mail"));
+    EXPECT_EQ(texto("lblCuit"), QStringLiteral("CUIT : 0"));
+    EXPECT_EQ(texto("Label6"), QStringLiteral("????"));
+    EXPECT_EQ(texto("txtPorcImpuesto"), QStringLiteral("21"));
+    EXPECT_EQ(estado_.NombreClienteActual, QStringLiteral("Cons.Final"));
+    EXPECT_FALSE(panel_->idCliente());
+}
+
+TEST_F(PanelVentaTest, ElBorradorSobreviveAlReinicioYCadaTerminalVeElSuyo) {
+    escanea(QStringLiteral("0101"));
+    escanea(QStringLiteral("0303"));
+    EstadoAplicacion otra = estado_;
+    otra.IdRed = 2;
+    auto segunda = nuevoPanel(otra);
+    EXPECT_EQ(segunda->grilla()->modelo().rowCount(), 0);
+    QLineEdit* t7 = segunda->findChild<QLineEdit*>(QStringLiteral("Text7"));
+    t7->setFocus();
+    QTest::keyClicks(t7, QStringLiteral("0101"));
+    QTest::keyClick(t7, Qt::Key_Return);
+    EXPECT_EQ(lineas(1).size(), 2u);
+    EXPECT_EQ(lineas(2).size(), 1u);
+    // "Reinicio": otro panel de la misma terminal ve las dos líneas, con el cliente de siempre.
+    segunda.reset();
+    panel_.reset();
+    EstadoAplicacion nuevo;
+    nuevo.IdRed = 1;
+    nuevo.idUsuarioActual = 1;
+    panel_ = nuevoPanel(nuevo);
+    EXPECT_EQ(panel_->grilla()->modelo().rowCount(), 2);
+    EXPECT_EQ(texto("lblItems"), QStringLiteral("2.0 de 2 ítems."));
+    EXPECT_EQ(texto("lblCli"), QStringLiteral("<Sin seleccion de cliente>"));
+}
+
+TEST_F(PanelVentaTest, ProximoNumeroSigueAlCorrelativo) {
+    EXPECT_EQ(texto("lblProx"), QStringLiteral("B 0001-00000001"));
+    a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET Correlativo = 99 WHERE idTipoComprobante = 1"));
+    EXPECT_EQ(texto("lblProx"), QStringLiteral("B 0001-00000001")); // es una vista previa
+    panel_->entra();
+    EXPECT_EQ(texto("lblProx"), QStringLiteral("B 0001-00000100"));
+}
+
+TEST_F(PanelVentaTest, CorregirLaGrillaRecalculaConPermiso) {
+    panel_->fijaSoloLectura(false);
+    escanea(QStringLiteral("0101"));
+    QTableView* t = panel_->grilla()->tabla();
+    const int col = panel_->grilla()->modelo().columna(QStringLiteral("Cantidad"));
+    ASSERT_TRUE(panel_->grilla()->modelo().setData(panel_->grilla()->modelo().index(0, col), QStringLiteral("3")));
+    QTRY_COMPARE(std::get<3>(lineas()[0]), 300.0);
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("300.00"));
+    // Sin permiso la grilla no se corrige.
+    panel_->fijaSoloLectura(true);
+    EXPECT_FALSE(panel_->grilla()->modelo().flags(panel_->grilla()->modelo().index(0, col)) & Qt::ItemIsEditable);
+    EXPECT_EQ(t->editTriggers(), QAbstractItemView::NoEditTriggers);
+}
+
+} // namespace
+} // namespace orv
