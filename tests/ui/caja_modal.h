@@ -25,7 +25,11 @@ inline std::shared_ptr<CajaVista> respondeCaja(const QString& boton) {
     auto* reloj = new QTimer;
     reloj->setInterval(5);
     QObject::connect(reloj, &QTimer::timeout, [vista, reloj, boton] {
+        // La caja visible, aunque otra ventana modal figure como la activa.
         auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!caja)
+            for (QWidget* w : QApplication::topLevelWidgets())
+                if (auto* m = qobject_cast<QMessageBox*>(w); m && m->isVisible()) caja = m;
         if (!caja) return;
         reloj->stop();
         reloj->deleteLater();
