@@ -132,7 +132,8 @@ void PanelVenta::armaPantalla() {
     label6_->setObjectName(QStringLiteral("Label6"));
     label6_->setMinimumWidth(80);
     text8_ = campo(QStringLiteral("Text8"), cliente, QStringLiteral("Nro. de cliente o tarjeta"));
-    text8_->setMaximumWidth(170);
+    text8_->setMinimumWidth(150);
+    text8_->setMaximumWidth(190);
     command38_ = new QPushButton(QStringLiteral("Buscar..."), cliente);
     command38_->setObjectName(QStringLiteral("Command38"));
     command38_->setFocusPolicy(Qt::TabFocus);
@@ -265,6 +266,8 @@ void PanelVenta::armaPantalla() {
     grilla_->ocultaColumna(QStringLiteral("idArticulo"));
     grilla_->tabla()->horizontalHeader()->setStretchLastSection(true); // "Nro Serie" toma lo que queda
     grilla_->tabla()->horizontalHeader()->setMinimumSectionSize(12);
+    // Las columnas se reparten el ancho (ajustaGrilla): no hace falta desplazarse a los costados.
+    grilla_->tabla()->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     cuerpo->addWidget(grilla_, 1);
 
     auto* caja = new QGroupBox(this);
