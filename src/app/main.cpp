@@ -2,13 +2,17 @@
 #include "app/configuracion.h"
 #include "app/ui/interfaz_arranque_qt.h"
 #include "maintenance/datos_ejemplo.h"
+#include "reports/catalogo.h"
+#include "reports/informe.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
 #include "store/reloj.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDateTime>
 #include <QDir>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QStandardPaths>
 #include <cstdio>
@@ -69,11 +73,60 @@ int cargaEjemplo(const orv::Configuracion& conf, const orv::Reloj& reloj) {
     return 1;
 }
 
+// Arma un informe del catálogo sobre el almacén de la carpeta de datos y lo guarda en un archivo,
+// sin abrir ventanas.
+int informe(const orv::Configuracion& conf, const orv::Reloj& reloj, const QString& nombre, const QString& desdeTexto,
+            const QString& hastaTexto, const QString& archivo) {
+    const QDate hoy = reloj.hoy();
+    const QDate desde = desdeTexto.isEmpty() ? hoy : QDate::fromString(desdeTexto, Qt::ISODate);
+    const QDate hasta = hastaTexto.isEmpty() ? hoy : QDate::fromString(hastaTexto, Qt::ISODate);
+    if (!desde.isValid() || !hasta.isValid()) {
+        error(QStringLiteral("Fecha mal escrita: use AAAA-MM-DD."));
+        return 2;
+    }
+    if (archivo.isEmpty()) {
+        error(QStringLiteral("Falta --archivo con la salida (.pdf, .html, .odt, .xlsx o .csv)."));
+        return 2;
+    }
+    const QString ruta = orv::BuscaDefinicion(nombre, conf.carpetaDatos());
+    if (ruta.isEmpty()) {
+        error(QStringLiteral("No se encuentra el informe ") + nombre);
+        return 1;
+    }
+    try {
+        auto a = orv::Almacen::abre(orv::Arranque::destinoAlmacen(conf));
+        orv::actualizaEsquema(*a);
+        QString mascara = conf.lee(orv::clave::miscelaneas, QStringLiteral("MascaraMoneda"));
+        if (mascara.isEmpty()) mascara = orv::predeterminado::mascaraMoneda;
+        const int n = orv::GuardaInforme(*a, orv::LeeDefinicion(ruta), orv::SeleccionUsual(nombre, desde, hasta),
+                                         mascara, reloj.ahora(), archivo);
+        std::printf("%s: %d\n", qUtf8Printable(archivo), n);
+        return 0;
+    } catch (const orv::Aviso& e) {
+        error(e.texto());
+    } catch (const orv::ErrorAlmacen& e) {
+        error(QStringLiteral("Error detectado : ") + e.descripcion() + QStringLiteral(" - ") + e.numero());
+    } catch (const std::exception& e) {
+        error(QString::fromUtf8(e.what()));
+    }
+    return 1;
+}
+
+bool conInforme(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "--informe") == 0) return true;
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     std::unique_ptr<QCoreApplication> app;
-    if (sinVentanas(argc, argv)) app = std::make_unique<QCoreApplication>(argc, argv);
+    if (conInforme(argc, argv)) {
+        // Informes sin ventanas: hace falta Gui (letras, PDF) pero no una pantalla.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+        app = std::make_unique<QGuiApplication>(argc, argv);
+    } else if (sinVentanas(argc, argv)) app = std::make_unique<QCoreApplication>(argc, argv);
     else app = std::make_unique<QApplication>(argc, argv);
     QCoreApplication::setOrganizationName(QString());
     QCoreApplication::setApplicationName(QStringLiteral("Orvanta"));
@@ -95,6 +148,20 @@ int main(int argc, char** argv) {
     p.addOption(datos);
     p.addOption(ejemplo);
     p.addOption(verVersion);
+    const QCommandLineOption optInforme(QStringLiteral("informe"),
+                                        QStringLiteral("Arma un informe del catálogo (NOMBRE.rpt) sin ventanas."),
+                                        QStringLiteral("nombre"));
+    const QCommandLineOption optDesde(QStringLiteral("desde"), QStringLiteral("Comienzo del período (AAAA-MM-DD)."),
+                                      QStringLiteral("fecha"));
+    const QCommandLineOption optHasta(QStringLiteral("hasta"), QStringLiteral("Fin del período (AAAA-MM-DD)."),
+                                      QStringLiteral("fecha"));
+    const QCommandLineOption optArchivo(QStringLiteral("archivo"),
+                                        QStringLiteral("Archivo de salida del informe: .pdf, .html, .odt, .xlsx o .csv."),
+                                        QStringLiteral("archivo"));
+    p.addOption(optInforme);
+    p.addOption(optDesde);
+    p.addOption(optHasta);
+    p.addOption(optArchivo);
     if (!p.parse(QCoreApplication::arguments())) {
         error(p.errorText());
         return 2;
@@ -114,6 +181,8 @@ int main(int argc, char** argv) {
     const orv::Configuracion conf(carpetaDeDatos(p, datos));
     const orv::Reloj reloj;
     if (p.isSet(ejemplo)) return cargaEjemplo(conf, reloj);
+    if (p.isSet(optInforme))
+        return informe(conf, reloj, p.value(optInforme), p.value(optDesde), p.value(optHasta), p.value(optArchivo));
 
     orv::InterfazArranqueQt ui(reloj);
     orv::Arranque arranque(conf, reloj, ui);

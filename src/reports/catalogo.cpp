@@ -1,0 +1,30 @@
+#include "reports/catalogo.h"
+
+#include "store/aviso.h"
+#include "store/formato.h"
+
+#include <QFileInfo>
+
+namespace orv {
+
+QString TextoPeriodo(const QDate& desde, const QDate& hasta) {
+    return QStringLiteral("Del ") + FechaTexto(desde) + QStringLiteral(" al ") + FechaTexto(hasta);
+}
+
+Seleccion SeleccionUsual(const QString& nombre, const QDate& desde, const QDate& hasta) {
+    const QString n = QFileInfo(nombre).fileName().toLower();
+    Seleccion s;
+    if (n == QStringLiteral("listacajasimple.rpt")) {
+        s.condicion = QStringLiteral("Fecha >= ? AND Fecha <= ?");
+        s.parametros = {desde, hasta};
+        s.periodo = TextoPeriodo(desde, hasta);
+        return s;
+    }
+    if (n == QStringLiteral("listadeprecios.rpt") || n == QStringLiteral("inventario.rpt")) {
+        s.periodo = QStringLiteral("Al ") + FechaTexto(hasta);
+        return s;
+    }
+    throw Aviso(QStringLiteral("El informe ") + nombre + QStringLiteral(" no es del catálogo."));
+}
+
+} // namespace orv

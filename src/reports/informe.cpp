@@ -1,0 +1,296 @@
+#include "reports/informe.h"
+
+#include "reports/exporta.h"
+#include "store/aviso.h"
+#include "store/dinero.h"
+#include "store/formato.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTextDocument>
+#include <QTextDocumentWriter>
+#include <kainjow/mustache.hpp>
+
+namespace orv {
+
+namespace mu = kainjow::mustache;
+
+namespace {
+
+Aviso errorPlantilla(const QString& ruta) {
+    return Aviso(QStringLiteral("Error en la lectura de la plantilla : ") + ruta);
+}
+
+QStringList lista(const QString& texto) {
+    QStringList r;
+    for (const QString& p : texto.split(u',', Qt::SkipEmptyParts)) r << p.trimmed();
+    return r;
+}
+
+std::string u8(const QString& s) { return s.toStdString(); }
+
+bool contieneSinMayusculas(const QStringList& l, const QString& s) {
+    for (const QString& x : l)
+        if (x.compare(s, Qt::CaseInsensitive) == 0) return true;
+    return false;
+}
+
+QString consulta(const DefinicionInforme& d, const Seleccion& s) {
+    QString sql = QStringLiteral("SELECT * FROM (") + d.fuente + QStringLiteral(") AS q");
+    if (!s.condicion.trimmed().isEmpty()) sql += QStringLiteral(" WHERE ") + s.condicion;
+    if (!d.orden.isEmpty()) sql += QStringLiteral(" ORDER BY ") + d.orden;
+    return sql;
+}
+
+QString texto(const QVariant& v, bool esMoneda, const QString& mascara) {
+    if (v.isNull()) return {};
+    if (esMoneda) return FormatoMoneda(Dinero::desdeVariant(v), mascara);
+    switch (v.typeId()) {
+    case QMetaType::QDate: return FechaTexto(v.toDate());
+    case QMetaType::QDateTime: return FechaTexto(v.toDateTime().date());
+    case QMetaType::Double: return QString::number(v.toDouble(), 'g', 15);
+    default: break;
+    }
+    const QString t = v.toString();
+    // Fechas ISO que SQLite devuelve como texto.
+    static const QRegularExpression iso(QStringLiteral("^\\d{4}-\\d{2}-\\d{2}$"));
+    if (iso.match(t).hasMatch()) return FechaTexto(QDate::fromString(t, Qt::ISODate));
+    return t;
+}
+
+} // namespace
+
+DefinicionInforme LeeDefinicion(const QString& ruta) {
+    QFile f(ruta);
+    if (!f.open(QIODevice::ReadOnly)) throw errorPlantilla(ruta);
+    const QString todo = QString::fromUtf8(f.readAll());
+    const QString inicio = todo.trimmed();
+    if (!inicio.startsWith(QStringLiteral("{{!"))) throw errorPlantilla(ruta);
+    const qsizetype fin = inicio.indexOf(QStringLiteral("}}"));
+    if (fin < 0) throw errorPlantilla(ruta);
+    DefinicionInforme d;
+    d.ruta = ruta;
+    d.plantilla = inicio.mid(fin + 2);
+    // Cabecera: "clave: valor"; un valor puede seguir en las líneas siguientes (la fuente).
+    QString clave;
+    QMap<QString, QString> valores;
+    for (const QString& linea : inicio.mid(3, fin - 3).split(u'\n')) {
+        static const QRegularExpression kv(QStringLiteral("^\\s*([a-zA-Záéíóú]+)\\s*:\\s*(.*)$"));
+        const auto m = kv.match(linea);
+        if (m.hasMatch()) {
+            clave = m.captured(1).toLower();
+            valores[clave] = m.captured(2).trimmed();
+        } else if (!clave.isEmpty() && !linea.trimmed().isEmpty()) {
+            valores[clave] += u' ' + linea.trimmed();
+        }
+    }
+    d.fuente = valores.value(QStringLiteral("fuente"));
+    if (d.fuente.isEmpty()) throw errorPlantilla(ruta);
+    d.titulo = valores.value(QStringLiteral("titulo"));
+    d.orden = valores.value(QStringLiteral("orden"));
+    d.moneda = lista(valores.value(QStringLiteral("moneda")));
+    d.totales = lista(valores.value(QStringLiteral("totales")));
+    d.horizontal = valores.value(QStringLiteral("orientacion")).compare(QStringLiteral("horizontal"), Qt::CaseInsensitive) == 0;
+    const QString pagina = valores.value(QStringLiteral("pagina")).toLower();
+    d.pagina = pagina == QStringLiteral("carta") ? QPageSize::Letter
+             : pagina == QStringLiteral("oficio") ? QPageSize::Legal
+                                                   : QPageSize::A4;
+    return d;
+}
+
+QStringList CarpetasDeInformes(const QString& carpetaDatos) {
+    QStringList r;
+    if (!carpetaDatos.isEmpty()) r << QDir(carpetaDatos).filePath(QStringLiteral("reportes"));
+    const QString programa = QCoreApplication::applicationDirPath();
+    r << QDir(programa).filePath(QStringLiteral("reportes"));
+#ifdef ORVANTA_REPORTES_FUENTE
+    r << QStringLiteral(ORVANTA_REPORTES_FUENTE);
+#endif
+    return r;
+}
+
+QString BuscaDefinicion(const QString& nombre, const QString& carpetaDatos) {
+    if (QFileInfo(nombre).isAbsolute()) return QFileInfo::exists(nombre) ? nombre : QString();
+    for (const QString& c : CarpetasDeInformes(carpetaDatos)) {
+        const QString ruta = QDir(c).filePath(nombre);
+        if (QFileInfo::exists(ruta)) return ruta;
+    }
+    return {};
+}
+
+InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Seleccion& s, const QString& mascaraMoneda,
+                          const QDateTime& ahora) {
+    InformeArmado inf;
+    inf.titulo = d.titulo;
+    inf.periodo = s.periodo;
+    inf.emitido = Formato(QVariant(ahora), QStringLiteral("dd/mm/yyyy hh:nn"));
+    inf.horizontal = d.horizontal;
+    inf.pagina = d.pagina;
+    inf.empresa = a.valor(QStringLiteral("SELECT NombreEmpresa FROM Empresa ORDER BY idEmpresa")).toString();
+
+    QSqlQuery q = a.consulta(consulta(d, s), s.parametros);
+    const QSqlRecord campos = q.record();
+    // Nombre de cada campo como lo escribe la definición ({{Detalles}}): PostgreSQL los da en
+    // minúsculas y SQLite como los escribió la consulta.
+    QVector<QStringList> alias(campos.count());
+    static const QRegularExpression marca(QStringLiteral("\\{\\{[{&]?\\s*([A-Za-z_][A-Za-z0-9_]*)\\s*\\}?\\}\\}"));
+    for (auto it = marca.globalMatch(d.plantilla); it.hasNext();) {
+        const QString n = it.next().captured(1);
+        for (int c = 0; c < campos.count(); ++c)
+            if (campos.fieldName(c).compare(n, Qt::CaseInsensitive) == 0 && !alias[c].contains(n)) alias[c] << n;
+    }
+    QMap<QString, Dinero> sumas;
+    mu::data filas{mu::data::type::list};
+    while (q.next()) {
+        mu::data fila;
+        for (int c = 0; c < campos.count(); ++c) {
+            const QString nombre = campos.fieldName(c);
+            const bool esMoneda = contieneSinMayusculas(d.moneda, nombre);
+            const std::string valor = u8(texto(q.value(c), esMoneda, mascaraMoneda));
+            fila.set(u8(nombre), valor);
+            for (const QString& n : alias[c]) fila.set(u8(n), valor);
+            if (contieneSinMayusculas(d.totales, nombre)) {
+                for (const QString& t : d.totales)
+                    if (t.compare(nombre, Qt::CaseInsensitive) == 0) sumas[t] += Dinero::desdeVariant(q.value(c));
+            }
+        }
+        fila.set("par", inf.filas % 2 == 1 ? mu::data::type::bool_true : mu::data::type::bool_false);
+        filas.push_back(fila);
+        ++inf.filas;
+    }
+    mu::data totales;
+    for (const QString& t : d.totales) totales.set(u8(t), u8(FormatoMoneda(sumas.value(t), mascaraMoneda)));
+    mu::data parametros;
+    for (auto it = s.parametrosInforme.cbegin(); it != s.parametrosInforme.cend(); ++it)
+        parametros.set(u8(it.key()), u8(it.value()));
+
+    mu::data contexto;
+    contexto.set("empresa", u8(inf.empresa));
+    contexto.set("titulo", u8(inf.titulo));
+    contexto.set("periodo", u8(inf.periodo));
+    contexto.set("emitido", u8(inf.emitido));
+    contexto.set("filas", filas);
+    contexto.set("hayFilas", inf.filas > 0 ? mu::data::type::bool_true : mu::data::type::bool_false);
+    contexto.set("cantidad", std::to_string(inf.filas));
+    contexto.set("totales", totales);
+    contexto.set("parametros", parametros);
+
+    mu::mustache plantilla(u8(d.plantilla));
+    if (!plantilla.is_valid()) throw errorPlantilla(d.ruta);
+    inf.cuerpo = QString::fromStdString(plantilla.render(contexto));
+    return inf;
+}
+
+int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
+    dispositivo.setPageSize(QPageSize(inf.pagina));
+    dispositivo.setPageOrientation(inf.horizontal ? QPageLayout::Landscape : QPageLayout::Portrait);
+    dispositivo.setPageMargins(QMarginsF(15, 12, 15, 12), QPageLayout::Millimeter);
+    QPainter p(&dispositivo);
+    const QRectF hoja = QRectF(0, 0, dispositivo.width(), dispositivo.height());
+    const qreal dpi = dispositivo.logicalDpiY();
+    const qreal alto = dpi * 0.55;   // encabezado
+    const qreal altoPie = dpi * 0.3; // pie
+
+    QTextDocument doc;
+    doc.documentLayout()->setPaintDevice(&dispositivo); // medidas de letras del dispositivo, no de la pantalla
+    doc.setDocumentMargin(0);
+    QFont base(QStringLiteral("DejaVu Sans"));
+    base.setPointSizeF(9);
+    doc.setDefaultFont(base);
+    doc.setHtml(inf.cuerpo);
+    const QRectF cuerpo(0, alto, hoja.width(), hoja.height() - alto - altoPie);
+    doc.setPageSize(cuerpo.size());
+    const int paginas = qMax(1, doc.pageCount());
+
+    QFont fTitulo = base;
+    fTitulo.setPointSizeF(12);
+    fTitulo.setBold(true);
+    QFont fChica = base;
+    fChica.setPointSizeF(7.5);
+    for (int n = 0; n < paginas; ++n) {
+        if (n > 0) dispositivo.newPage();
+        // Encabezado.
+        p.setFont(fChica);
+        p.drawText(QRectF(0, 0, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.empresa);
+        p.setFont(fTitulo);
+        p.drawText(QRectF(0, alto / 3, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.titulo);
+        p.setFont(fChica);
+        p.drawText(QRectF(0, 2 * alto / 3, hoja.width(), alto / 3 - dpi * 0.05), Qt::AlignLeft | Qt::AlignVCenter,
+                   inf.periodo);
+        p.setPen(QPen(Qt::darkGray, dpi / 100.0));
+        p.drawLine(QPointF(0, alto - dpi * 0.04), QPointF(hoja.width(), alto - dpi * 0.04));
+        // Cuerpo: la porción de la página n.
+        p.save();
+        p.translate(0, alto);
+        const qreal arriba = n * doc.pageSize().height();
+        p.translate(0, -arriba);
+        QAbstractTextDocumentLayout::PaintContext ctx;
+        ctx.clip = QRectF(0, arriba, doc.pageSize().width(), doc.pageSize().height());
+        p.setClipRect(ctx.clip);
+        doc.documentLayout()->draw(&p, ctx);
+        p.restore();
+        // Pie.
+        p.setPen(QPen(Qt::darkGray, dpi / 100.0));
+        const qreal y = hoja.height() - altoPie;
+        p.drawLine(QPointF(0, y + dpi * 0.04), QPointF(hoja.width(), y + dpi * 0.04));
+        p.setPen(Qt::black);
+        p.setFont(fChica);
+        p.drawText(QRectF(0, y + dpi * 0.06, hoja.width(), altoPie), Qt::AlignLeft | Qt::AlignVCenter,
+                   QStringLiteral("Emitido el ") + inf.emitido);
+        p.drawText(QRectF(0, y + dpi * 0.06, hoja.width(), altoPie), Qt::AlignRight | Qt::AlignVCenter,
+                   QStringLiteral("Página %1 de %2").arg(n + 1).arg(paginas));
+    }
+    return paginas;
+}
+
+int GuardaInforme(Almacen& a, const DefinicionInforme& d, const Seleccion& s, const QString& mascaraMoneda,
+                  const QDateTime& ahora, const QString& archivo) {
+    const QString ext = QFileInfo(archivo).suffix().toLower();
+    if (ext == QStringLiteral("csv") || ext == QStringLiteral("xlsx")) {
+        const qint64 n = ext == QStringLiteral("csv") ? ExportaCSV(a, consulta(d, s), s.parametros, {}, archivo)
+                                                       : ExportaXLSX(a, consulta(d, s), s.parametros, {}, archivo);
+        return int(n);
+    }
+    const InformeArmado inf = ArmaInforme(a, d, s, mascaraMoneda, ahora);
+    if (ext == QStringLiteral("pdf")) {
+        QPdfWriter pdf(archivo);
+        pdf.setResolution(300);
+        pdf.setTitle(inf.titulo);
+        pdf.setCreator(QStringLiteral("Orvanta"));
+        const int paginas = PintaInforme(inf, pdf);
+        if (!QFileInfo::exists(archivo)) throw Aviso(QStringLiteral("No se pudo escribir el archivo ") + archivo);
+        return paginas;
+    }
+    const QString html = QStringLiteral("<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>") +
+                         inf.titulo.toHtmlEscaped() + QStringLiteral("</title></head><body>\n<p>") +
+                         inf.empresa.toHtmlEscaped() + QStringLiteral("</p>\n<h1>") + inf.titulo.toHtmlEscaped() +
+                         QStringLiteral("</h1>\n<p>") + inf.periodo.toHtmlEscaped() + QStringLiteral("</p>\n") +
+                         inf.cuerpo + QStringLiteral("\n<p>Emitido el ") + inf.emitido.toHtmlEscaped() +
+                         QStringLiteral("</p></body></html>\n");
+    if (ext == QStringLiteral("html") || ext == QStringLiteral("htm")) {
+        QSaveFile f(archivo);
+        if (!f.open(QIODevice::WriteOnly) || f.write(html.toUtf8()) < 0 || !f.commit())
+            throw Aviso(QStringLiteral("No se pudo escribir el archivo ") + archivo);
+        return int(inf.filas);
+    }
+    if (ext == QStringLiteral("odt")) {
+        QTextDocument doc;
+        doc.setHtml(html);
+        QTextDocumentWriter w(archivo, "odf");
+        if (!w.write(&doc)) throw Aviso(QStringLiteral("No se pudo escribir el archivo ") + archivo);
+        return int(inf.filas);
+    }
+    throw Aviso(QStringLiteral("Tipo de archivo no admitido: ") + archivo);
+}
+
+} // namespace orv
