@@ -1,0 +1,18 @@
+#pragma once
+// Tabla HTML de cualquier consulta, con el marcado que espera quien recibe los envíos: una franja
+// con el título, los nombres de los campos como títulos y una fila por registro.
+
+#include "store/almacen.h"
+
+#include <QDate>
+#include <QString>
+#include <QVariantList>
+
+namespace orv {
+
+// `ancho` es el ancho de la tabla en píxeles; `separar` agrega párrafos vacíos después, para la
+// tabla siguiente. Los valores se escapan para HTML. Lanza ErrorAlmacen si la consulta falla.
+QString HtmlDeConsulta(const Almacen& a, const QString& titulo, const QString& sql, const QVariantList& parametros,
+                       qint16 ancho, bool separar, const QDate& hoy);
+
+} // namespace orv
