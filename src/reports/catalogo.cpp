@@ -20,6 +20,17 @@ Seleccion SeleccionUsual(const QString& nombre, const QDate& desde, const QDate&
         s.periodo = TextoPeriodo(desde, hasta);
         return s;
     }
+    if (n == QStringLiteral("faltante.rpt")) {
+        s.condicion = QStringLiteral("StockActual <= StockMinimo");
+        s.periodo = QStringLiteral("Al ") + FechaTexto(hasta);
+        return s;
+    }
+    if (n == QStringLiteral("listadepreciosporcodigo.rpt") || n == QStringLiteral("listadepreciosporalfabeto.rpt")) {
+        // Todos los rubros: un artículo sin rubro no está en ninguna lista.
+        s.condicion = QStringLiteral("idRubro <> 0");
+        s.periodo = QStringLiteral("Al ") + FechaTexto(hasta);
+        return s;
+    }
     if (n == QStringLiteral("listadeprecios.rpt") || n == QStringLiteral("inventario.rpt")) {
         s.periodo = QStringLiteral("Al ") + FechaTexto(hasta);
         return s;

@@ -163,6 +163,15 @@ TEST_P(Informes, CadaDefinicionDelProgramaSaleEnPdfConLosDatosDeEjemplo) {
     const QString precios = textoDePdf(dir_.filePath(QStringLiteral("listadeprecios.rpt.pdf")));
     const QString primero = almacen().valor(QStringLiteral("SELECT Descripcion FROM Articulos ORDER BY idArticulo")).toString();
     EXPECT_TRUE(precios.contains(primero)) << primero.toStdString();
+    // El faltante trae los artículos por debajo del mínimo y ninguno por encima.
+    const QString faltante = textoDePdf(dir_.filePath(QStringLiteral("faltante.rpt.pdf")));
+    const QString bajo = almacen().valor(QStringLiteral("SELECT Codigo FROM Articulos WHERE StockActual < StockMinimo "
+                                                        "ORDER BY idArticulo")).toString();
+    const QString sobrado = almacen().valor(QStringLiteral("SELECT Codigo FROM Articulos WHERE StockActual > StockMinimo "
+                                                           "ORDER BY idArticulo")).toString();
+    ASSERT_FALSE(bajo.isEmpty());
+    EXPECT_TRUE(faltante.contains(bajo)) << bajo.toStdString();
+    EXPECT_FALSE(faltante.contains(sobrado + QStringLiteral(" "))) << sobrado.toStdString();
 }
 
 TEST(BuscaDefinicion, LaCopiaDeLaCarpetaDeDatosMandaSobreLaDelPrograma) {
