@@ -45,6 +45,7 @@ capturas: compilar
 	cmake --build build -j $(JOBS) --target orvanta_capturas
 	rm -rf build/capturas
 	QT_QPA_PLATFORM=offscreen ./build/orvanta_capturas build/capturas
+	for f in build/capturas/*.pdf; do pdftoppm -r 70 -png -f 1 -l 2 "$$f" "$${f%.pdf}" && rm -f "$$f"; done
 
 clean:
 	rm -rf build build-bench build-asan

@@ -17,6 +17,9 @@
 #include "sales/ui/pan_sel_art.h"
 #include "sales/ui/panel_venta.h"
 #include "maintenance/datos_ejemplo.h"
+#include "reports/catalogo.h"
+#include "reports/informe.h"
+#include "store/aviso.h"
 #include "shell/pan_principal.h"
 #include "store/actualizacion.h"
 #include "store/almacen.h"
@@ -154,6 +157,20 @@ int main(int argc, char** argv) {
         usuario.show();
         guarda(usuario, QStringLiteral("usuario") + sufijo);
         w.hide();
+    }
+    // Informes del catálogo en PDF; make capturas los pasa a PNG con pdftoppm.
+    for (const char* nombre : {"listacajasimple.rpt", "listadeprecios.rpt", "listadepreciosporcodigo.rpt", "faltante.rpt",
+                               "inventario.rpt"}) {
+        const QString n = QString::fromLatin1(nombre);
+        try {
+            const QString pdf = QDir(salida).filePath(QStringLiteral("informe_") + n.chopped(4) + QStringLiteral(".pdf"));
+            orv::GuardaInforme(*almacen, orv::LeeDefinicion(orv::BuscaDefinicion(n, QString())),
+                               orv::SeleccionUsual(n, QDate(2026, 1, 1), QDate(2026, 12, 31)), estado.MascaraMoneda,
+                               reloj.ahora(), pdf);
+            std::printf("%s\n", qPrintable(pdf));
+        } catch (const orv::Aviso& e) {
+            std::fprintf(stderr, "%s: %s\n", nombre, qPrintable(e.texto()));
+        }
     }
     std::printf("%d capturas en %s\n", guardadas, qPrintable(salida));
     return guardadas > 0 ? 0 : 1;
