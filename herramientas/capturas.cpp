@@ -172,6 +172,31 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "%s: %s\n", nombre, qPrintable(e.texto()));
         }
     }
+    // Un comprobante de ejemplo con las líneas del borrador, en sus dos plantillas.
+    {
+        almacen->ejecuta(QStringLiteral("INSERT INTO Empresa (NombreEmpresa) VALUES ('Almacén y Despensa Don Tito')"));
+        const qint64 id = almacen->inserta(
+            QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, idTipoIva, Fecha, Nombre, Cuit, "
+                           "FormaPago, SubTotal, MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, "
+                           "ImpresoFiscal) SELECT 'B0001-00000042', 1, 2, 1, ?, Nombre, Cuit, 'EFVO', s, 0, s / 1.21, 21, "
+                           "s - s / 1.21, s, 'S' FROM Vendedores, (SELECT sum(SubTotal) AS s FROM TmpFac) AS t "
+                           "WHERE idVendedor = 2"),
+            {QDate(2026, 11, 23)}, QStringLiteral("idComprobante"));
+        almacen->ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, "
+                                        "SubTotal, Descripcion) SELECT ?, idArticulo, Cantidad, Unitario, SubTotal, "
+                                        "Descripcion FROM TmpFac ORDER BY idTmpFac"),
+                         {id});
+        for (const char* nombre : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
+            const QString n = QString::fromLatin1(nombre);
+            try {
+                const QString pdf = QDir(salida).filePath(QStringLiteral("comprobante_") + n.chopped(4) + QStringLiteral(".pdf"));
+                orv::GuardaInforme(*almacen, orv::LeeDefinicion(orv::BuscaDefinicion(n, QString())),
+                                   orv::SeleccionComprobante(id), estado.MascaraMoneda, reloj.ahora(), pdf);
+            } catch (const orv::Aviso& e) {
+                std::fprintf(stderr, "%s: %s\n", nombre, qPrintable(e.texto()));
+            }
+        }
+    }
     std::printf("%d capturas en %s\n", guardadas, qPrintable(salida));
     return guardadas > 0 ? 0 : 1;
 }

@@ -11,6 +11,13 @@ QString TextoPeriodo(const QDate& desde, const QDate& hasta) {
     return QStringLiteral("Del ") + FechaTexto(desde) + QStringLiteral(" al ") + FechaTexto(hasta);
 }
 
+Seleccion SeleccionComprobante(qint64 idComprobante) {
+    Seleccion s;
+    s.condicion = QStringLiteral("idComprobante = ?");
+    s.parametros = {idComprobante};
+    return s;
+}
+
 Seleccion SeleccionUsual(const QString& nombre, const QDate& desde, const QDate& hasta) {
     const QString n = QFileInfo(nombre).fileName().toLower();
     Seleccion s;

@@ -4,6 +4,7 @@
 #include "store/aviso.h"
 #include "store/dinero.h"
 #include "store/formato.h"
+#include "store/letras.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
@@ -20,6 +21,7 @@
 #include <QTextDocument>
 #include <QTextDocumentWriter>
 #include <kainjow/mustache.hpp>
+#include <optional>
 
 namespace orv {
 
@@ -100,6 +102,8 @@ DefinicionInforme LeeDefinicion(const QString& ruta) {
     d.orden = valores.value(QStringLiteral("orden"));
     d.moneda = lista(valores.value(QStringLiteral("moneda")));
     d.totales = lista(valores.value(QStringLiteral("totales")));
+    d.letras = lista(valores.value(QStringLiteral("letras")));
+    d.encabezado = valores.value(QStringLiteral("encabezado")).compare(QStringLiteral("no"), Qt::CaseInsensitive) != 0;
     d.horizontal = valores.value(QStringLiteral("orientacion")).compare(QStringLiteral("horizontal"), Qt::CaseInsensitive) == 0;
     const QString pagina = valores.value(QStringLiteral("pagina")).toLower();
     d.pagina = pagina == QStringLiteral("carta") ? QPageSize::Letter
@@ -135,6 +139,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     inf.periodo = s.periodo;
     inf.emitido = Formato(QVariant(ahora), QStringLiteral("dd/mm/yyyy hh:nn"));
     inf.horizontal = d.horizontal;
+    inf.encabezado = d.encabezado;
     inf.pagina = d.pagina;
     inf.empresa = a.valor(QStringLiteral("SELECT NombreEmpresa FROM Empresa ORDER BY idEmpresa")).toString();
 
@@ -151,20 +156,31 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     }
     QMap<QString, Dinero> sumas;
     mu::data filas{mu::data::type::list};
+    std::optional<mu::data> primera;
     while (q.next()) {
         mu::data fila;
         for (int c = 0; c < campos.count(); ++c) {
             const QString nombre = campos.fieldName(c);
             const bool esMoneda = contieneSinMayusculas(d.moneda, nombre);
-            const std::string valor = u8(texto(q.value(c), esMoneda, mascaraMoneda));
+            const QString t = texto(q.value(c), esMoneda, mascaraMoneda);
+            const std::string valor = u8(t);
+            const auto hay = t.trimmed().isEmpty() ? mu::data::type::bool_false : mu::data::type::bool_true;
             fila.set(u8(nombre), valor);
-            for (const QString& n : alias[c]) fila.set(u8(n), valor);
+            fila.set(u8(QStringLiteral("hay_") + nombre), hay);
+            for (const QString& n : alias[c]) {
+                fila.set(u8(n), valor);
+                fila.set(u8(QStringLiteral("hay_") + n), hay);
+            }
+            for (const QString& l : d.letras)
+                if (l.compare(nombre, Qt::CaseInsensitive) == 0)
+                    fila.set(u8(l + QStringLiteral("EnLetras")), u8(ImporteEnLetras(Dinero::desdeVariant(q.value(c)))));
             if (contieneSinMayusculas(d.totales, nombre)) {
                 for (const QString& t : d.totales)
                     if (t.compare(nombre, Qt::CaseInsensitive) == 0) sumas[t] += Dinero::desdeVariant(q.value(c));
             }
         }
         fila.set("par", inf.filas % 2 == 1 ? mu::data::type::bool_true : mu::data::type::bool_false);
+        if (inf.filas == 0) primera.emplace(fila);
         filas.push_back(fila);
         ++inf.filas;
     }
@@ -180,6 +196,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     contexto.set("periodo", u8(inf.periodo));
     contexto.set("emitido", u8(inf.emitido));
     contexto.set("filas", filas);
+    if (primera) contexto.set("primera", *primera);
     contexto.set("hayFilas", inf.filas > 0 ? mu::data::type::bool_true : mu::data::type::bool_false);
     contexto.set("cantidad", std::to_string(inf.filas));
     contexto.set("totales", totales);
@@ -198,7 +215,7 @@ int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
     QPainter p(&dispositivo);
     const QRectF hoja = QRectF(0, 0, dispositivo.width(), dispositivo.height());
     const qreal dpi = dispositivo.logicalDpiY();
-    const qreal alto = dpi * 0.55;   // encabezado
+    const qreal alto = inf.encabezado ? dpi * 0.55 : 0.0; // encabezado
     const qreal altoPie = dpi * 0.3; // pie
 
     QTextDocument doc;
@@ -220,15 +237,18 @@ int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
     for (int n = 0; n < paginas; ++n) {
         if (n > 0) dispositivo.newPage();
         // Encabezado.
-        p.setFont(fChica);
-        p.drawText(QRectF(0, 0, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.empresa);
-        p.setFont(fTitulo);
-        p.drawText(QRectF(0, alto / 3, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.titulo);
-        p.setFont(fChica);
-        p.drawText(QRectF(0, 2 * alto / 3, hoja.width(), alto / 3 - dpi * 0.05), Qt::AlignLeft | Qt::AlignVCenter,
-                   inf.periodo);
-        p.setPen(QPen(Qt::darkGray, dpi / 100.0));
-        p.drawLine(QPointF(0, alto - dpi * 0.04), QPointF(hoja.width(), alto - dpi * 0.04));
+        if (inf.encabezado) {
+            p.setFont(fChica);
+            p.drawText(QRectF(0, 0, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.empresa);
+            p.setFont(fTitulo);
+            p.drawText(QRectF(0, alto / 3, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.titulo);
+            p.setFont(fChica);
+            p.drawText(QRectF(0, 2 * alto / 3, hoja.width(), alto / 3 - dpi * 0.05), Qt::AlignLeft | Qt::AlignVCenter,
+                       inf.periodo);
+            p.setPen(QPen(Qt::darkGray, dpi / 100.0));
+            p.drawLine(QPointF(0, alto - dpi * 0.04), QPointF(hoja.width(), alto - dpi * 0.04));
+            p.setPen(Qt::black);
+        }
         // Cuerpo: la porción de la página n.
         p.save();
         p.translate(0, alto);

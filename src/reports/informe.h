@@ -13,7 +13,10 @@
 //       pagina: A4 | Carta | Oficio }}
 //
 // El resto recibe: empresa, titulo, periodo, emitido, parametros.<nombre>, filas (cada fila con
-// sus campos ya formateados, más par/impar), hayFilas, cantidad y totales.<campo>. Los valores se
+// sus campos ya formateados, más par/impar), primera (la primera fila, para los datos de cabecera
+// de un comprobante), hayFilas, cantidad y totales.<campo>. Cada campo trae también hay_<campo>,
+// verdadero cuando no está vacío, para las secciones condicionales. Con "letras: Total" la fila trae
+// además TotalEnLetras. Los valores se
 // escapan para HTML. Encabezado (empresa, título, período) y pie (página n de m, fecha y hora) los
 // dibuja el motor en cada página.
 
@@ -37,6 +40,8 @@ struct DefinicionInforme {
     QString orden;
     QStringList moneda;
     QStringList totales;
+    QStringList letras; // importes que además van en letras: <campo>EnLetras
+    bool encabezado = true; // "encabezado: no" para los comprobantes, que traen el suyo
     bool horizontal = false;
     QPageSize::PageSizeId pagina = QPageSize::A4;
     QString plantilla; // el cuerpo Mustache, sin el comentario de cabecera
@@ -68,6 +73,7 @@ struct InformeArmado {
     QString emitido; // fecha y hora
     QString cuerpo;  // HTML
     qint64 filas = 0;
+    bool encabezado = true;
     bool horizontal = false;
     QPageSize::PageSizeId pagina = QPageSize::A4;
 };
