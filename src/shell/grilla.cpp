@@ -77,9 +77,11 @@ QString escapaLike(const QString& s) {
     return r;
 }
 
-// Numerador de filas para SQLite: orv_fila() devuelve 1, 2, 3... en el orden en que se leen.
-// ROW_NUMBER() obliga a SQLite a guardar el resultado entero antes de filtrar; así, la lectura
-// se detiene en la primera coincidencia.
+// Funciones propias para SQLite, registradas en la conexión del almacén.
+//
+// orv_fila() devuelve 1, 2, 3... en el orden en que se leen las filas. ROW_NUMBER() obliga a
+// SQLite a guardar el resultado entero antes de filtrar; así, la lectura se detiene en la primera
+// coincidencia.
 qint64 filasNumeradas = 0;
 
 void numeraFila(sqlite3_context* ctx, int, sqlite3_value**) {
@@ -87,13 +89,41 @@ void numeraFila(sqlite3_context* ctx, int, sqlite3_value**) {
     sqlite3_result_int64(ctx, ++*n);
 }
 
-bool registraNumerador(const Almacen& a) {
+// orv_empieza(valor, prefijo): 1 si el texto del valor empieza con el prefijo sin distinguir
+// mayúsculas, también fuera de ASCII (Ñ y ñ, Á y á, que el LIKE de SQLite distingue); 0 si no o
+// si alguno es nulo. El prefijo va tal cual: % y _ no son comodines.
+void empiezaCon(sqlite3_context* ctx, int, sqlite3_value** args) {
+    if (sqlite3_value_type(args[0]) == SQLITE_NULL || sqlite3_value_type(args[1]) == SQLITE_NULL) {
+        sqlite3_result_int(ctx, 0);
+        return;
+    }
+    const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(args[1]));
+    const QString prefijo = QString::fromUtf8(p, sqlite3_value_bytes(args[1]));
+    const auto* v = reinterpret_cast<const char*>(sqlite3_value_text(args[0]));
+    // Cada carácter del prefijo ocupa a lo sumo 4 bytes en el valor: alcanza con decodificar
+    // el comienzo (un carácter cortado al final queda fuera de lo que se compara).
+    const qsizetype bytes = qMin<qsizetype>(sqlite3_value_bytes(args[0]), 4 * prefijo.size());
+    const QString comienzo = QString::fromUtf8(v, bytes);
+    sqlite3_result_int(ctx, comienzo.startsWith(prefijo, Qt::CaseInsensitive) ? 1 : 0);
+}
+
+bool registraFunciones(const Almacen& a) {
     if (a.esPostgreSQL()) return false;
     const QVariant h = a.base().driver()->handle();
     if (qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
     sqlite3* db = *static_cast<sqlite3* const*>(h.constData());
-    return db && sqlite3_create_function_v2(db, "orv_fila", 0, SQLITE_UTF8, &filasNumeradas, numeraFila,
-                                            nullptr, nullptr, nullptr) == SQLITE_OK;
+    if (!db) return false;
+    // Ya registradas en esta conexión: volver a registrarlas invalidaría las sentencias preparadas
+    // (y fallaría con alguna en curso).
+    sqlite3_stmt* prueba = nullptr;
+    const bool estan =
+        sqlite3_prepare_v2(db, "SELECT orv_fila(), orv_empieza('', '')", -1, &prueba, nullptr) == SQLITE_OK;
+    sqlite3_finalize(prueba);
+    if (estan) return true;
+    return sqlite3_create_function_v2(db, "orv_fila", 0, SQLITE_UTF8, &filasNumeradas, numeraFila, nullptr,
+                                      nullptr, nullptr) == SQLITE_OK &&
+           sqlite3_create_function_v2(db, "orv_empieza", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                      empiezaCon, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 } // namespace
@@ -444,12 +474,7 @@ void Grilla::fijaConsulta(const QString& sql, const QVariantList& parametros) {
     sql_ = sql;
     parametros_ = parametros;
     olvidaOrden();
-    static const QRegularExpression ordenSimple(
-        QStringLiteral(R"(^(.*\S)\s+ORDER\s+BY\s+(?:\w+\.)?(\w+)(?:\s+(ASC|DESC))?\s*;?\s*$)"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch m = ordenSimple.match(sql);
-    if (m.hasMatch() && !m.captured(1).contains(QStringLiteral("ORDER BY"), Qt::CaseInsensitive))
-        orden_ = Orden{m.captured(1), m.captured(2), m.captured(3).compare(QStringLiteral("DESC"), Qt::CaseInsensitive) == 0};
+    orden_ = ordenDe(sql);
     const QJsonObject previa = modelo_->columnCount() > 0 ? distribucion() : QJsonObject{};
     modelo_->abre(almacen_, sql, parametros);
     aplicaOcultas();
@@ -588,8 +613,34 @@ QString Grilla::campoSeguro(const QString& campo) const {
 
 void Grilla::olvidaOrden() {
     orden_.reset();
-    totalFilas_.reset();
-    ultimoValor_ = QVariant();
+    extremo_.reset();
+}
+
+std::optional<Grilla::Orden> Grilla::ordenDe(const QString& sql) {
+    static const QRegularExpression ordenSimple(
+        QStringLiteral(R"(^(.*\S)\s+ORDER\s+BY\s+(?:(\w+)\s*\.\s*)?(\w+)(?:\s+(ASC|DESC))?\s*;?\s*$)"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression otroOrden(QStringLiteral(R"(\bORDER\s+BY\b)"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch m = ordenSimple.match(sql);
+    if (!m.hasMatch()) return std::nullopt;
+    Orden o{m.captured(1), m.captured(3), m.captured(4).compare(QStringLiteral("DESC"), Qt::CaseInsensitive) == 0};
+    // Otro ORDER BY adentro (subconsulta, ventana): la última cláusula podría no ser del todo.
+    if (otroOrden.match(o.base).hasMatch()) return std::nullopt;
+    const QString tabla = m.captured(2);
+    if (!tabla.isEmpty()) {
+        // "tabla.columna" ordena por la columna de esa tabla, que puede no ser la del resultado con
+        // ese nombre. Se descarta si alguna expresión toma el nombre (AS columna) o si la consulta
+        // nombra esa columna de otra tabla.
+        const QRegularExpression alias(QStringLiteral(R"(\bAS\s+)") + o.columna + QStringLiteral(R"(\b)"),
+                                       QRegularExpression::CaseInsensitiveOption);
+        if (alias.match(o.base).hasMatch()) return std::nullopt;
+        const QRegularExpression calificada(QStringLiteral(R"((\w+)\s*\.\s*)") + o.columna + QStringLiteral(R"(\b)"),
+                                            QRegularExpression::CaseInsensitiveOption);
+        for (auto it = calificada.globalMatch(o.base); it.hasNext();)
+            if (it.next().captured(1).compare(tabla, Qt::CaseInsensitive) != 0) return std::nullopt;
+    }
+    return o;
 }
 
 namespace {
@@ -599,11 +650,29 @@ bool esEntero(const QVariant& v) {
     case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::LongLong:
-    case QMetaType::ULongLong:
     case QMetaType::Short:
     case QMetaType::UShort: return true;
     default: return false;
     }
+}
+
+// Enteros no negativos cuyo texto empieza con las cifras `texto` (sin ceros a la izquierda):
+// los rangos [p·10^k, (p+1)·10^k), crecientes y disjuntos, mientras quepan en 64 bits. El último
+// puede quedar sin tope (nullopt) si (p+1)·10^k ya no cabe.
+QList<QPair<qint64, std::optional<qint64>>> rangosDePrefijo(qint64 p) {
+    QList<QPair<qint64, std::optional<qint64>>> r;
+    if (p == 0) return {{0, 1}};
+    qint64 lo = p;
+    std::optional<qint64> hi;
+    if (p < std::numeric_limits<qint64>::max()) hi = p + 1;
+    for (;;) {
+        r.append({lo, hi});
+        if (!hi || __builtin_mul_overflow(lo, 10, &lo)) break;
+        qint64 siguiente = 0;
+        if (__builtin_mul_overflow(*hi, 10, &siguiente)) hi.reset();
+        else hi = siguiente;
+    }
+    return r;
 }
 
 } // namespace
@@ -611,23 +680,22 @@ bool esEntero(const QVariant& v) {
 std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const {
     if (!orden_ || orden_->columna.compare(campo, Qt::CaseInsensitive) != 0) return std::nullopt;
     const QString c = campoSeguro(campo);
-    const int col = modelo_->columna(campo);
-    if (c.isEmpty() || col < 0 || modelo_->rowCount() == 0) return std::nullopt;
-    // Sólo columnas enteras: su texto es el número sin ceros a la izquierda, y un prefijo de
-    // cifras se traduce en rangos del índice.
-    const QVariant muestra = modelo_->valor(0, col);
-    const bool entero =
-        esEntero(muestra) || (muestra.isNull() && esEntero(QVariant(modelo_->campos().field(col).metaType())));
-    if (!entero) return std::nullopt;
+    if (c.isEmpty() || modelo_->rowCount() == 0) return std::nullopt;
 
     const bool desc = orden_->descendente;
+    // "Antes" y "después" en el orden de la grilla.
+    const QString antesDe = desc ? QStringLiteral(" > ?") : QStringLiteral(" < ?");
+    const QString desdeV = desc ? QStringLiteral(" <= ?") : QStringLiteral(" >= ?");
+    const QString hastaV = desc ? QStringLiteral(" >= ?") : QStringLiteral(" <= ?");
+    const QString directo = desc ? QStringLiteral(" DESC") : QString();
+    const QString inverso = desc ? QString() : QStringLiteral(" DESC");
     const QString desde = QStringLiteral(" FROM (") + orden_->base + QStringLiteral(") AS q WHERE ");
-    auto primero = [&](const QString& condicion, const QVariantList& extra) -> QVariant {
+    auto primero = [&](const QString& condicion, const QVariantList& extra, const QString& sentido) -> QVariant {
         QVariantList p = parametros_;
         p += extra;
         QSqlQuery q = ejecutaAdelante(almacen_,
                                       QStringLiteral("SELECT ") + c + desde + condicion + QStringLiteral(" ORDER BY ") +
-                                          c + (desc ? QStringLiteral(" DESC") : QString()) + QStringLiteral(" LIMIT 1"),
+                                          c + sentido + QStringLiteral(" LIMIT 1"),
                                       p);
         return q.next() ? q.value(0) : QVariant();
     };
@@ -637,33 +705,44 @@ std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant
         QSqlQuery q = ejecutaAdelante(almacen_, QStringLiteral("SELECT COUNT(*)") + desde + condicion, p);
         return q.next() ? q.value(0).toLongLong() : 0;
     };
+    // Si v está después de w en el orden de la grilla.
+    auto despues = [desc](qint64 v, qint64 w) { return desc ? v < w : v > w; };
 
     try {
+        // 0. Primer y último valor no nulos: dicen si la columna es entera y acotan la búsqueda.
+        const QVariant primeroDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, directo);
+        if (primeroDeTodos.isNull()) return -1; // sólo nulos: ninguno coincide con nada
+        const QVariant ultimoDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, inverso);
+        if (!esEntero(primeroDeTodos) || !esEntero(ultimoDeTodos)) return std::nullopt;
+        const qint64 a = primeroDeTodos.toLongLong();
+        const qint64 z = ultimoDeTodos.toLongLong();
+
         // 1. El valor de la primera fila que coincide, en el orden de la grilla.
         QVariant encontrado;
         if (!prefijo) {
-            bool ok = false;
-            const qint64 v = valor.toLongLong(&ok);
-            if (!ok) return -1;
-            encontrado = primero(c + QStringLiteral(" = ?"), {v});
+            if (!esEntero(valor)) return std::nullopt;
+            encontrado = primero(c + QStringLiteral(" = ?"), {valor.toLongLong()}, directo);
         } else {
             const QString texto = valor.toString();
-            if (texto.isEmpty() || texto.size() > 17) return std::nullopt;
+            if (texto.isEmpty() || texto.size() > 19) return std::nullopt;
             for (QChar ch : texto)
-                if (!ch.isDigit() || ch.unicode() > 127) return std::nullopt;
+                if (ch < u'0' || ch > u'9') return std::nullopt;
             if (texto.size() > 1 && texto.startsWith(u'0')) return -1; // ningún entero se escribe así
-            const qint64 p = texto.toLongLong();
-            // Rangos [p·10^k, (p+1)·10^k): crecientes y disjuntos. En orden ascendente el primero
-            // con alguna fila tiene el valor buscado; en descendente, el último.
-            QList<QPair<qint64, qint64>> rangos;
-            qint64 potencia = 1;
-            for (int k = 0; k + texto.size() <= 18; ++k, potencia *= 10) {
-                rangos.append({p * potencia, (p + 1) * potencia});
-                if (p == 0) break;
-            }
+            bool ok = false;
+            const qint64 p = texto.toLongLong(&ok);
+            if (!ok) return std::nullopt;
+            // En orden ascendente el primer rango con alguna fila tiene el valor buscado (el menor
+            // de ese rango); en descendente, el último (el mayor). Los rangos fuera de [a, z] no se
+            // consultan.
+            auto rangos = rangosDePrefijo(p);
             if (desc) std::reverse(rangos.begin(), rangos.end());
+            const qint64 menor = desc ? z : a;
+            const qint64 mayor = desc ? a : z;
             for (const auto& [lo, hi] : rangos) {
-                encontrado = primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, hi});
+                if (lo > mayor || (hi && *hi <= menor)) continue;
+                encontrado = hi ? primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, *hi},
+                                          directo)
+                                : primero(c + QStringLiteral(" >= ?"), {lo}, directo);
                 if (!encontrado.isNull()) break;
             }
         }
@@ -674,47 +753,44 @@ std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant
         // PostgreSQL descendente.
         const bool nulosAntes = almacen_.esPostgreSQL() == desc;
         const qint64 nulos = nulosAntes ? cuenta(c + QStringLiteral(" IS NULL"), {}) : 0;
-        qint64 antes = nulos;
-        const QString menor = desc ? QStringLiteral(" > ?") : QStringLiteral(" < ?");
-        const QString mayorIgual = desc ? QStringLiteral(" <= ?") : QStringLiteral(" >= ?");
+        std::optional<qint64> antesNoNulos;
         // Cerca del final conviene contar lo que queda detrás y restarlo del total.
-        const QVariant primeroDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {});
-        if (!ultimoValor_.isValid()) {
-            QVariantList p = parametros_;
-            QSqlQuery q = ejecutaAdelante(almacen_,
-                                          QStringLiteral("SELECT ") + c + desde + c + QStringLiteral(" IS NOT NULL") +
-                                              QStringLiteral(" ORDER BY ") + c +
-                                              (desc ? QString() : QStringLiteral(" DESC")) + QStringLiteral(" LIMIT 1"),
-                                          p);
-            ultimoValor_ = q.next() ? q.value(0) : QVariant(QMetaType(QMetaType::LongLong));
+        const bool cercaDelFinal = a != z && (double(v) - double(a)) / (double(z) - double(a)) > 0.5;
+        if (cercaDelFinal) {
+            if (!extremo_ || despues(v, extremo_->ultimo)) {
+                // Total y último valor en una sola sentencia, para que se correspondan (el último,
+                // por el índice; MAX no lo usaría a través de una vista con uniones).
+                QSqlQuery q = ejecutaAdelante(
+                    almacen_,
+                    QStringLiteral("SELECT COUNT(*), (SELECT ") + c + QStringLiteral(" FROM (") + orden_->base +
+                        QStringLiteral(") AS u WHERE ") + c + QStringLiteral(" IS NOT NULL ORDER BY ") + c + inverso +
+                        QStringLiteral(" LIMIT 1)") + desde + c + QStringLiteral(" IS NOT NULL"),
+                    parametros_ + parametros_);
+                if (q.next() && esEntero(q.value(1)))
+                    extremo_ = Extremo{q.value(0).toLongLong(), q.value(1).toLongLong()};
+                else
+                    extremo_.reset();
+            }
+            // Lo agregado después de leer el total (más allá de su último valor) no cuenta.
+            if (extremo_ && !despues(v, extremo_->ultimo)) {
+                const qint64 detras = cuenta(c + desdeV + QStringLiteral(" AND ") + c + hastaV, {v, extremo_->ultimo});
+                if (detras <= extremo_->total) antesNoNulos = extremo_->total - detras;
+            }
         }
-        const qint64 a = primeroDeTodos.toLongLong();
-        const qint64 z = ultimoValor_.toLongLong();
-        const bool cercaDelFinal = z != a && double(v - a) / double(z - a) > 0.5;
-        if (!cercaDelFinal) {
-            antes += cuenta(c + menor, {v});
-        } else {
-            if (!totalFilas_) totalFilas_ = cuenta(c + QStringLiteral(" IS NOT NULL"), {});
-            // Lo agregado después de leer el total (más allá del último valor) no cuenta.
-            const qint64 detras =
-                cuenta(c + mayorIgual + QStringLiteral(" AND ") + c + (desc ? QStringLiteral(" >= ?") : QStringLiteral(" <= ?")),
-                       {v, z});
-            antes += *totalFilas_ - detras;
-        }
+        if (!antesNoNulos) antesNoNulos = cuenta(c + antesDe, {v});
+        const qint64 antes = nulos + *antesNoNulos;
         if (antes > std::numeric_limits<int>::max()) return std::nullopt;
 
         // 3. La página de esa fila se lee por el valor del orden y no saltando filas: lo que
         // está antes de v (hasta el comienzo de la página) y lo que sigue desde v.
         const qint64 numero = antes / ModeloGrilla::kPagina;
         const qint64 previas = antes - numero * ModeloGrilla::kPagina;
-        if (numero * ModeloGrilla::kPagina >= nulos) { // la página no toca el bloque de nulos
+        if (numero * ModeloGrilla::kPagina >= nulos) { // la página no toca el bloque de nulos del comienzo
             const QString todo = QStringLiteral("SELECT * FROM (") + orden_->base + QStringLiteral(") AS q WHERE ") + c;
-            const QString asc = desc ? QStringLiteral(" DESC") : QString();
-            const QString inv = desc ? QString() : QStringLiteral(" DESC");
             QVariantList p1 = parametros_;
             p1 << v << previas;
             ModeloGrilla::Pagina pagina =
-                previas > 0 ? modelo_->leeFilas(todo + menor + QStringLiteral(" ORDER BY ") + c + inv +
+                previas > 0 ? modelo_->leeFilas(todo + antesDe + QStringLiteral(" ORDER BY ") + c + inverso +
                                                     QStringLiteral(" LIMIT ?"),
                                                 p1)
                             : ModeloGrilla::Pagina{};
@@ -722,7 +798,7 @@ std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant
             const bool completa = pagina.size() == previas; // si no, otra terminal cambió filas
             QVariantList p2 = parametros_;
             p2 << v << (ModeloGrilla::kPagina - previas);
-            pagina += modelo_->leeFilas(todo + mayorIgual + QStringLiteral(" ORDER BY ") + c + asc +
+            pagina += modelo_->leeFilas(todo + desdeV + QStringLiteral(" ORDER BY ") + c + directo +
                                             QStringLiteral(" LIMIT ?"),
                                         p2);
             // Al final del orden pueden venir los nulos, que las dos lecturas anteriores no traen.
@@ -743,13 +819,17 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
     const QString c = campoSeguro(campo);
     if (c.isEmpty() || sql_.isEmpty()) return -1;
     if (const auto rapida = posicionPorOrden(campo, valor, prefijo)) return *rapida;
-    // SQLite: LIKE ya compara sin distinguir mayúsculas y convierte a texto por sí solo.
-    const QString condicion = !prefijo ? QStringLiteral("c = ?")
-        : almacen_.esPostgreSQL() ? QStringLiteral("CAST(c AS TEXT) ILIKE ? ESCAPE '\\'")
-                                  : QStringLiteral("c LIKE ? ESCAPE '\\'");
+    // SQLite: orv_empieza compara sin distinguir mayúsculas (también Ñ, Á...) y convierte a texto
+    // por sí sola; si no se pudo registrar, LIKE (que sólo iguala mayúsculas ASCII). PostgreSQL:
+    // ILIKE sobre el texto tal como se tecleó, con los comodines escapados.
+    const bool funciones = registraFunciones(almacen_);
+    const QString condicion = !prefijo                ? QStringLiteral("c = ?")
+                              : almacen_.esPostgreSQL() ? QStringLiteral("CAST(c AS TEXT) ILIKE ? ESCAPE '\\'")
+                              : funciones               ? QStringLiteral("orv_empieza(c, ?) <> 0")
+                                                        : QStringLiteral("c LIKE ? ESCAPE '\\'");
     // Con el numerador, el LIMIT -1 impide que SQLite funda la subconsulta con la de afuera
     // (si no, numeraría sólo las filas que coinciden).
-    const bool numerador = registraNumerador(almacen_);
+    const bool numerador = funciones;
     const QString sql = QStringLiteral("SELECT n FROM (SELECT ") +
                         (numerador ? QStringLiteral("orv_fila()") : QStringLiteral("ROW_NUMBER() OVER ()")) +
                         QStringLiteral(" AS n, c FROM (SELECT ") + c + QStringLiteral(" AS c FROM (") + sql_ +
@@ -757,7 +837,9 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
                         QStringLiteral(") AS t WHERE ") + condicion + QStringLiteral(" LIMIT 1");
     filasNumeradas = 0;
     QVariantList p = parametros_;
-    p << (prefijo ? QVariant(escapaLike(valor.toString().toLower()) + u'%') : valor);
+    if (!prefijo) p << valor;
+    else if (funciones) p << valor.toString();
+    else p << escapaLike(almacen_.esPostgreSQL() ? valor.toString() : valor.toString().toLower()) + u'%';
     try {
         QSqlQuery q = ejecutaAdelante(almacen_, sql, p);
         if (q.next()) return q.value(0).toInt() - 1;
@@ -849,8 +931,7 @@ void Grilla::refresca() {
     const QJsonObject d = distribucion();
     const int desplazamiento = tabla_->verticalScrollBar()->value();
     try {
-        totalFilas_.reset();
-        ultimoValor_ = QVariant();
+        extremo_.reset();
         modelo_->abre(almacen_, sql_, parametros_);
     } catch (const ErrorAlmacen&) {
         return;

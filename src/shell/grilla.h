@@ -3,9 +3,25 @@
 // columnas ocultas, distribución guardada en archivo, búsqueda incremental, agrupación por una
 // columna arrastrada a la banda superior, vista previa de impresión y exportación.
 //
-// La consulta debería llevar ORDER BY: las páginas se leen con LIMIT/OFFSET sobre ella y la
-// búsqueda numera sus filas con ROW_NUMBER() en el mismo orden. No queda ninguna consulta a
-// medio leer entre una página y otra, así que la grilla no retiene una instantánea de lectura.
+// La consulta debería llevar ORDER BY: las páginas se leen con LIMIT/OFFSET sobre ella. No queda
+// ninguna consulta a medio leer entre una página y otra, así que la grilla no retiene una
+// instantánea de lectura.
+//
+// Búsqueda incremental (busca): va a la primera fila, en el orden de la grilla, cuyo valor
+// guardado empieza con el texto, sin distinguir mayúsculas. Hay dos caminos con el mismo
+// resultado:
+//  - Por el orden: la grilla lee su orden de la propia consulta cuando ésta termina en
+//    "ORDER BY columna [ASC|DESC]" (una sola columna, con o sin "tabla.", sin otro ORDER BY
+//    adentro) y la columna está en el resultado. Si se busca en esa columna, sus valores son
+//    enteros y el texto son cifras, halla el primer valor que coincide probando rangos del
+//    índice (para "12": 12, 120–129, 1200–1299, ...), cuenta las filas anteriores con el mismo
+//    FROM/WHERE y los mismos parámetros (con repetidos, la primera del valor) y lee la página de
+//    esa fila por el valor. Conviene que la columna tenga índice.
+//  - Fila por fila: en cualquier otro caso (columna de texto o fecha, orden de varias columnas,
+//    texto con signo o comodines) numera las filas en el orden de la grilla hasta la primera
+//    que coincide.
+// Los valores llegan siempre como parámetros ligados y los nombres de columna salen del
+// resultado de la consulta.
 
 #include "store/almacen.h"
 
@@ -203,11 +219,16 @@ private:
         QString columna; // nombre de la columna en el resultado
         bool descendente = false;
     };
+    static std::optional<Orden> ordenDe(const QString& sql);
     std::optional<Orden> orden_;
-    // Total de filas y último valor del orden, leídos la primera vez que hacen falta y válidos
-    // hasta la próxima lectura de la consulta (como las páginas de la grilla).
-    mutable std::optional<qint64> totalFilas_;
-    mutable QVariant ultimoValor_;
+    // Filas con valor en la columna del orden y el último de esos valores, leídos juntos la primera
+    // vez que una búsqueda cerca del final los necesita. Valen hasta la próxima lectura de la
+    // consulta (como las páginas de la grilla) o hasta que se busca un valor posterior al último.
+    struct Extremo {
+        qint64 total = 0;
+        qint64 ultimo = 0;
+    };
+    mutable std::optional<Extremo> extremo_;
 
     ModeloGrilla* modelo_;
     BandaAgrupar* banda_;
