@@ -103,6 +103,8 @@ DefinicionInforme LeeDefinicion(const QString& ruta) {
     d.moneda = lista(valores.value(QStringLiteral("moneda")));
     d.totales = lista(valores.value(QStringLiteral("totales")));
     d.letras = lista(valores.value(QStringLiteral("letras")));
+    d.grupo = valores.value(QStringLiteral("grupo"));
+    d.saldo = lista(valores.value(QStringLiteral("saldo")));
     d.encabezado = valores.value(QStringLiteral("encabezado")).compare(QStringLiteral("no"), Qt::CaseInsensitive) != 0;
     d.horizontal = valores.value(QStringLiteral("orientacion")).compare(QStringLiteral("horizontal"), Qt::CaseInsensitive) == 0;
     const QString pagina = valores.value(QStringLiteral("pagina")).toLower();
@@ -154,10 +156,51 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
         for (int c = 0; c < campos.count(); ++c)
             if (campos.fieldName(c).compare(n, Qt::CaseInsensitive) == 0 && !alias[c].contains(n)) alias[c] << n;
     }
+    // Grupos: filas seguidas con el mismo valor del campo de grupo (la definición ordena por él).
+    const int colGrupo = d.grupo.isEmpty() ? -1 : campos.indexOf(d.grupo);
+    if (!d.grupo.isEmpty() && colGrupo < 0) throw errorPlantilla(d.ruta);
+    const auto montoDe = [&](const QString& campo) -> Dinero {
+        const int c = campos.indexOf(campo);
+        return c < 0 ? Dinero() : Dinero::desdeVariant(q.value(c));
+    };
+    const auto totalesDe = [&](const QMap<QString, Dinero>& s) {
+        mu::data t;
+        for (const QString& n : d.totales) t.set(u8(n), u8(FormatoMoneda(s.value(n), mascaraMoneda)));
+        return t;
+    };
     QMap<QString, Dinero> sumas;
     mu::data filas{mu::data::type::list};
+    mu::data grupos{mu::data::type::list};
     std::optional<mu::data> primera;
+    std::optional<mu::data> grupo; // el grupo en curso
+    mu::data filasGrupo{mu::data::type::list};
+    QMap<QString, Dinero> sumasGrupo;
+    qint64 cantidadGrupo = 0;
+    QVariant valorGrupo;
+    Dinero saldo;
+    const auto cierraGrupo = [&]() {
+        if (!grupo) return;
+        grupo->set("filas", filasGrupo);
+        grupo->set("cantidad", std::to_string(cantidadGrupo));
+        grupo->set("totales", totalesDe(sumasGrupo));
+        grupo->set("saldo", u8(FormatoMoneda(saldo, mascaraMoneda)));
+        grupos.push_back(*grupo);
+        grupo.reset();
+        filasGrupo = mu::data{mu::data::type::list};
+        sumasGrupo.clear();
+        cantidadGrupo = 0;
+    };
     while (q.next()) {
+        const bool nuevoGrupo = colGrupo >= 0 && (inf.filas == 0 || q.value(colGrupo) != valorGrupo);
+        if (nuevoGrupo) {
+            cierraGrupo();
+            valorGrupo = q.value(colGrupo);
+            saldo = Dinero();
+        }
+        if (!d.saldo.isEmpty()) {
+            saldo += montoDe(d.saldo.value(0));
+            if (d.saldo.size() > 1) saldo -= montoDe(d.saldo.value(1));
+        }
         mu::data fila;
         for (int c = 0; c < campos.count(); ++c) {
             const QString nombre = campos.fieldName(c);
@@ -174,18 +217,29 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
             for (const QString& l : d.letras)
                 if (l.compare(nombre, Qt::CaseInsensitive) == 0)
                     fila.set(u8(l + QStringLiteral("EnLetras")), u8(ImporteEnLetras(Dinero::desdeVariant(q.value(c)))));
-            if (contieneSinMayusculas(d.totales, nombre)) {
-                for (const QString& t : d.totales)
-                    if (t.compare(nombre, Qt::CaseInsensitive) == 0) sumas[t] += Dinero::desdeVariant(q.value(c));
-            }
+            for (const QString& t : d.totales)
+                if (t.compare(nombre, Qt::CaseInsensitive) == 0) {
+                    const Dinero m = Dinero::desdeVariant(q.value(c));
+                    sumas[t] += m;
+                    sumasGrupo[t] += m;
+                }
         }
-        fila.set("par", inf.filas % 2 == 1 ? mu::data::type::bool_true : mu::data::type::bool_false);
+        if (!d.saldo.isEmpty()) fila.set("saldo", u8(FormatoMoneda(saldo, mascaraMoneda)));
+        fila.set("par", (colGrupo >= 0 ? cantidadGrupo : inf.filas) % 2 == 1 ? mu::data::type::bool_true
+                                                                              : mu::data::type::bool_false);
         if (inf.filas == 0) primera.emplace(fila);
+        if (nuevoGrupo) {
+            // El grupo lleva los campos de su primera fila (para el título: {{grupo}}, la cuenta...).
+            grupo.emplace(fila);
+            grupo->set("grupo", u8(texto(valorGrupo, contieneSinMayusculas(d.moneda, d.grupo), mascaraMoneda)));
+        }
+        if (colGrupo >= 0) filasGrupo.push_back(fila);
         filas.push_back(fila);
         ++inf.filas;
+        ++cantidadGrupo;
     }
-    mu::data totales;
-    for (const QString& t : d.totales) totales.set(u8(t), u8(FormatoMoneda(sumas.value(t), mascaraMoneda)));
+    cierraGrupo();
+    const mu::data totales = totalesDe(sumas);
     mu::data parametros;
     for (auto it = s.parametrosInforme.cbegin(); it != s.parametrosInforme.cend(); ++it)
         parametros.set(u8(it.key()), u8(it.value()));
@@ -196,6 +250,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     contexto.set("periodo", u8(inf.periodo));
     contexto.set("emitido", u8(inf.emitido));
     contexto.set("filas", filas);
+    contexto.set("grupos", grupos);
     if (primera) contexto.set("primera", *primera);
     contexto.set("hayFilas", inf.filas > 0 ? mu::data::type::bool_true : mu::data::type::bool_false);
     contexto.set("cantidad", std::to_string(inf.filas));

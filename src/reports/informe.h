@@ -9,12 +9,17 @@
 //       orden: Fecha, idCaja
 //       moneda: Ingreso, Egreso
 //       totales: Ingreso, Egreso
+//       grupo: Cuenta
+//       saldo: Ingreso, Egreso
 //       orientacion: vertical | horizontal
 //       pagina: A4 | Carta | Oficio }}
 //
 // El resto recibe: empresa, titulo, periodo, emitido, parametros.<nombre>, filas (cada fila con
 // sus campos ya formateados, más par/impar), primera (la primera fila, para los datos de cabecera
-// de un comprobante), hayFilas, cantidad y totales.<campo>. Cada campo trae también hay_<campo>,
+// de un comprobante), hayFilas, cantidad y totales.<campo>. Con "grupo: Campo", además grupos:
+// cada grupo trae los campos de su primera fila, grupo (el valor del campo), filas, cantidad,
+// totales.<campo> y saldo (el del final del grupo). Con "saldo: Debe, Haber" cada fila trae saldo,
+// la suma acumulada de Debe menos Haber desde el comienzo del grupo (o del informe). Cada campo trae también hay_<campo>,
 // verdadero cuando no está vacío, para las secciones condicionales. Con "letras: Total" la fila trae
 // además TotalEnLetras. Los valores se
 // escapan para HTML. Encabezado (empresa, título, período) y pie (página n de m, fecha y hora) los
@@ -41,6 +46,8 @@ struct DefinicionInforme {
     QStringList moneda;
     QStringList totales;
     QStringList letras; // importes que además van en letras: <campo>EnLetras
+    QString grupo;      // campo por el que se agrupan las filas seguidas (la definición ordena por él)
+    QStringList saldo;  // "Debe, Haber": saldo acumulado fila a fila (se reinicia en cada grupo)
     bool encabezado = true; // "encabezado: no" para los comprobantes, que traen el suyo
     bool horizontal = false;
     QPageSize::PageSizeId pagina = QPageSize::A4;

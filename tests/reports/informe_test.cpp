@@ -116,6 +116,33 @@ TEST_P(Informes, SeleccionPorPeriodoTotalesYEscape) {
     EXPECT_FALSE(t.contains(QStringLiteral("fuera del")));
 }
 
+TEST_P(Informes, GruposConTotalesYSaldoAcumuladoQueVuelveACeroEnCadaGrupo) {
+    almacen().ejecuta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES ('Banco')"));
+    const QVariant banco = almacen().valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Banco'"));
+    caja(QDate(2026, 11, 2), QStringLiteral("v1"), QStringLiteral("100"), QStringLiteral("0"));
+    caja(QDate(2026, 11, 3), QStringLiteral("g1"), QStringLiteral("0"), QStringLiteral("30.5"));
+    caja(QDate(2026, 11, 4), QStringLiteral("v2"), QStringLiteral("10"), QStringLiteral("0"));
+    almacen().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso) VALUES (?, ?, 'dep', 0, 7)"),
+                      {banco, QDate(2026, 11, 5)});
+    const QString ruta = escribe(dir_, QStringLiteral("g.rpt"),
+                                 QStringLiteral("{{! fuente: SELECT Cuenta, Fecha, Detalles, Ingreso, Egreso, idCaja FROM ConsultaCaja\n"
+                                                "    orden: Cuenta, Fecha, idCaja\n    moneda: Ingreso, Egreso\n"
+                                                "    totales: Ingreso, Egreso\n    grupo: Cuenta\n    saldo: Ingreso, Egreso }}\n"
+                                                "{{#grupos}}[{{grupo}}:{{cantidad}}{{#filas}} {{Detalles}}={{saldo}}{{/filas}}"
+                                                " T={{totales.Ingreso}}/{{totales.Egreso}} S={{saldo}}]{{/grupos}}"
+                                                " G={{totales.Ingreso}}/{{totales.Egreso}} N={{cantidad}}"));
+    const InformeArmado inf = ArmaInforme(almacen(), LeeDefinicion(ruta), Seleccion{}, QStringLiteral("0.00"), kAhora);
+    EXPECT_EQ(inf.cuerpo.trimmed(),
+              QStringLiteral("[Banco:1 dep=-7.00 T=0.00/7.00 S=-7.00]"
+                             "[Ventas Mostrador:3 v1=100.00 g1=69.50 v2=79.50 T=110.00/30.50 S=79.50]"
+                             " G=110.00/37.50 N=4"));
+
+    // Un campo de grupo que la fuente no tiene es un error de la definición, no un informe vacío.
+    const QString mala = escribe(dir_, QStringLiteral("m.rpt"),
+                                 QStringLiteral("{{! fuente: SELECT Cuenta FROM ConsultaCaja\n    grupo: NoEsta }}x"));
+    EXPECT_THROW(ArmaInforme(almacen(), LeeDefinicion(mala), Seleccion{}, QString(), kAhora), Aviso);
+}
+
 TEST_P(Informes, MuchasFilasVariasPaginasYOtrosArchivos) {
     Transaccion tr(almacen());
     for (int i = 0; i < 300; ++i)
