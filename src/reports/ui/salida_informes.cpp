@@ -1,0 +1,191 @@
+#include "reports/ui/salida_informes.h"
+
+#include "reports/ui/visor_informe.h"
+#include "shell/mensajes.h"
+#include "store/aviso.h"
+#include "store/formato.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+namespace orv {
+
+namespace {
+
+// Nombre de archivo sin caracteres que los sistemas de archivos no aceptan.
+QString nombreLimpio(const QString& s) {
+    QString r;
+    for (QChar c : s) r += (c.isLetterOrNumber() || c == u'-' || c == u'_') ? c : QChar(u'_');
+    return r.isEmpty() ? QStringLiteral("informe") : r;
+}
+
+void preparaPagina(QPrinter& p, const InformeArmado& inf) {
+    p.setPageSize(QPageSize(inf.pagina));
+    p.setPageOrientation(inf.horizontal ? QPageLayout::Landscape : QPageLayout::Portrait);
+}
+
+} // namespace
+
+bool ConfirmaSobreescribir(const QString& archivo, QWidget* padre) {
+    if (!QFileInfo::exists(archivo)) return true;
+    QMessageBox caja(QMessageBox::Warning, QStringLiteral("Atención"),
+                     QStringLiteral("El archivo ") + archivo + QStringLiteral(" ya existe, desea sobreescribirlo?"),
+                     QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, padre);
+    caja.button(QMessageBox::Yes)->setText(QStringLiteral("Sí"));
+    caja.button(QMessageBox::No)->setText(QStringLiteral("No"));
+    caja.button(QMessageBox::Cancel)->setText(QStringLiteral("Cancelar"));
+    caja.setDefaultButton(QMessageBox::No);
+    if (caja.exec() != QMessageBox::Yes) return false;
+    if (!QFile::remove(archivo)) throw Aviso(QStringLiteral("No se pudo borrar el archivo ") + archivo);
+    return true;
+}
+
+QString EligeArchivoInforme(QWidget* padre, const QString& titulo, const QString& carpeta) {
+    QFileDialog dialogo(padre, titulo, carpeta);
+    dialogo.setObjectName(QStringLiteral("cd1"));
+    dialogo.setAcceptMode(QFileDialog::AcceptSave);
+    dialogo.setOption(QFileDialog::DontUseNativeDialog);
+    // La pregunta por el archivo existente es la del sistema, no la del diálogo.
+    dialogo.setOption(QFileDialog::DontConfirmOverwrite);
+    dialogo.setNameFilters({QStringLiteral("Documento PDF (*.pdf)"), QStringLiteral("Archivo HTML (*.html)"),
+                            QStringLiteral("Archivo Excel (*.xlsx)"), QStringLiteral("Documento de texto ODT (*.odt)"),
+                            QStringLiteral("Valores separados por comas (*.csv)")});
+    dialogo.setDefaultSuffix(QStringLiteral("pdf"));
+    if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
+    QString archivo = dialogo.selectedFiles().constFirst();
+    // Sin extensión: la del filtro elegido.
+    if (QFileInfo(archivo).suffix().isEmpty()) {
+        const QString filtro = dialogo.selectedNameFilter();
+        const qsizetype i = filtro.indexOf(QStringLiteral("(*."));
+        if (i >= 0) archivo += u'.' + filtro.mid(i + 3).chopped(1);
+    }
+    return ConfirmaSobreescribir(archivo, padre) ? archivo : QString();
+}
+
+SalidaInformes::SalidaInformes(Almacen& almacen, const Configuracion& conf, const EstadoAplicacion& estado,
+                               const Reloj& reloj, QWidget* ventana)
+    : QObject(ventana), almacen_(almacen), conf_(conf), estado_(estado), reloj_(reloj), ventana_(ventana) {
+    eligeImpresora = [this](QPrinter& p) {
+        QPrintDialog dialogo(&p, ventana_);
+        dialogo.setWindowTitle(QStringLiteral("Imprimir"));
+        return dialogo.exec() == QDialog::Accepted;
+    };
+    eligeArchivo = [this](const QString& titulo) {
+        return EligeArchivoInforme(ventana_, QStringLiteral("Guardar ") + titulo, QDir::homePath());
+    };
+}
+
+void SalidaInformes::fijaDestino(const QString& textoCombo, const QString& copias) {
+    const QChar c = textoCombo.isEmpty() ? QChar(u'0') : textoCombo.at(0);
+    destino_ = (c >= u'0' && c <= u'4') ? Destino(c.unicode() - u'0') : Ventana;
+    fijaCopias(copias);
+    if (destino_ == Correo) {
+        destinatario_ = conf_.lee(clave::configuracion, QStringLiteral("EmailDestino"));
+        nombreDestinatario_ = conf_.lee(clave::configuracion, QStringLiteral("EmailDestinoNombre"));
+        asunto_ = conf_.lee(clave::configuracion, QStringLiteral("EmailTituloMensaje"));
+        mensaje_ = QStringLiteral("Ver archivo adjunto");
+    }
+}
+
+void SalidaInformes::fijaCopias(const QString& copias) {
+    const QString t = copias.trimmed();
+    copias_ = EsNumerico(QStringView(t)) ? qBound(1, int(Val(t)), 999) : 1;
+}
+
+void SalidaInformes::reinicia() {
+    destino_ = Ventana;
+    copias_ = 1;
+    asunto_.clear();
+    mensaje_.clear();
+    destinatario_.clear();
+    nombreDestinatario_.clear();
+}
+
+DefinicionInforme SalidaInformes::definicion(const QString& nombre) const {
+    const QString ruta = BuscaDefinicion(nombre, conf_.carpetaDatos());
+    if (ruta.isEmpty()) throw Aviso(QStringLiteral("Error en la lectura de la plantilla : ") + nombre);
+    return LeeDefinicion(ruta);
+}
+
+InformeArmado SalidaInformes::arma(const DefinicionInforme& d, const Seleccion& s) const {
+    return ArmaInforme(almacen_, d, s, estado_.MascaraMoneda, reloj_.ahora());
+}
+
+void SalidaInformes::exporta(const QString& nombre, const Seleccion& seleccion, const QString& archivo) {
+    GuardaInforme(almacen_, definicion(nombre), seleccion, estado_.MascaraMoneda, reloj_.ahora(), archivo);
+}
+
+bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
+    const DefinicionInforme d = definicion(nombre);
+    switch (destino_) {
+    case Archivo: {
+        const QString archivo = eligeArchivo(d.titulo.isEmpty() ? QFileInfo(nombre).completeBaseName() : d.titulo);
+        if (archivo.isEmpty()) return false;
+        GuardaInforme(almacen_, d, seleccion, estado_.MascaraMoneda, reloj_.ahora(), archivo);
+        return true;
+    }
+    case Correo: {
+        if (destinatario_.trimmed().isEmpty()) throw Aviso(QStringLiteral("Verificar datos de configuración!"));
+        QTemporaryDir dir(QDir(conf_.carpetaDatos()).filePath(QStringLiteral("envio-XXXXXX")));
+        if (!dir.isValid()) throw Aviso(QStringLiteral("No se pudo preparar el adjunto en ") + conf_.carpetaDatos());
+        const QString base = d.titulo.isEmpty() ? QFileInfo(nombre).completeBaseName() : d.titulo;
+        const QString pdf = dir.filePath(nombreLimpio(base) + QStringLiteral(".pdf"));
+        GuardaInforme(almacen_, d, seleccion, estado_.MascaraMoneda, reloj_.ahora(), pdf);
+        enviaCorreo(destinatario_, nombreDestinatario_, asunto_, mensaje_, pdf);
+        return true;
+    }
+    case Impresora: {
+        const InformeArmado inf = arma(d, seleccion);
+        QPrinter impresora(QPrinter::HighResolution);
+        preparaPagina(impresora, inf);
+        impresora.setCopyCount(copias_);
+        impresora.setDocName(inf.titulo);
+        if (!eligeImpresora(impresora)) return false;
+        PintaInforme(inf, impresora);
+        return true;
+    }
+    case VistaPrevia: {
+        const InformeArmado inf = arma(d, seleccion);
+        QPrinter impresora(QPrinter::HighResolution);
+        preparaPagina(impresora, inf);
+        impresora.setCopyCount(copias_);
+        QPrintPreviewDialog vista(&impresora, ventana_);
+        vista.setObjectName(QStringLiteral("vistaPrevia"));
+        vista.setWindowTitle(QStringLiteral("Vista previa - ") + inf.titulo);
+        connect(&vista, &QPrintPreviewDialog::paintRequested, &vista, [&inf](QPrinter* p) { PintaInforme(inf, *p); });
+        vista.resize(900, 760);
+        vista.exec();
+        return true;
+    }
+    case Ventana: break;
+    }
+    const InformeArmado inf = arma(d, seleccion);
+    auto* visor = new VisorInforme(inf, [this, d, seleccion](const QString& archivo) {
+        GuardaInforme(almacen_, d, seleccion, estado_.MascaraMoneda, reloj_.ahora(), archivo);
+    }, ventana_);
+    visor->show();
+    visor->raise();
+    visor->activateWindow();
+    visor_ = visor;
+    return true;
+}
+
+bool SalidaInformes::imprime(const QString& nombre, const Seleccion& seleccion) {
+    try {
+        return emite(nombre, seleccion);
+    } catch (const Aviso& a) {
+        MuestraAviso(a, ventana_);
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, ventana_);
+    }
+    return false;
+}
+
+} // namespace orv

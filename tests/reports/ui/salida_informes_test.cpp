@@ -1,0 +1,348 @@
+// Salida de los informes: el destino que queda para los informes siguientes, cada destino con lo
+// que entrega, los errores en castellano, las pantallas que piden el sujeto y el catálogo libre.
+
+#include "apoyo/base_prueba.h"
+#include "apoyo/modal.h"
+#include "reports/catalogo.h"
+#include "reports/ui/pan_print_crystal.h"
+#include "reports/ui/pan_rep_sel.h"
+#include "reports/ui/salida_informes.h"
+#include "reports/ui/visor_informe.h"
+#include "store/actualizacion.h"
+#include "store/aviso.h"
+#include "../../ui/caja_modal.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QPointer>
+#include <QProcess>
+#include <QPushButton>
+#include <QTest>
+
+namespace orv {
+namespace {
+
+using prueba::alAbrirse;
+using prueba::respondeCaja;
+
+QString textoDePdf(const QString& ruta) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), ruta, QStringLiteral("-")});
+    p.waitForFinished(30000);
+    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
+}
+
+QByteArray comienzo(const QString& ruta) {
+    QFile f(ruta);
+    return f.open(QIODevice::ReadOnly) ? f.read(5) : QByteArray();
+}
+
+class SalidaDeInformes : public ::testing::Test {
+protected:
+    void SetUp() override {
+        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
+        actualizaEsquema(a());
+        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
+        for (const auto& [dia, detalle, ingreso] :
+             {std::tuple{5, "Venta a O'Brien", "150.5"}, std::tuple{6, "Venta mostrador", "20"}, std::tuple{40, "Fuera", "9"}})
+            a().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) "
+                                       "VALUES (1, ?, ?, ?, 0, 'EFVO')"),
+                        {QDate(2026, 11, 1).addDays(dia - 1), QString::fromUtf8(detalle), QString::fromLatin1(ingreso)});
+    }
+    void TearDown() override {
+        QList<QPointer<QWidget>> visores;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->objectName() == QStringLiteral("visorInforme")) visores << w;
+        for (const QPointer<QWidget>& v : visores) delete v.data();
+    }
+    Almacen& a() { return base_->almacen(); }
+    QString ruta(const QString& n) const { return QDir(base_->carpeta()).filePath(n); }
+    Seleccion noviembre() const {
+        return SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
+    }
+
+    std::unique_ptr<prueba::AlmacenDePrueba> base_;
+    std::unique_ptr<Configuracion> conf_;
+    EstadoAplicacion estado_;
+    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(9, 15))};
+    std::unique_ptr<SalidaInformes> salida_;
+};
+
+TEST_F(SalidaDeInformes, ElDestinoSaleDelTextoDeCombo1YQuedaHastaQueCambie) {
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
+    salida_->fijaDestino(QStringLiteral("4 - Vista previa"), QStringLiteral("3"));
+    EXPECT_EQ(salida_->destino(), SalidaInformes::VistaPrevia);
+    EXPECT_EQ(salida_->copias(), 3);
+    // Copias que no son un número: una.
+    salida_->fijaCopias(QStringLiteral("dos"));
+    EXPECT_EQ(salida_->copias(), 1);
+    salida_->fijaCopias(QStringLiteral("0"));
+    EXPECT_EQ(salida_->copias(), 1);
+
+    // Con el correo toma asunto, mensaje y destinatario de la configuración en ese momento.
+    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QStringLiteral("casa@central.com.ar"));
+    conf_->graba(clave::configuracion, QStringLiteral("EmailTituloMensaje"), QStringLiteral("Informe de la sucursal"));
+    salida_->fijaDestino(QStringLiteral("3 - Enviar por e-mail"), QStringLiteral("1"));
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Correo);
+    EXPECT_EQ(salida_->destinatarioCorreo(), QStringLiteral("casa@central.com.ar"));
+    EXPECT_EQ(salida_->asuntoCorreo(), QStringLiteral("Informe de la sucursal"));
+    EXPECT_EQ(salida_->mensajeCorreo(), QStringLiteral("Ver archivo adjunto"));
+    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QStringLiteral("otro@central.com.ar"));
+    EXPECT_EQ(salida_->destinatarioCorreo(), QStringLiteral("casa@central.com.ar"));
+
+    // Un texto que no empieza con una cifra de la lista vuelve a la ventana.
+    salida_->fijaDestino(QStringLiteral("9 - otra cosa"), QStringLiteral("1"));
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
+    salida_->fijaDestino(QStringLiteral("1 - A la impresora"), QStringLiteral("2"));
+    salida_->reinicia();
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
+    EXPECT_EQ(salida_->copias(), 1);
+    EXPECT_TRUE(salida_->destinatarioCorreo().isEmpty());
+}
+
+TEST_F(SalidaDeInformes, CadaDestinoEntregaElInformeConSuSeleccion) {
+    // 2: al archivo elegido, con el formato de su extensión.
+    salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+    QString pedido;
+    salida_->eligeArchivo = [&](const QString& titulo) {
+        pedido = titulo;
+        return ruta(QStringLiteral("caja.pdf"));
+    };
+    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    EXPECT_EQ(pedido, QStringLiteral("Movimientos de caja"));
+    QString t = textoDePdf(ruta(QStringLiteral("caja.pdf")));
+    EXPECT_TRUE(t.contains(QStringLiteral("Venta a O'Brien"))) << t.toStdString();
+    EXPECT_TRUE(t.contains(QStringLiteral("170.50")));
+    EXPECT_FALSE(t.contains(QStringLiteral("Fuera")));
+    salida_->eligeArchivo = [&](const QString&) { return ruta(QStringLiteral("caja.csv")); };
+    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    QFile csv(ruta(QStringLiteral("caja.csv")));
+    ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
+    EXPECT_EQ(csv.readAll().count('\n'), 3); // encabezado y dos filas
+    // Cancelado: no sale nada.
+    salida_->eligeArchivo = [](const QString&) { return QString(); };
+    EXPECT_FALSE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+
+    // 1: la impresora con las copias de Text10 (aquí, una impresora a PDF).
+    salida_->fijaDestino(QStringLiteral("1 - A la impresora"), QStringLiteral("2"));
+    int copias = 0;
+    salida_->eligeImpresora = [&](QPrinter& p) {
+        copias = p.copyCount();
+        p.setOutputFormat(QPrinter::PdfFormat);
+        p.setOutputFileName(ruta(QStringLiteral("impreso.pdf")));
+        return true;
+    };
+    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    EXPECT_EQ(copias, 2);
+    t = textoDePdf(ruta(QStringLiteral("impreso.pdf")));
+    EXPECT_TRUE(t.contains(QStringLiteral("Venta mostrador")));
+    EXPECT_TRUE(t.contains(QStringLiteral("Página 1 de 1")));
+    salida_->eligeImpresora = [](QPrinter&) { return false; };
+    EXPECT_FALSE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+
+    // 3: el PDF adjunto, al destinatario tomado al elegir el destino.
+    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QStringLiteral("casa@central.com.ar"));
+    conf_->graba(clave::configuracion, QStringLiteral("EmailDestinoNombre"), QStringLiteral("Casa Central"));
+    conf_->graba(clave::configuracion, QStringLiteral("EmailTituloMensaje"), QStringLiteral("Caja"));
+    salida_->fijaDestino(QStringLiteral("3 - Enviar por e-mail"), QStringLiteral("1"));
+    QStringList enviado;
+    QByteArray adjunto;
+    salida_->enviaCorreo = [&](const QString& para, const QString& nombre, const QString& asunto, const QString& mensaje,
+                               const QString& archivo) {
+        enviado = {para, nombre, asunto, mensaje, QFileInfo(archivo).fileName()};
+        adjunto = comienzo(archivo);
+        EXPECT_TRUE(archivo.startsWith(base_->carpeta()));
+    };
+    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    EXPECT_EQ(enviado, (QStringList{QStringLiteral("casa@central.com.ar"), QStringLiteral("Casa Central"),
+                                    QStringLiteral("Caja"), QStringLiteral("Ver archivo adjunto"),
+                                    QStringLiteral("Movimientos_de_caja.pdf")}));
+    EXPECT_EQ(adjunto, QByteArray("%PDF-"));
+    // Sin destinatario no se arma ni se envía nada.
+    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QString());
+    salida_->fijaDestino(QStringLiteral("3 - Enviar por e-mail"), QStringLiteral("1"));
+    enviado.clear();
+    try {
+        salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre());
+        ADD_FAILURE() << "sin destinatario";
+    } catch (const Aviso& e) {
+        EXPECT_EQ(e.texto(), QStringLiteral("Verificar datos de configuración!"));
+    }
+    EXPECT_TRUE(enviado.isEmpty());
+
+    // 0: una ventana con las páginas, que queda abierta.
+    salida_->fijaDestino(QStringLiteral("0 - A una ventana"), QStringLiteral("1"));
+    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    VisorInforme* visor = salida_->ultimoVisor();
+    ASSERT_NE(visor, nullptr);
+    EXPECT_TRUE(visor->isVisible());
+    EXPECT_EQ(visor->windowTitle(), QStringLiteral("Movimientos de caja"));
+    EXPECT_EQ(visor->paginas(), 1);
+    EXPECT_EQ(visor->informe().filas, 2);
+
+    // 4: la vista previa de impresión, modal.
+    salida_->fijaDestino(QStringLiteral("4 - Vista previa"), QStringLiteral("1"));
+    QString titulo;
+    auto vista = alAbrirse<QPrintPreviewDialog>([&](QPrintPreviewDialog* d) {
+        titulo = d->windowTitle();
+        d->reject();
+    });
+    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    EXPECT_TRUE(vista->vista);
+    EXPECT_EQ(titulo, QStringLiteral("Vista previa - Movimientos de caja"));
+}
+
+TEST_F(SalidaDeInformes, UnaDefinicionQueFaltaDiceCualEnCastellano) {
+    salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+    bool preguntado = false;
+    salida_->eligeArchivo = [&](const QString&) {
+        preguntado = true;
+        return ruta(QStringLiteral("x.pdf"));
+    };
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
+    EXPECT_FALSE(salida_->imprime(QStringLiteral("no_existe.rpt"), Seleccion{}));
+    EXPECT_TRUE(caja->vista);
+    EXPECT_EQ(caja->texto, QStringLiteral("Error en la lectura de la plantilla : no_existe.rpt"));
+    EXPECT_FALSE(preguntado);
+    // Una copia rota en la carpeta de datos no cae en silencio sobre la del programa.
+    QDir(base_->carpeta()).mkpath(QStringLiteral("reportes"));
+    QFile rota(ruta(QStringLiteral("reportes/listacajasimple.rpt")));
+    ASSERT_TRUE(rota.open(QIODevice::WriteOnly));
+    rota.write("<p>sin cabecera</p>");
+    rota.close();
+    EXPECT_THROW(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()), Aviso);
+    EXPECT_FALSE(QFileInfo::exists(ruta(QStringLiteral("x.pdf"))));
+}
+
+TEST_F(SalidaDeInformes, PantallasQuePidenElSujeto) {
+    // Un artículo o todos: las dos cosas, o ninguna, se rechazan con el mensaje del sistema.
+    {
+        PanRepSelArt d(QDate(2026, 11, 1), QDate(2026, 11, 30));
+        auto* codigo = d.findChild<QLineEdit*>(QStringLiteral("Text1"));
+        auto* todos = d.findChild<QCheckBox*>(QStringLiteral("Check1"));
+        auto* aceptar = d.findChild<QPushButton*>(QStringLiteral("Command1"));
+        ASSERT_TRUE(codigo && todos && aceptar);
+        d.show();
+        for (const bool conCodigo : {false, true}) {
+            codigo->setText(conCodigo ? QStringLiteral("A'1") : QString());
+            todos->setChecked(conCodigo);
+            auto caja = respondeCaja(QStringLiteral("Aceptar"));
+            aceptar->click();
+            EXPECT_TRUE(caja->vista);
+            EXPECT_EQ(caja->texto, QStringLiteral("O un articulo o todos, debe borrar el codigo!"));
+            EXPECT_EQ(caja->titulo, QStringLiteral("Error"));
+            EXPECT_EQ(d.result(), 0);
+        }
+        todos->setChecked(false);
+        aceptar->click();
+        EXPECT_EQ(d.result(), int(QDialog::Accepted));
+        EXPECT_FALSE(d.todos());
+        EXPECT_EQ(d.codigo(), QStringLiteral("A'1"));
+        EXPECT_EQ(d.hasta(), QDate(2026, 11, 30));
+    }
+    // La cuenta: sin elegir no se acepta; elegida, da su id y el período de la pantalla.
+    {
+        a().ejecuta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES ('Banco Nación')"));
+        const qint64 banco = a().valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Banco Nación'")).toLongLong();
+        PanSelCta d(a(), QDate(2026, 10, 1), QDate(2026, 10, 31));
+        auto* combo = d.findChild<QComboBox*>(QStringLiteral("Combo1"));
+        ASSERT_TRUE(combo);
+        d.show();
+        auto caja = respondeCaja(QStringLiteral("Aceptar"));
+        d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        EXPECT_EQ(caja->texto, QStringLiteral("Seleccione una cuenta de la lista!"));
+        EXPECT_EQ(d.result(), 0);
+        combo->setCurrentIndex(combo->findText(QStringLiteral("Banco Nación")));
+        d.findChild<QDateEdit*>(QStringLiteral("dt1"))->setDate(QDate(2026, 9, 15));
+        d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        EXPECT_EQ(d.result(), int(QDialog::Accepted));
+        EXPECT_EQ(d.idCuenta(), banco);
+        EXPECT_EQ(d.desde(), QDate(2026, 9, 15));
+        EXPECT_EQ(d.hasta(), QDate(2026, 10, 31));
+    }
+}
+
+TEST_F(SalidaDeInformes, CatalogoLibreListaCadaDefinicionUnaVezYExportaConLaPreguntaDelSistema) {
+    QDir(base_->carpeta()).mkpath(QStringLiteral("reportes"));
+    QFile::copy(BuscaDefinicion(QStringLiteral("listacajasimple.rpt"), QString()),
+                ruta(QStringLiteral("reportes/listacajasimple.rpt")));
+    PanPrintCrystal p(*salida_, *conf_);
+    QStringList nombres;
+    for (int i = 0; i < p.lista()->count(); ++i) nombres << p.lista()->item(i)->text();
+    EXPECT_EQ(nombres.count(QStringLiteral("listacajasimple.rpt")), 1);
+    EXPECT_TRUE(nombres.contains(QStringLiteral("factura.rpt")));
+    p.lista()->setCurrentRow(nombres.indexOf(QStringLiteral("listacajasimple.rpt")));
+
+    // Exportar sin selección: todas las filas, también las de otro mes.
+    const QString html = ruta(QStringLiteral("caja.html"));
+    p.eligeArchivo = [&] { return html; };
+    p.exportar();
+    QFile f(html);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QString contenido = QString::fromUtf8(f.readAll());
+    f.close();
+    EXPECT_TRUE(contenido.contains(QStringLiteral("Fuera")));
+    EXPECT_TRUE(contenido.contains(QStringLiteral("Venta a O&apos;Brien"))) << contenido.toStdString();
+
+    // Ya existe: No lo deja como está; Sí lo reemplaza.
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("viejo");
+    f.close();
+    auto caja = respondeCaja(QStringLiteral("No"));
+    p.exportar();
+    EXPECT_TRUE(caja->vista);
+    EXPECT_EQ(caja->texto, QStringLiteral("El archivo ") + html + QStringLiteral(" ya existe, desea sobreescribirlo?"));
+    EXPECT_EQ(caja->titulo, QStringLiteral("Atención"));
+    EXPECT_EQ(caja->botones.size(), 3);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(f.readAll(), QByteArray("viejo"));
+    f.close();
+    caja = respondeCaja(QStringLiteral("Sí"));
+    p.exportar();
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(f.readAll().contains("Fuera"));
+    f.close();
+    // Otra extensión no exporta.
+    p.eligeArchivo = [&] { return ruta(QStringLiteral("caja.txt")); };
+    p.exportar();
+    EXPECT_FALSE(QFileInfo::exists(ruta(QStringLiteral("caja.txt"))));
+
+    // Imprimir deja el destino en la impresora para los informes siguientes; Vista Previa, en la ventana.
+    salida_->eligeImpresora = [](QPrinter&) { return false; };
+    p.imprimir();
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Impresora);
+    p.vistaPrevia();
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
+    ASSERT_NE(salida_->ultimoVisor(), nullptr);
+    EXPECT_EQ(salida_->ultimoVisor()->informe().filas, 3);
+
+    // Por correo: la página HTML de la carpeta de datos, con los datos de la pantalla del correo.
+    QStringList enviado;
+    salida_->enviaCorreo = [&](const QString& para, const QString& nombre, const QString& asunto, const QString& mensaje,
+                               const QString& archivo) { enviado = {para, nombre, asunto, mensaje, archivo}; };
+    auto mail = alAbrirse<PanMailto>([](PanMailto* m) {
+        m->findChild<QLineEdit*>(QStringLiteral("txEnviarA"))->setText(QStringLiteral("contador@estudio.com.ar"));
+        m->findChild<QLineEdit*>(QStringLiteral("Text1"))->setText(QStringLiteral("Estudio"));
+        m->fijaAsunto(QStringLiteral("Caja de noviembre"));
+        m->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    });
+    caja = respondeCaja(QStringLiteral("Aceptar"));
+    p.enviarMail();
+    EXPECT_TRUE(mail->vista);
+    EXPECT_EQ(enviado, (QStringList{QStringLiteral("contador@estudio.com.ar"), QStringLiteral("Estudio"),
+                                    QStringLiteral("Caja de noviembre"), QStringLiteral("Ver archivo adjunto"),
+                                    ruta(QStringLiteral("reporte.html"))}));
+    EXPECT_TRUE(QFileInfo::exists(ruta(QStringLiteral("reporte.html"))));
+}
+
+} // namespace
+} // namespace orv
