@@ -1,5 +1,6 @@
 #include "reports/ui/salida_informes.h"
 
+#include "reports/catalogo.h"
 #include "reports/ui/visor_informe.h"
 #include "shell/mensajes.h"
 #include "store/aviso.h"
@@ -175,6 +176,16 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
     visor->activateWindow();
     visor_ = visor;
     return true;
+}
+
+bool SalidaInformes::imprimeComprobante(const QString& plantilla, qint64 idComprobante) {
+    try {
+        return emite(plantilla, SeleccionComprobante(idComprobante));
+    } catch (const std::exception&) {
+        Mensaje(QStringLiteral("Error en la lectura de la plantilla : ") + plantilla, QStringLiteral("Error"), Icono::Stop,
+                ventana_);
+    }
+    return false;
 }
 
 bool SalidaInformes::imprime(const QString& nombre, const Seleccion& seleccion) {

@@ -223,6 +223,35 @@ TEST_F(SalidaDeInformes, UnaDefinicionQueFaltaDiceCualEnCastellano) {
     EXPECT_FALSE(QFileInfo::exists(ruta(QStringLiteral("x.pdf"))));
 }
 
+TEST_F(SalidaDeInformes, ElComprobanteSaleAlDestinoVigenteYUnaPlantillaMalaSeDiceConSuNombre) {
+    const qint64 id = a().inserta(
+        QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, Fecha, Nombre, FormaPago, SubTotal, "
+                       "ImporteNeto, PorcentajeIVA, ImporteIVA, Total, EsComercial) "
+                       "VALUES ('0001-00000042', 1, ?, 'Almacén Don Tito', 'EFVO', 121, 100, 21, 21, 121, 1)"),
+        {QDate(2026, 11, 20)}, QStringLiteral("idComprobante"));
+    a().ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, Descripcion, Cantidad, Unitario, SubTotal) "
+                               "VALUES (?, 'Yerba 1 kg', 1, 121, 121)"),
+                {id});
+    // Con ModoPrint 0 el comprobante se abre en una ventana, no en papel.
+    salida_->fijaDestino(QStringLiteral("0 - A una ventana"), QStringLiteral("1"));
+    ASSERT_TRUE(salida_->imprimeComprobante(QStringLiteral("factura.rpt"), id));
+    ASSERT_NE(salida_->ultimoVisor(), nullptr);
+    EXPECT_EQ(salida_->ultimoVisor()->informe().filas, 1);
+    EXPECT_TRUE(salida_->ultimoVisor()->informe().cuerpo.contains(QStringLiteral("0001-00000042")));
+    // A un archivo: el mismo comprobante, con sus copias y destino de siempre.
+    salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+    salida_->eligeArchivo = [&](const QString&) { return ruta(QStringLiteral("f.pdf")); };
+    ASSERT_TRUE(salida_->imprimeComprobante(QStringLiteral("factura.rpt"), id));
+    EXPECT_TRUE(textoDePdf(ruta(QStringLiteral("f.pdf"))).contains(QStringLiteral("Yerba 1 kg")));
+
+    const QString falta = ruta(QStringLiteral("plantillas/no esta.rpt"));
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
+    EXPECT_FALSE(salida_->imprimeComprobante(falta, id));
+    EXPECT_TRUE(caja->vista);
+    EXPECT_EQ(caja->texto, QStringLiteral("Error en la lectura de la plantilla : ") + falta);
+    EXPECT_EQ(caja->titulo, QStringLiteral("Error"));
+}
+
 TEST_F(SalidaDeInformes, PantallasQuePidenElSujeto) {
     // Un artículo o todos: las dos cosas, o ninguna, se rechazan con el mensaje del sistema.
     {
