@@ -2,6 +2,7 @@
 
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
+#include "reports/ui/salida_informes.h"
 #include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/panel_venta.h"
@@ -49,24 +50,6 @@ const QString kEstiloBarra = QStringLiteral(
     "QFrame#barraLateral QPushButton:disabled { color: #6f8296; }"
     "QFrame#barraLateral QLabel { color: #e8eef4; }");
 
-QPushButton* enlace(const QString& nombre, const QString& texto, QWidget* padre) {
-    auto* b = new QPushButton(texto, padre);
-    b->setObjectName(nombre);
-    b->setFlat(true);
-    b->setCursor(Qt::PointingHandCursor);
-    b->setStyleSheet(QStringLiteral("QPushButton { text-align: left; color: #1f5f9e; padding: 4px 2px; }"
-                                    "QPushButton:disabled { color: #9aa5b1; }"));
-    return b;
-}
-
-QDateEdit* fecha(const QString& nombre, QWidget* padre) {
-    auto* d = new QDateEdit(padre);
-    d->setObjectName(nombre);
-    d->setCalendarPopup(true);
-    d->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-    return d;
-}
-
 QLineEdit* total(const QString& nombre, QWidget* padre) {
     auto* t = new QLineEdit(padre);
     t->setObjectName(nombre);
@@ -108,6 +91,7 @@ QWidget* PanPrincipal::panel(int indice) const {
 }
 
 void PanPrincipal::armaVentana() {
+    salida_ = new SalidaInformes(almacen_, conf_, estado_, reloj_, this);
     auto* centro = new QWidget(this);
     auto* fila = new QHBoxLayout(centro);
     fila->setContentsMargins(0, 0, 0, 0);
@@ -270,8 +254,8 @@ PanelLista* PanPrincipal::armaCaja() {
     auto* p = new PanelLista(almacen_, QStringLiteral("Caja"), QStringLiteral("Data3"), pila_);
     auto* capa = static_cast<QVBoxLayout*>(p->layout());
     auto* filtro = new QHBoxLayout;
-    desdeCaja_ = fecha(QStringLiteral("DTPicker1"), p);
-    hastaCaja_ = fecha(QStringLiteral("dtpickerHasta"), p);
+    desdeCaja_ = CampoFecha(QStringLiteral("DTPicker1"), p);
+    hastaCaja_ = CampoFecha(QStringLiteral("dtpickerHasta"), p);
     filtro->addWidget(new QLabel(QStringLiteral("Desde :"), p));
     filtro->addWidget(desdeCaja_);
     filtro->addSpacing(8);
@@ -318,8 +302,8 @@ QWidget* PanPrincipal::armaInformes() {
     capa->setContentsMargins(0, 0, 0, 0);
     capa->addWidget(TituloPanel(QStringLiteral("Estadísticas e informes"), w));
     auto* periodo = new QHBoxLayout;
-    desdeInformes_ = fecha(QStringLiteral("Dtpicker4"), w);
-    hastaInformes_ = fecha(QStringLiteral("Dtpicker5"), w);
+    desdeInformes_ = CampoFecha(QStringLiteral("Dtpicker4"), w);
+    hastaInformes_ = CampoFecha(QStringLiteral("Dtpicker5"), w);
     periodo->addWidget(new QLabel(QStringLiteral("Desde :"), w));
     periodo->addWidget(desdeInformes_);
     periodo->addSpacing(8);
@@ -354,9 +338,9 @@ QWidget* PanPrincipal::armaUtilidades() {
     auto* sistema = new QGroupBox(QStringLiteral("Sistema"), w);
     sistema->setMaximumWidth(460);
     auto* cs = new QVBoxLayout(sistema);
-    auto* usuarios = enlace(QStringLiteral("Label37"), QStringLiteral("Usuarios del sistema"), sistema);
-    auto* comprobantes = enlace(QStringLiteral("Label39"), QStringLiteral("Comprobantes"), sistema);
-    auto* reset = enlace(QStringLiteral("lblResetGrillas"), QStringLiteral("Reset Grillas"), sistema);
+    auto* usuarios = Enlace(QStringLiteral("Label37"), QStringLiteral("Usuarios del sistema"), sistema);
+    auto* comprobantes = Enlace(QStringLiteral("Label39"), QStringLiteral("Comprobantes"), sistema);
+    auto* reset = Enlace(QStringLiteral("lblResetGrillas"), QStringLiteral("Reset Grillas"), sistema);
     cs->addWidget(usuarios);
     cs->addWidget(comprobantes);
     cs->addWidget(reset);
@@ -396,11 +380,15 @@ void PanPrincipal::carga() {
     combo1_->setCurrentIndex(indice >= 0 && indice < combo1_->count() ? indice : 0);
     const QString copias = conf_.lee(clave::miscelaneas, QStringLiteral("CopiasPrint"));
     text10_->setText(EsNumerico(QStringView(copias)) ? QString::number(qint64(Val(copias))) : QStringLiteral("1"));
+    // Como al elegir en la lista: el destino y las copias pasan a la salida de los informes.
+    salida_->fijaDestino(combo1_->currentText(), text10_->text());
     connect(combo1_, &QComboBox::currentIndexChanged, this, [this](int i) {
+        salida_->fijaDestino(combo1_->currentText(), text10_->text());
         conf_.graba(clave::miscelaneas, QStringLiteral("ModoPrint"), QString::number(i));
     });
     connect(text10_, &QLineEdit::textChanged, this, [this](const QString& t) {
         conf_.graba(clave::miscelaneas, QStringLiteral("CopiasPrint"), t);
+        salida_->fijaDestino(combo1_->currentText(), t);
     });
 
     // 3. Fechas del día.

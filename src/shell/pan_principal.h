@@ -27,6 +27,7 @@ class Grilla;
 class PanelLista;
 class PanelUsuarios;
 class PanelVenta;
+class SalidaInformes;
 
 class PanPrincipal : public QMainWindow {
     Q_OBJECT
@@ -62,6 +63,8 @@ public:
     void fijaTerminacion(std::function<void(int)> f) { termina_ = std::move(f); }
 
     PanelVenta* panelVenta() const { return venta_; }
+    // La salida de los informes: todos los informes y comprobantes pasan por ella.
+    SalidaInformes* salidaInformes() const { return salida_; }
     PanelUsuarios* panelUsuarios() const { return usuarios_; }
     QWidget* panel(int indice) const;
     QPushButton* botonLateral(int indice) const { return botones_[size_t(indice)]; }
@@ -102,6 +105,7 @@ private:
     QLabel* fecha_ = nullptr;
     QLabel* saludo_ = nullptr;
     QTimer* timer1_ = nullptr;
+    SalidaInformes* salida_ = nullptr;
     QComboBox* combo1_ = nullptr;
     QLineEdit* text10_ = nullptr;
     QDateEdit* desdeCaja_ = nullptr;

@@ -2,10 +2,30 @@
 
 #include "shell/grilla.h"
 
+#include <QDateEdit>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace orv {
+
+QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre) {
+    auto* b = new QPushButton(texto, padre);
+    b->setObjectName(nombre);
+    b->setFlat(true);
+    b->setCursor(Qt::PointingHandCursor);
+    b->setStyleSheet(QStringLiteral("QPushButton { text-align: left; color: #1f5f9e; padding: 4px 2px; }"
+                                    "QPushButton:disabled { color: #9aa5b1; }"));
+    return b;
+}
+
+QDateEdit* CampoFecha(const QString& nombre, QWidget* padre) {
+    auto* d = new QDateEdit(padre);
+    d->setObjectName(nombre);
+    d->setCalendarPopup(true);
+    d->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    return d;
+}
 
 QLabel* TituloPanel(const QString& texto, QWidget* padre) {
     auto* t = new QLabel(texto, padre);

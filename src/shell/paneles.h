@@ -10,7 +10,9 @@
 #include <QWidget>
 #include <initializer_list>
 
+class QDateEdit;
 class QLabel;
+class QPushButton;
 
 namespace orv {
 
@@ -18,6 +20,10 @@ class Grilla;
 
 // Título grande de un panel.
 QLabel* TituloPanel(const QString& texto, QWidget* padre);
+// Etiqueta que se pulsa como un vínculo (las entradas de los paneles).
+QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
+// Fecha con calendario desplegable, dd/MM/yyyy.
+QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
 
 // Panel de lista: título y una grilla de sólo lectura sobre una consulta.
 class PanelLista : public QWidget {

@@ -6,6 +6,7 @@
 #include "apoyo/base_prueba.h"
 #include "sales/ui/panel_venta.h"
 #include "shell/grilla.h"
+#include "reports/ui/salida_informes.h"
 #include "shell/pan_principal.h"
 #include "store/actualizacion.h"
 #include "store/reloj.h"
@@ -88,10 +89,16 @@ TEST_F(VentanaPrincipal, CargaEnOrdenConLosValoresGuardados) {
     EXPECT_EQ(combo1->itemText(4), QStringLiteral("4 - Vista previa"));
     EXPECT_EQ(combo1->currentIndex(), 3);
     EXPECT_EQ(w->findChild<QLineEdit*>(QStringLiteral("Text10"))->text(), QStringLiteral("2"));
+    // El destino guardado ya está en la salida de los informes al abrir la ventana.
+    EXPECT_EQ(w->salidaInformes()->destino(), SalidaInformes::Correo);
+    EXPECT_EQ(w->salidaInformes()->copias(), 2);
     combo1->setCurrentIndex(1);
     EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("ModoPrint")), QStringLiteral("1"));
+    EXPECT_EQ(w->salidaInformes()->destino(), SalidaInformes::Impresora);
     w->findChild<QLineEdit*>(QStringLiteral("Text10"))->setText(QStringLiteral("4"));
     EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("CopiasPrint")), QStringLiteral("4"));
+    EXPECT_EQ(w->salidaInformes()->copias(), 4);
+    EXPECT_EQ(w->salidaInformes()->destino(), SalidaInformes::Impresora);
 
     // Sin comprobante predeterminado se toma el primero y queda grabado.
     EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado")), QStringLiteral("1"));
