@@ -19,6 +19,10 @@
 #include "maintenance/datos_ejemplo.h"
 #include "reports/catalogo.h"
 #include "reports/informe.h"
+#include "reports/ui/pan_print_crystal.h"
+#include "reports/ui/pan_rep_sel.h"
+#include "reports/ui/salida_informes.h"
+#include "reports/ui/visor_informe.h"
 #include "store/aviso.h"
 #include "shell/pan_principal.h"
 #include "store/actualizacion.h"
@@ -148,6 +152,37 @@ int main(int argc, char** argv) {
                                       QStringLiteral("49"), &w);
             fiscal.show();
             guarda(fiscal, QStringLiteral("conf_fiscal") + sufijo);
+        }
+
+        {
+            // Informes: el catálogo libre, las pantallas que piden el sujeto y el visor en ventana.
+            orv::PanPrintCrystal catalogo(*w.salidaInformes(), conf, &w);
+            catalogo.show();
+            guarda(catalogo, QStringLiteral("print_crystal") + sufijo);
+            orv::PanMailto mailto(conf, &w);
+            mailto.show();
+            guarda(mailto, QStringLiteral("mailto") + sufijo);
+            orv::PanRepSelArt selArtInf(QDate(2026, 11, 1), QDate(2026, 11, 30), &w);
+            selArtInf.show();
+            guarda(selArtInf, QStringLiteral("rep_sel_art") + sufijo);
+            orv::PanRepSelVen selVen(*almacen, QDate(2026, 11, 1), QDate(2026, 11, 30), &w);
+            selVen.show();
+            guarda(selVen, QStringLiteral("rep_sel_ven") + sufijo);
+            orv::PanSelCta selCta(*almacen, QDate(2026, 11, 1), QDate(2026, 11, 30), &w);
+            selCta.show();
+            guarda(selCta, QStringLiteral("sel_cta") + sufijo);
+            orv::PanPrinComprobantes prinComp(&w);
+            prinComp.show();
+            guarda(prinComp, QStringLiteral("prin_comprobantes") + sufijo);
+            w.salidaInformes()->fijaDestino(orv::SalidaInformes::Ventana);
+            w.salidaInformes()->emite(QStringLiteral("listadeprecios.rpt"),
+                                      orv::SeleccionUsual(QStringLiteral("listadeprecios.rpt"), QDate(2026, 1, 1),
+                                                          QDate(2026, 12, 31)));
+            if (orv::VisorInforme* visor = w.salidaInformes()->ultimoVisor()) {
+                visor->resize(t);
+                guarda(*visor, QStringLiteral("visor_informe") + sufijo);
+                delete visor;
+            }
         }
 
         orv::PanNiveles niveles(*almacen, &w);

@@ -67,6 +67,7 @@ VisorInforme::VisorInforme(InformeArmado informe, std::function<void(const QStri
     resize(900, 760);
     vista_->fitToWidth();
     vista_->updatePreview();
+    vista_->setCurrentPage(1);
     actualizaPagina();
 }
 
