@@ -2,6 +2,7 @@
 
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
+#include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
 #include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_corr_num.h"
@@ -297,22 +298,8 @@ PanelLista* PanPrincipal::armaCaja() {
 }
 
 QWidget* PanPrincipal::armaInformes() {
-    auto* w = new QWidget(this);
-    auto* capa = new QVBoxLayout(w);
-    capa->setContentsMargins(0, 0, 0, 0);
-    capa->addWidget(TituloPanel(QStringLiteral("Estadísticas e informes"), w));
-    auto* periodo = new QHBoxLayout;
-    desdeInformes_ = CampoFecha(QStringLiteral("Dtpicker4"), w);
-    hastaInformes_ = CampoFecha(QStringLiteral("Dtpicker5"), w);
-    periodo->addWidget(new QLabel(QStringLiteral("Desde :"), w));
-    periodo->addWidget(desdeInformes_);
-    periodo->addSpacing(8);
-    periodo->addWidget(new QLabel(QStringLiteral("Hasta :"), w));
-    periodo->addWidget(hastaInformes_);
-    periodo->addStretch(1);
-    capa->addLayout(periodo);
-    capa->addStretch(1);
-    return w;
+    informes_ = new PanelInformes(almacen_, conf_, *salida_, this);
+    return informes_;
 }
 
 QWidget* PanPrincipal::armaUtilidades() {
@@ -394,7 +381,8 @@ void PanPrincipal::carga() {
     // 3. Fechas del día.
     primeraActivacion_ = false;
     const QDate hoy = reloj_.hoy();
-    for (QDateEdit* d : {desdeCaja_, hastaCaja_, desdeInformes_, hastaInformes_}) {
+    informes_->fijaPeriodo(hoy, hoy);
+    for (QDateEdit* d : {desdeCaja_, hastaCaja_}) {
         const QSignalBlocker quieto(d);
         d->setDate(hoy);
     }

@@ -26,6 +26,7 @@ namespace orv {
 class Grilla;
 class PanelLista;
 class PanelUsuarios;
+class PanelInformes;
 class PanelVenta;
 class SalidaInformes;
 
@@ -63,6 +64,7 @@ public:
     void fijaTerminacion(std::function<void(int)> f) { termina_ = std::move(f); }
 
     PanelVenta* panelVenta() const { return venta_; }
+    PanelInformes* panelInformes() const { return informes_; }
     // La salida de los informes: todos los informes y comprobantes pasan por ella.
     SalidaInformes* salidaInformes() const { return salida_; }
     PanelUsuarios* panelUsuarios() const { return usuarios_; }
@@ -110,8 +112,7 @@ private:
     QLineEdit* text10_ = nullptr;
     QDateEdit* desdeCaja_ = nullptr;
     QDateEdit* hastaCaja_ = nullptr;
-    QDateEdit* desdeInformes_ = nullptr;
-    QDateEdit* hastaInformes_ = nullptr;
+    PanelInformes* informes_ = nullptr;
     QLineEdit* ingresos_ = nullptr;
     QLineEdit* egresos_ = nullptr;
     QLineEdit* saldo_ = nullptr;

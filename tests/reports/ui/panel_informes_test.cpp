@@ -1,0 +1,143 @@
+// Panel "Estadísticas e informes": cada entrada lanza su informe con el período del panel y el
+// sujeto que piden sus pantallas, al destino vigente.
+
+#include "apoyo/base_prueba.h"
+#include "apoyo/modal.h"
+#include "reports/ui/pan_print_crystal.h"
+#include "reports/ui/pan_rep_sel.h"
+#include "reports/ui/panel_informes.h"
+#include "reports/ui/salida_informes.h"
+#include "store/actualizacion.h"
+#include "../../ui/caja_modal.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace orv {
+namespace {
+
+using prueba::alAbrirse;
+
+class PanelDeInformes : public ::testing::Test {
+protected:
+    void SetUp() override {
+        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
+        actualizaEsquema(a());
+        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
+        // Todo a CSV: las filas de la selección, sin formato, para contarlas.
+        salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+        salida_->eligeArchivo = [this](const QString& titulo) {
+            pedidos_ << titulo;
+            return QDir(base_->carpeta()).filePath(QStringLiteral("salida%1.csv").arg(pedidos_.size()));
+        };
+        panel_ = std::make_unique<PanelInformes>(a(), *conf_, *salida_);
+        panel_->fijaPeriodo(QDate(2026, 11, 1), QDate(2026, 11, 30));
+        for (const auto& [cuenta, dia, det] : {std::tuple{1, 5, "venta"}, std::tuple{3, 6, "luz"}, std::tuple{1, 10, "venta dic"}})
+            a().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso) VALUES (?, ?, ?, 10, 0)"),
+                        {cuenta, QDate(2026, dia == 10 ? 12 : 11, dia), QString::fromLatin1(det)});
+    }
+    Almacen& a() { return base_->almacen(); }
+    // Líneas de datos del último CSV (sin el encabezado).
+    QStringList ultimoCsv() const {
+        QFile f(QDir(base_->carpeta()).filePath(QStringLiteral("salida%1.csv").arg(pedidos_.size())));
+        if (!f.open(QIODevice::ReadOnly)) return {};
+        QStringList l = QString::fromUtf8(f.readAll()).split(u'\n', Qt::SkipEmptyParts);
+        if (!l.isEmpty()) l.removeFirst();
+        return l;
+    }
+    void pulsa(const char* nombre) {
+        auto* b = panel_->findChild<QPushButton*>(QString::fromLatin1(nombre));
+        ASSERT_NE(b, nullptr) << nombre;
+        b->click();
+    }
+
+    std::unique_ptr<prueba::AlmacenDePrueba> base_;
+    std::unique_ptr<Configuracion> conf_;
+    EstadoAplicacion estado_;
+    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(9, 15))};
+    std::unique_ptr<SalidaInformes> salida_;
+    std::unique_ptr<PanelInformes> panel_;
+    QStringList pedidos_;
+};
+
+TEST_F(PanelDeInformes, CadaEntradaLanzaSuInforme) {
+    // Entradas sin pantalla intermedia: el título del informe que salió.
+    const std::pair<const char*, const char*> directas[] = {
+        {"Label27", "Resumen de ventas por día"}, {"Label32", "Deuda de clientes"},
+        {"Label36", "Ranking de ventas por cliente"}, {"Label38", "Ranking de artículos vendidos"},
+        {"Label40", "Lista de precios"}, {"Label42", "Inventario valorizado"},
+        {"Label44", "Compras"}, {"label46", "Deuda con proveedores"}};
+    for (const auto& [etiqueta, titulo] : directas) {
+        pulsa(etiqueta);
+        ASSERT_FALSE(pedidos_.isEmpty()) << etiqueta;
+        EXPECT_EQ(pedidos_.last(), QString::fromUtf8(titulo)) << etiqueta;
+    }
+
+    // Comprobantes: comerciales u otros documentos.
+    for (const bool comerciales : {true, false}) {
+        auto d = alAbrirse<PanPrinComprobantes>([comerciales](PanPrinComprobantes* p) {
+            p->findChild<QRadioButton*>(comerciales ? QStringLiteral("Option1") : QStringLiteral("Option2"))->setChecked(true);
+            p->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        });
+        pulsa("Label25");
+        EXPECT_TRUE(d->vista);
+        EXPECT_EQ(pedidos_.last(), comerciales ? QStringLiteral("Comprobantes emitidos") : QStringLiteral("Documentos no comerciales"));
+    }
+
+    // Cancelar la pantalla intermedia no lanza nada.
+    const qsizetype antes = pedidos_.size();
+    auto cancelada = alAbrirse<PanRepSelArt>([](PanRepSelArt* p) { p->reject(); });
+    pulsa("Label30");
+    EXPECT_TRUE(cancelada->vista);
+    EXPECT_EQ(pedidos_.size(), antes);
+    auto articulo = alAbrirse<PanRepSelArt>([](PanRepSelArt* p) {
+        p->findChild<QCheckBox*>(QStringLiteral("Check1"))->setChecked(true);
+        p->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    });
+    pulsa("Label30");
+    EXPECT_EQ(pedidos_.last(), QStringLiteral("Artículos vendidos"));
+    auto cliente = alAbrirse<PanRepSelVen>([](PanRepSelVen* p) {
+        p->findChild<QCheckBox*>(QStringLiteral("Check1"))->setChecked(true);
+        p->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    });
+    pulsa("Label34");
+    EXPECT_EQ(pedidos_.last(), QStringLiteral("Ventas por cliente"));
+}
+
+TEST_F(PanelDeInformes, EstadoDeCuentasUsaLaCuentaYLasFechasElegidas) {
+    // La pantalla abre con el período del panel; se elige la cuenta 1 y se acorta el período.
+    QDate desdeMostrado;
+    auto d = alAbrirse<PanSelCta>([&desdeMostrado](PanSelCta* p) {
+        desdeMostrado = p->findChild<QDateEdit*>(QStringLiteral("dt1"))->date();
+        auto* c = p->findChild<QComboBox*>(QStringLiteral("Combo1"));
+        c->setCurrentIndex(c->findData(1));
+        p->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    });
+    pulsa("Label48");
+    EXPECT_TRUE(d->vista);
+    EXPECT_EQ(desdeMostrado, QDate(2026, 11, 1));
+    EXPECT_EQ(pedidos_.last(), QStringLiteral("Estado de cuentas"));
+    const QStringList filas = ultimoCsv();
+    ASSERT_EQ(filas.size(), 1) << filas.join(u'|').toStdString();
+    EXPECT_TRUE(filas[0].contains(QStringLiteral("venta")));
+}
+
+TEST_F(PanelDeInformes, ElCatalogoLibreSeAbreDesdeElPanel) {
+    auto d = alAbrirse<PanPrintCrystal>([](PanPrintCrystal* p) {
+        EXPECT_GT(p->lista()->count(), 20);
+        p->reject();
+    });
+    pulsa("lblCatalogoInformes");
+    EXPECT_TRUE(d->vista);
+}
+
+} // namespace
+} // namespace orv
