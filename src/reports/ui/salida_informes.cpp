@@ -84,6 +84,8 @@ SalidaInformes::SalidaInformes(Almacen& almacen, const Configuracion& conf, cons
 }
 
 void SalidaInformes::fijaDestino(const QString& textoCombo, const QString& copias) {
+    textoCombo_ = textoCombo;
+    textoCopias_ = copias;
     const QChar c = textoCombo.isEmpty() ? QChar(u'0') : textoCombo.at(0);
     destino_ = (c >= u'0' && c <= u'4') ? Destino(c.unicode() - u'0') : Ventana;
     fijaCopias(copias);

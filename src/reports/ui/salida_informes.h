@@ -44,6 +44,8 @@ public:
     void reinicia();
     // Fija el destino sin pasar por Combo1 (el faltante va siempre a una ventana).
     void fijaDestino(Destino d) { destino_ = d; }
+    // Vuelve a tomar el destino y las copias de la última elección de Combo1.
+    void restableceDestino() { fijaDestino(textoCombo_, textoCopias_); }
 
     Destino destino() const { return destino_; }
     int copias() const { return copias_; }
@@ -92,6 +94,8 @@ private:
     QString mensaje_;
     QString destinatario_;
     QString nombreDestinatario_;
+    QString textoCombo_;
+    QString textoCopias_;
     QPointer<VisorInforme> visor_;
 };
 

@@ -3,10 +3,12 @@
 
 #include "apoyo/base_prueba.h"
 #include "apoyo/modal.h"
+#include "reports/ui/lanzadores.h"
 #include "reports/ui/pan_print_crystal.h"
 #include "reports/ui/pan_rep_sel.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
+#include "reports/ui/visor_informe.h"
 #include "store/actualizacion.h"
 #include "../../ui/caja_modal.h"
 
@@ -137,6 +139,33 @@ TEST_F(PanelDeInformes, ElCatalogoLibreSeAbreDesdeElPanel) {
     });
     pulsa("lblCatalogoInformes");
     EXPECT_TRUE(d->vista);
+}
+
+TEST_F(PanelDeInformes, ElFaltanteVaALaVentanaYAhiQuedaHastaQueLaListaDePreciosVuelveALaLista) {
+    a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, idRubro, StockActual, StockMinimo) "
+                               "VALUES ('F1', 'Falta esto', 1, 1, 5), ('S1', 'Sobra esto', 2, 9, 5)"));
+    ASSERT_TRUE(InformeFaltante(*salida_, QDate(2026, 11, 23)));
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
+    ASSERT_NE(salida_->ultimoVisor(), nullptr);
+    EXPECT_EQ(salida_->ultimoVisor()->informe().filas, 1);
+    EXPECT_TRUE(salida_->ultimoVisor()->informe().cuerpo.contains(QStringLiteral("Falta esto")));
+    delete salida_->ultimoVisor();
+    EXPECT_TRUE(pedidos_.isEmpty());
+    // Un informe del panel sale también en la ventana...
+    pulsa("Label42");
+    EXPECT_TRUE(pedidos_.isEmpty());
+    ASSERT_NE(salida_->ultimoVisor(), nullptr);
+    delete salida_->ultimoVisor();
+    // ...hasta que la lista de precios vuelve a tomar el destino de la lista: al archivo, el rubro 2.
+    ASSERT_TRUE(InformeListaPrecios(*salida_, 2, true, QDate(2026, 11, 23)));
+    EXPECT_EQ(salida_->destino(), SalidaInformes::Archivo);
+    const QStringList filas = ultimoCsv();
+    ASSERT_EQ(filas.size(), 1);
+    EXPECT_TRUE(filas[0].contains(QStringLiteral("Sobra esto")));
+    // La caja del día, completa.
+    ASSERT_TRUE(InformeCaja(*salida_, QDate(2026, 11, 6), true));
+    EXPECT_EQ(pedidos_.last(), QStringLiteral("Caja completa"));
+    EXPECT_EQ(ultimoCsv().size(), 1);
 }
 
 } // namespace
