@@ -1,6 +1,7 @@
 #include "reports/ui/salida_informes.h"
 
 #include "reports/catalogo.h"
+#include "reports/correo.h"
 #include "reports/ui/visor_informe.h"
 #include "shell/mensajes.h"
 #include "store/aviso.h"
@@ -81,6 +82,8 @@ SalidaInformes::SalidaInformes(Almacen& almacen, const Configuracion& conf, cons
     eligeArchivo = [this](const QString& titulo) {
         return EligeArchivoInforme(ventana_, QStringLiteral("Guardar ") + titulo, QDir::homePath());
     };
+    enviaCorreo = [this](const QString& para, const QString& nombre, const QString& asunto, const QString& mensaje,
+                         const QString& adjunto) { EnviaMail(LeeDatosCorreo(conf_), para, asunto, mensaje, nombre, adjunto); };
 }
 
 void SalidaInformes::fijaDestino(const QString& textoCombo, const QString& copias) {

@@ -1,0 +1,137 @@
+// Informes a PDF: la lista de comprobantes de un mes con 10 000 comprobantes y un comprobante de
+// 20 líneas en sus dos plantillas (SQLite). Se mide también el armado solo, sin dibujar páginas.
+
+#include "reports/catalogo.h"
+#include "reports/informe.h"
+#include "store/actualizacion.h"
+#include "store/almacen.h"
+#include "store/aviso.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QGuiApplication>
+#include <QPdfWriter>
+#include <QTextDocument>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+
+namespace {
+
+const QDateTime kAhora(QDate(2026, 12, 1), QTime(9, 0));
+const QString kMascara = QStringLiteral("###,###,##0.00");
+
+// 10 000 comprobantes comerciales en noviembre, de 40 clientes, en una sola sentencia.
+void cargaMes(orv::Almacen& a) {
+    orv::Transaccion t(a);
+    a.ejecuta(QStringLiteral("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, EsComercial) VALUES ('FACTURA B', 'B', '0001', 1)"));
+    a.ejecuta(QStringLiteral(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10000) "
+        "INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, Fecha, Nombre, FormaPago, SubTotal, "
+        "MontDescuento, ImporteNeto, ImporteIVA, Total, EsComercial) "
+        "SELECT 'B0001-' || substr('0000000' || i, -8, 8), 1, 1, date('2026-11-01', '+' || (i % 30) || ' days'), "
+        "'Cliente ' || (i % 40), CASE WHEN i % 5 = 0 THEN 'CTA CTE' ELSE 'EFVO' END, 100 + i % 900, 0, "
+        "round((100 + i % 900) / 1.21, 2), (100 + i % 900) - round((100 + i % 900) / 1.21, 2), 100 + i % 900, 1 FROM n"));
+    t.confirmar();
+}
+
+qint64 cargaComprobante(orv::Almacen& a) {
+    orv::Transaccion t(a);
+    a.ejecuta(QStringLiteral("INSERT INTO Empresa (NombreEmpresa, Direccion) VALUES ('Almacén Don Tito', 'San Martín 1234')"));
+    const qint64 id = a.inserta(QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, idTipoIva, "
+                                               "Fecha, Nombre, Cuit, FormaPago, SubTotal, ImporteNeto, PorcentajeIVA, ImporteIVA, "
+                                               "Total, EsComercial) VALUES ('A0001-00000042', 1, 1, 1, ?, 'Kiosco El Sol', "
+                                               "'30-71234567-8', 'EFVO', 2420, 2000, 21, 420, 2420, 1)"),
+                                {QDate(2026, 11, 23)}, QStringLiteral("idComprobante"));
+    for (int i = 1; i <= 20; ++i)
+        a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, Cantidad, Unitario, SubTotal, Descripcion) "
+                                 "VALUES (?, ?, 121, ?, ?)"),
+                  {id, i % 3 + 1, 121 * (i % 3 + 1), QStringLiteral("Artículo de prueba número %1").arg(i)});
+    t.confirmar();
+    return id;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    QTemporaryDir carpeta;
+    if (!carpeta.isValid()) return 1;
+    try {
+        auto a = orv::Almacen::abreSQLite(carpeta.filePath(QStringLiteral("BASE.db")));
+        orv::actualizaEsquema(*a);
+        cargaMes(*a);
+        const qint64 id = cargaComprobante(*a);
+        const orv::DefinicionInforme lista =
+            orv::LeeDefinicion(orv::BuscaDefinicion(QStringLiteral("lista_facturas.rpt"), QString()));
+        const orv::Seleccion mes = orv::SeleccionListaComprobantes(true, QDate(2026, 11, 1), QDate(2026, 11, 30));
+        const QString pdf = carpeta.filePath(QStringLiteral("informe.pdf"));
+        std::fprintf(stderr, "SQLite: %lld comprobantes en el mes\n",
+                     a->valor(QStringLiteral("SELECT count(*) FROM Comprobantes")).toLongLong());
+
+        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Armado", [&](benchmark::State& s) {
+            for (auto _ : s) benchmark::DoNotOptimize(orv::ArmaInforme(*a, lista, mes, kMascara, kAhora).filas);
+        })->Unit(benchmark::kMillisecond)->UseRealTime();
+        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Maquetado", [&](benchmark::State& s) {
+            const orv::InformeArmado inf = orv::ArmaInforme(*a, lista, mes, kMascara, kAhora);
+            for (auto _ : s) {
+                QPdfWriter w(pdf);
+                w.setResolution(300);
+                QTextDocument doc;
+                doc.documentLayout()->setPaintDevice(&w);
+                QString html = inf.cuerpo;
+                if (qEnvironmentVariableIsSet("TROZOS")) {
+                    const int n = qEnvironmentVariableIntValue("TROZOS");
+                    const qsizetype ini = html.indexOf(QStringLiteral("<table"));
+                    const QString abre = html.mid(ini, html.indexOf(u'>', ini) - ini + 1);
+                    QString r; qsizetype desde = 0; int k = 0; qsizetype i = html.indexOf(QStringLiteral("<tr"), ini);
+                    while (i >= 0) { if (++k % n == 0) { r += html.mid(desde, i - desde) + QStringLiteral("</table>") + abre; desde = i; } i = html.indexOf(QStringLiteral("<tr"), i + 3); }
+                    r += html.mid(desde); html = r;
+                }
+                doc.setHtml(html);
+                doc.setPageSize(QSizeF(w.width(), w.height()));
+                if (!qEnvironmentVariableIsSet("SOLOHTML")) benchmark::DoNotOptimize(doc.pageCount());
+            }
+        })->Unit(benchmark::kMillisecond)->UseRealTime();
+        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Separados", [&](benchmark::State& s) {
+            const orv::InformeArmado inf = orv::ArmaInforme(*a, lista, mes, kMascara, kAhora);
+            const QString html = inf.cuerpo;
+            const qsizetype ini = html.indexOf(QStringLiteral("<table"));
+            const QString abre = html.mid(ini, html.indexOf(u'>', ini) - ini + 1);
+            QStringList trozos; qsizetype desde = 0; int k = 0; qsizetype i = html.indexOf(QStringLiteral("<tr"), ini);
+            while (i >= 0) { if (++k % 40 == 0) { trozos << html.mid(desde, i - desde) + QStringLiteral("</table>"); desde = i; } i = html.indexOf(QStringLiteral("<tr"), i + 3); }
+            trozos << html.mid(desde);
+            for (QString& t : trozos) if (!t.startsWith(QStringLiteral("<table"))) t.prepend(abre);
+            for (auto _ : s) {
+                QPdfWriter w(pdf);
+                w.setResolution(300);
+                for (const QString& t : trozos) {
+                    QTextDocument doc;
+                    doc.documentLayout()->setPaintDevice(&w);
+                    doc.setHtml(t);
+                    doc.setPageSize(QSizeF(w.width(), w.height()));
+                    benchmark::DoNotOptimize(doc.pageCount());
+                }
+            }
+        })->Unit(benchmark::kMillisecond)->UseRealTime();
+        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/PDF", [&](benchmark::State& s) {
+            int paginas = 0;
+            for (auto _ : s) paginas = orv::GuardaInforme(*a, lista, mes, kMascara, kAhora, pdf);
+            s.counters["paginas"] = paginas;
+        })->Unit(benchmark::kMillisecond)->UseRealTime();
+        for (const char* plantilla : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
+            const orv::DefinicionInforme d = orv::LeeDefinicion(orv::BuscaDefinicion(QString::fromLatin1(plantilla), QString()));
+            benchmark::RegisterBenchmark((std::string("Comprobante/") + plantilla + "/PDF").c_str(), [&a, d, id, &pdf](benchmark::State& s) {
+                for (auto _ : s) orv::GuardaInforme(*a, d, orv::SeleccionComprobante(id), kMascara, kAhora, pdf);
+            })->Unit(benchmark::kMillisecond)->UseRealTime();
+        }
+        benchmark::RunSpecifiedBenchmarks();
+    } catch (const orv::ErrorAlmacen& e) {
+        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
+        return 1;
+    } catch (const orv::Aviso& e) {
+        std::fprintf(stderr, "%s\n", qPrintable(e.texto()));
+        return 1;
+    }
+    return 0;
+}
