@@ -19,6 +19,7 @@
 #include "maintenance/datos_ejemplo.h"
 #include "reports/catalogo.h"
 #include "reports/informe.h"
+#include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/pan_print_crystal.h"
 #include "reports/ui/pan_rep_sel.h"
 #include "reports/ui/salida_informes.h"
@@ -113,7 +114,7 @@ int main(int argc, char** argv) {
         w.show();
         guarda(w, QStringLiteral("principal_bienvenida") + sufijo);
         for (int i = 0; i < 8; ++i) {
-            if (i == 5) continue;
+            if (i == 5) continue; // Mensajería: su pantalla propia, más abajo
             w.botPrincipal(i);
             guarda(w, QStringLiteral("principal_%1_%2").arg(i).arg(QString::fromLatin1(nombres[i])) + sufijo);
         }
@@ -171,6 +172,12 @@ int main(int argc, char** argv) {
             orv::PanSelCta selCta(*almacen, QDate(2026, 11, 1), QDate(2026, 11, 30), &w);
             selCta.show();
             guarda(selCta, QStringLiteral("sel_cta") + sufijo);
+            orv::PanMensajeria mensajeria(*almacen, conf, reloj, &w);
+            mensajeria.show();
+            guarda(mensajeria, QStringLiteral("mensajeria") + sufijo);
+            orv::PanConfInt confInt(conf, &w);
+            confInt.show();
+            guarda(confInt, QStringLiteral("conf_int") + sufijo);
             orv::PanPrinComprobantes prinComp(&w);
             prinComp.show();
             guarda(prinComp, QStringLiteral("prin_comprobantes") + sufijo);

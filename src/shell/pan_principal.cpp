@@ -2,6 +2,7 @@
 
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
+#include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
 #include "sales/tipos_comprobante.h"
@@ -126,9 +127,8 @@ void PanPrincipal::armaVentana() {
         botones_[size_t(i)] = b;
         columna->addWidget(b);
     }
-    // Mensajería abre su pantalla propia, que todavía no forma parte del programa: el botón
-    // existe (y los niveles lo apagan) pero no se muestra.
-    botones_[5]->setVisible(false);
+    // Mensajería no tiene panel: abre su pantalla propia, y el botón no queda marcado.
+    botones_[5]->setCheckable(false);
     columna->addStretch(1);
     fila->addWidget(barraLateral_);
 
@@ -504,7 +504,12 @@ int PanPrincipal::panelActual() const {
 
 void PanPrincipal::botPrincipal(int indice) {
     if (indice < 0 || indice > 7) return;
-    if (indice == 5) return; // Mensajería: pantalla propia, modal
+    if (indice == 5) {
+        // Mensajería: su pantalla propia, modal; el panel del frente no cambia.
+        PanMensajeria mensajeria(almacen_, conf_, reloj_, this);
+        mensajeria.exec();
+        return;
+    }
     QWidget* p = paneles_[size_t(indice)];
     pila_->setCurrentWidget(p);
     botones_[size_t(indice)]->setChecked(true);

@@ -2,6 +2,7 @@
 // asunto, cuerpo y adjunto), con y sin autenticación; los errores en castellano con el motivo del
 // servidor; y dónde queda la clave.
 
+#include "apoyo/servidor_smtp.h"
 #include "reports/correo.h"
 #include "store/aviso.h"
 
@@ -11,7 +12,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QSettings>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -20,43 +20,6 @@
 #include <memory>
 
 namespace orv {
-
-// Un servidor SMTP de prueba: guarda cada mensaje como JSON en su carpeta.
-class ServidorSmtp {
-public:
-    explicit ServidorSmtp(const QString& usuario = {}, const QString& clave = {}) {
-        QTcpServer libre;
-        libre.listen(QHostAddress::LocalHost, 0);
-        puerto_ = libre.serverPort();
-        libre.close();
-        QStringList args{QStringLiteral(ORVANTA_SERVIDOR_SMTP), QString::number(puerto_), dir_.path()};
-        if (!usuario.isEmpty()) args << usuario << clave;
-        proceso_.start(QStringLiteral("/usr/bin/python3"), args);
-        for (int i = 0; i < 100 && !listo_; ++i) {
-            proceso_.waitForReadyRead(100);
-            listo_ = proceso_.readAllStandardOutput().contains("LISTO");
-        }
-    }
-    ~ServidorSmtp() {
-        proceso_.terminate();
-        if (!proceso_.waitForFinished(3000)) proceso_.kill();
-        proceso_.waitForFinished(3000);
-    }
-    bool listo() const { return listo_; }
-    QString servidor() const { return QStringLiteral("127.0.0.1:%1").arg(puerto_); }
-    int recibidos() const { return int(QDir(dir_.path()).entryList({QStringLiteral("mensaje*.json")}).size()); }
-    QJsonObject mensaje(int n) const {
-        QFile f(dir_.filePath(QStringLiteral("mensaje%1.json").arg(n)));
-        return f.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(f.readAll()).object() : QJsonObject{};
-    }
-    quint16 puerto() const { return puerto_; }
-
-private:
-    QTemporaryDir dir_;
-    QProcess proceso_;
-    quint16 puerto_ = 0;
-    bool listo_ = false;
-};
 
 namespace {
 

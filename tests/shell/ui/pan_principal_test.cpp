@@ -4,6 +4,8 @@
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
 #include "apoyo/base_prueba.h"
+#include "apoyo/modal.h"
+#include "reports/ui/pan_mensajeria.h"
 #include "sales/ui/panel_venta.h"
 #include "shell/grilla.h"
 #include "reports/ui/salida_informes.h"
@@ -95,6 +97,14 @@ TEST_F(VentanaPrincipal, CargaEnOrdenConLosValoresGuardados) {
     combo1->setCurrentIndex(1);
     EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("ModoPrint")), QStringLiteral("1"));
     EXPECT_EQ(w->salidaInformes()->destino(), SalidaInformes::Impresora);
+
+    // "Mensajería" abre su pantalla, modal, y deja al frente el panel que estaba.
+    w->botPrincipal(4);
+    auto mensajeria = prueba::alAbrirse<PanMensajeria>([](PanMensajeria* p) { p->reject(); });
+    w->botonLateral(5)->click();
+    EXPECT_TRUE(mensajeria->vista);
+    EXPECT_EQ(w->panelActual(), 4);
+    EXPECT_TRUE(w->botonLateral(4)->isChecked());
     w->findChild<QLineEdit*>(QStringLiteral("Text10"))->setText(QStringLiteral("4"));
     EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("CopiasPrint")), QStringLiteral("4"));
     EXPECT_EQ(w->salidaInformes()->copias(), 4);
