@@ -7,10 +7,7 @@
 #include "store/almacen.h"
 #include "store/aviso.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QGuiApplication>
-#include <QPdfWriter>
-#include <QTextDocument>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
@@ -71,48 +68,6 @@ int main(int argc, char** argv) {
 
         benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Armado", [&](benchmark::State& s) {
             for (auto _ : s) benchmark::DoNotOptimize(orv::ArmaInforme(*a, lista, mes, kMascara, kAhora).filas);
-        })->Unit(benchmark::kMillisecond)->UseRealTime();
-        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Maquetado", [&](benchmark::State& s) {
-            const orv::InformeArmado inf = orv::ArmaInforme(*a, lista, mes, kMascara, kAhora);
-            for (auto _ : s) {
-                QPdfWriter w(pdf);
-                w.setResolution(300);
-                QTextDocument doc;
-                doc.documentLayout()->setPaintDevice(&w);
-                QString html = inf.cuerpo;
-                if (qEnvironmentVariableIsSet("TROZOS")) {
-                    const int n = qEnvironmentVariableIntValue("TROZOS");
-                    const qsizetype ini = html.indexOf(QStringLiteral("<table"));
-                    const QString abre = html.mid(ini, html.indexOf(u'>', ini) - ini + 1);
-                    QString r; qsizetype desde = 0; int k = 0; qsizetype i = html.indexOf(QStringLiteral("<tr"), ini);
-                    while (i >= 0) { if (++k % n == 0) { r += html.mid(desde, i - desde) + QStringLiteral("</table>") + abre; desde = i; } i = html.indexOf(QStringLiteral("<tr"), i + 3); }
-                    r += html.mid(desde); html = r;
-                }
-                doc.setHtml(html);
-                doc.setPageSize(QSizeF(w.width(), w.height()));
-                if (!qEnvironmentVariableIsSet("SOLOHTML")) benchmark::DoNotOptimize(doc.pageCount());
-            }
-        })->Unit(benchmark::kMillisecond)->UseRealTime();
-        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Separados", [&](benchmark::State& s) {
-            const orv::InformeArmado inf = orv::ArmaInforme(*a, lista, mes, kMascara, kAhora);
-            const QString html = inf.cuerpo;
-            const qsizetype ini = html.indexOf(QStringLiteral("<table"));
-            const QString abre = html.mid(ini, html.indexOf(u'>', ini) - ini + 1);
-            QStringList trozos; qsizetype desde = 0; int k = 0; qsizetype i = html.indexOf(QStringLiteral("<tr"), ini);
-            while (i >= 0) { if (++k % 40 == 0) { trozos << html.mid(desde, i - desde) + QStringLiteral("</table>"); desde = i; } i = html.indexOf(QStringLiteral("<tr"), i + 3); }
-            trozos << html.mid(desde);
-            for (QString& t : trozos) if (!t.startsWith(QStringLiteral("<table"))) t.prepend(abre);
-            for (auto _ : s) {
-                QPdfWriter w(pdf);
-                w.setResolution(300);
-                for (const QString& t : trozos) {
-                    QTextDocument doc;
-                    doc.documentLayout()->setPaintDevice(&w);
-                    doc.setHtml(t);
-                    doc.setPageSize(QSizeF(w.width(), w.height()));
-                    benchmark::DoNotOptimize(doc.pageCount());
-                }
-            }
         })->Unit(benchmark::kMillisecond)->UseRealTime();
         benchmark::RegisterBenchmark("Informe/ListaFacturas10000/PDF", [&](benchmark::State& s) {
             int paginas = 0;

@@ -1,6 +1,7 @@
 #include "reports/informe.h"
 
 #include "reports/exporta.h"
+#include "reports/tablas.h"
 #include "store/aviso.h"
 #include "store/dinero.h"
 #include "store/formato.h"
@@ -273,16 +274,24 @@ int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
     const qreal alto = inf.encabezado ? dpi * 0.55 : 0.0; // encabezado
     const qreal altoPie = dpi * 0.3; // pie
 
-    QTextDocument doc;
-    doc.documentLayout()->setPaintDevice(&dispositivo); // medidas de letras del dispositivo, no de la pantalla
-    doc.setDocumentMargin(0);
     QFont base(QStringLiteral("DejaVu Sans"));
     base.setPointSizeF(9);
-    doc.setDefaultFont(base);
-    doc.setHtml(inf.cuerpo);
     const QRectF cuerpo(0, alto, hoja.width(), hoja.height() - alto - altoPie);
-    doc.setPageSize(cuerpo.size());
-    const int paginas = qMax(1, doc.pageCount());
+    // Las listas hechas de tablas simples se dibujan directo (rápido aun con miles de filas, y con
+    // el encabezado de la tabla en cada página); lo demás, con el maquetado de documentos.
+    const std::optional<QVector<BloqueSimple>> simples = AnalizaCuerpoSimple(inf.cuerpo);
+    std::optional<PaginasSimples> directo;
+    QTextDocument doc;
+    if (simples) {
+        directo.emplace(*simples, base, &dispositivo, cuerpo.width(), cuerpo.height());
+    } else {
+        doc.documentLayout()->setPaintDevice(&dispositivo); // medidas de letras del dispositivo, no de la pantalla
+        doc.setDocumentMargin(0);
+        doc.setDefaultFont(base);
+        doc.setHtml(inf.cuerpo);
+        doc.setPageSize(cuerpo.size());
+    }
+    const int paginas = directo ? directo->paginas() : qMax(1, doc.pageCount());
 
     QFont fTitulo = base;
     fTitulo.setPointSizeF(12);
@@ -305,15 +314,19 @@ int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
             p.setPen(Qt::black);
         }
         // Cuerpo: la porción de la página n.
-        p.save();
-        p.translate(0, alto);
-        const qreal arriba = n * doc.pageSize().height();
-        p.translate(0, -arriba);
-        QAbstractTextDocumentLayout::PaintContext ctx;
-        ctx.clip = QRectF(0, arriba, doc.pageSize().width(), doc.pageSize().height());
-        p.setClipRect(ctx.clip);
-        doc.documentLayout()->draw(&p, ctx);
-        p.restore();
+        if (directo) {
+            directo->dibuja(p, n, QPointF(0, alto));
+        } else {
+            p.save();
+            p.translate(0, alto);
+            const qreal arriba = n * doc.pageSize().height();
+            p.translate(0, -arriba);
+            QAbstractTextDocumentLayout::PaintContext ctx;
+            ctx.clip = QRectF(0, arriba, doc.pageSize().width(), doc.pageSize().height());
+            p.setClipRect(ctx.clip);
+            doc.documentLayout()->draw(&p, ctx);
+            p.restore();
+        }
         // Pie.
         p.setPen(QPen(Qt::darkGray, dpi / 100.0));
         const qreal y = hoja.height() - altoPie;

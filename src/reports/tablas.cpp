@@ -1,0 +1,378 @@
+#include "reports/tablas.h"
+
+#include <QFontMetricsF>
+#include <QPaintDevice>
+#include <QRegularExpression>
+
+namespace orv {
+
+namespace {
+
+QString entidades(const QString& s) {
+    if (!s.contains(u'&')) return s;
+    QString r;
+    r.reserve(s.size());
+    for (qsizetype i = 0; i < s.size(); ++i) {
+        if (s[i] != u'&') {
+            r += s[i];
+            continue;
+        }
+        const qsizetype fin = s.indexOf(u';', i);
+        if (fin < 0 || fin - i > 10) {
+            r += s[i];
+            continue;
+        }
+        const QString e = s.mid(i + 1, fin - i - 1);
+        QChar c;
+        if (e == QLatin1String("amp")) c = u'&';
+        else if (e == QLatin1String("lt")) c = u'<';
+        else if (e == QLatin1String("gt")) c = u'>';
+        else if (e == QLatin1String("quot")) c = u'"';
+        else if (e == QLatin1String("apos")) c = u'\'';
+        else if (e == QLatin1String("nbsp")) c = QChar(0x00A0);
+        else if (e.startsWith(u'#')) {
+            bool ok = false;
+            const uint n = e.startsWith(QLatin1String("#x")) || e.startsWith(QLatin1String("#X")) ? e.mid(2).toUInt(&ok, 16)
+                                                                                                 : e.mid(1).toUInt(&ok, 10);
+            if (ok && n > 0 && n < 0x10000) c = QChar(char16_t(n));
+        }
+        if (c.isNull()) {
+            r += s[i];
+            continue;
+        }
+        r += c;
+        i = fin;
+    }
+    return r;
+}
+
+// Valor de un atributo (style, align, colspan) de una marca; vacío si no está.
+QString atributo(const QString& atributos, const char* nombre) {
+    if (atributos.isEmpty()) return {};
+    static const auto patron = [](const char* n) {
+        return QRegularExpression(QStringLiteral(R"re((?:^|\s)%1\s*=\s*(?:"([^"]*)"|'([^']*)'|([^\s>]+)))re").arg(QLatin1String(n)),
+                                  QRegularExpression::CaseInsensitiveOption);
+    };
+    static const QRegularExpression estilo = patron("style"), alinea = patron("align"), columnas = patron("colspan");
+    const QLatin1String n(nombre);
+    const QRegularExpression& re = n == QLatin1String("style") ? estilo : n == QLatin1String("align") ? alinea : columnas;
+    const auto m = re.match(atributos);
+    if (!m.hasMatch()) return {};
+    for (int i = 1; i <= 3; ++i)
+        if (m.capturedStart(i) >= 0) return m.captured(i);
+    return {};
+}
+
+// Valor de una propiedad de un style="...".
+QString propiedad(const QString& estilo, const char* nombre) {
+    for (const QString& parte : estilo.split(u';')) {
+        const qsizetype dos = parte.indexOf(u':');
+        if (dos > 0 && parte.left(dos).trimmed().compare(QLatin1String(nombre), Qt::CaseInsensitive) == 0)
+            return parte.mid(dos + 1).trimmed();
+    }
+    return {};
+}
+
+Qt::Alignment alineacion(const QString& a) {
+    if (a.compare(QLatin1String("right"), Qt::CaseInsensitive) == 0) return Qt::AlignRight;
+    if (a.compare(QLatin1String("center"), Qt::CaseInsensitive) == 0 || a.compare(QLatin1String("middle"), Qt::CaseInsensitive) == 0)
+        return Qt::AlignHCenter;
+    return Qt::AlignLeft;
+}
+
+void agregaTexto(CeldaSimple& c, const QString& t) {
+    for (QChar ch : t) {
+        if (ch.isSpace() && ch != QChar(0x00A0)) {
+            if (!c.texto.isEmpty() && !c.texto.endsWith(u' ') && !c.texto.endsWith(u'\n')) c.texto += u' ';
+        } else {
+            c.texto += ch;
+        }
+    }
+}
+
+void cierraTexto(CeldaSimple& c) {
+    c.texto = c.texto.trimmed();
+    c.texto.replace(QStringLiteral(" \n"), QStringLiteral("\n"));
+}
+
+} // namespace
+
+std::optional<QVector<BloqueSimple>> AnalizaCuerpoSimple(const QString& html) {
+    QVector<BloqueSimple> bloques;
+    enum class Dentro { Nada, Tabla, Fila, Celda, Parrafo } dentro = Dentro::Nada;
+    bool enThead = false;
+    CeldaSimple* celda = nullptr;
+    qsizetype i = 0;
+    const qsizetype n = html.size();
+    while (i < n) {
+        const qsizetype menor = html.indexOf(u'<', i);
+        const QString texto = html.mid(i, (menor < 0 ? n : menor) - i);
+        if (!texto.trimmed().isEmpty() || (celda && !texto.isEmpty())) {
+            if (!celda) return std::nullopt; // texto suelto fuera de celdas y párrafos
+            agregaTexto(*celda, entidades(texto));
+        }
+        if (menor < 0) break;
+        if (html.mid(menor, 4) == QLatin1String("<!--")) {
+            const qsizetype fin = html.indexOf(QLatin1String("-->"), menor);
+            if (fin < 0) return std::nullopt;
+            i = fin + 3;
+            continue;
+        }
+        const qsizetype mayor = html.indexOf(u'>', menor);
+        if (mayor < 0) return std::nullopt;
+        QString marca = html.mid(menor + 1, mayor - menor - 1).trimmed();
+        i = mayor + 1;
+        const bool cierra = marca.startsWith(u'/');
+        if (cierra) marca = marca.mid(1).trimmed();
+        if (marca.endsWith(u'/')) marca.chop(1);
+        static const QRegularExpression blanco(QStringLiteral("\\s"));
+        const qsizetype espacio = marca.indexOf(blanco);
+        const QString nombre = (espacio < 0 ? marca : marca.left(espacio)).toLower();
+        const QString atributos = espacio < 0 ? QString() : marca.mid(espacio + 1);
+
+        if (nombre == QLatin1String("table")) {
+            if (cierra) {
+                if (dentro != Dentro::Tabla) return std::nullopt;
+                dentro = Dentro::Nada;
+            } else {
+                if (dentro != Dentro::Nada) return std::nullopt; // tablas anidadas: al maquetado general
+                BloqueSimple b;
+                b.esTabla = true;
+                bloques << b;
+                dentro = Dentro::Tabla;
+            }
+        } else if (nombre == QLatin1String("thead")) {
+            if (dentro != Dentro::Tabla) return std::nullopt;
+            enThead = !cierra;
+        } else if (nombre == QLatin1String("tbody")) {
+            if (dentro != Dentro::Tabla) return std::nullopt;
+        } else if (nombre == QLatin1String("tr")) {
+            if (cierra) {
+                if (dentro != Dentro::Fila) return std::nullopt;
+                dentro = Dentro::Tabla;
+            } else {
+                if (dentro != Dentro::Tabla) return std::nullopt;
+                FilaSimple f;
+                const QString estilo = atributo(atributos, "style");
+                const QString fondo = propiedad(estilo, "background-color");
+                if (!fondo.isEmpty()) f.fondo = QColor::fromString(fondo);
+                const QString tinta = propiedad(estilo, "color");
+                if (!tinta.isEmpty()) f.tinta = QColor::fromString(tinta);
+                f.negrita = propiedad(estilo, "font-weight").compare(QLatin1String("bold"), Qt::CaseInsensitive) == 0;
+                f.lineaArriba = !propiedad(estilo, "border-top").isEmpty();
+                f.encabezado = enThead;
+                bloques.last().filas << f;
+                dentro = Dentro::Fila;
+            }
+        } else if (nombre == QLatin1String("td") || nombre == QLatin1String("th")) {
+            if (cierra) {
+                if (dentro != Dentro::Celda) return std::nullopt;
+                cierraTexto(*celda);
+                celda = nullptr;
+                dentro = Dentro::Fila;
+            } else {
+                if (dentro != Dentro::Fila) return std::nullopt;
+                if (!atributo(atributos, "style").isEmpty()) return std::nullopt;
+                CeldaSimple c;
+                const QString al = atributo(atributos, "align");
+                c.alineacion = al.isEmpty() && nombre == QLatin1String("th") ? Qt::AlignHCenter : alineacion(al);
+                c.columnas = qMax(1, atributo(atributos, "colspan").toInt());
+                c.negrita = nombre == QLatin1String("th");
+                bloques.last().filas.last().celdas << c;
+                celda = &bloques.last().filas.last().celdas.last();
+                dentro = Dentro::Celda;
+            }
+        } else if (nombre == QLatin1String("p")) {
+            if (cierra) {
+                if (dentro != Dentro::Parrafo) return std::nullopt;
+                cierraTexto(*celda);
+                celda = nullptr;
+                dentro = Dentro::Nada;
+            } else {
+                if (dentro != Dentro::Nada) return std::nullopt;
+                BloqueSimple b;
+                b.parrafo.alineacion = alineacion(atributo(atributos, "align"));
+                bloques << b;
+                celda = &bloques.last().parrafo;
+                dentro = Dentro::Parrafo;
+            }
+        } else if (nombre == QLatin1String("b") || nombre == QLatin1String("strong") || nombre == QLatin1String("i") ||
+                   nombre == QLatin1String("em")) {
+            if (!celda) return std::nullopt;
+            if (!atributos.isEmpty()) return std::nullopt;
+            if (!cierra) (nombre == QLatin1String("i") || nombre == QLatin1String("em") ? celda->cursiva : celda->negrita) = true;
+        } else if (nombre == QLatin1String("br")) {
+            if (!celda) return std::nullopt;
+            celda->texto += u'\n';
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (dentro != Dentro::Nada) return std::nullopt;
+    return bloques;
+}
+
+PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont& base, QPaintDevice* dispositivo,
+                               qreal ancho, qreal alto)
+    : bloques_(bloques), base_(base), negrita_(base), cursiva_(base), dispositivo_(dispositivo), ancho_(ancho) {
+    negrita_.setBold(true);
+    cursiva_.setItalic(true);
+    const qreal pxDispositivo = dispositivo->logicalDpiY() / 96.0;
+    relleno_ = 3 * pxDispositivo;
+    const QFontMetricsF fm(base_, dispositivo_);
+    const QFontMetricsF fmN(negrita_, dispositivo_);
+    const qreal separacion = fm.height() * 0.5;
+
+    // Anchos de las columnas de cada tabla: el natural de cada una, y lo que sobra (o falta) se
+    // reparte en proporción.
+    anchos_.resize(bloques.size());
+    encabezados_.resize(bloques.size());
+    for (int b = 0; b < bloques.size(); ++b) {
+        if (!bloques[b].esTabla) continue;
+        int columnas = 0;
+        for (const FilaSimple& f : bloques[b].filas) {
+            int c = 0;
+            for (const CeldaSimple& x : f.celdas) c += x.columnas;
+            columnas = qMax(columnas, c);
+        }
+        QVector<qreal> natural(columnas, 2 * relleno_);
+        for (int r = 0; r < bloques[b].filas.size(); ++r) {
+            const FilaSimple& f = bloques[b].filas[r];
+            if (f.encabezado) encabezados_[b] << r;
+            int c = 0;
+            for (const CeldaSimple& x : f.celdas) {
+                if (x.columnas == 1 && c < columnas) {
+                    const QFontMetricsF& m = (x.negrita || f.negrita) ? fmN : fm;
+                    qreal w = 0;
+                    for (const QString& linea : x.texto.split(u'\n')) w = qMax(w, m.horizontalAdvance(linea));
+                    natural[c] = qMax(natural[c], w + 2 * relleno_ + 1);
+                }
+                c += x.columnas;
+            }
+        }
+        qreal total = 0;
+        for (qreal w : natural) total += w;
+        QVector<qreal> anchos = natural;
+        if (total > 0 && total < ancho_) {
+            for (qreal& w : anchos) w += (ancho_ - total) * (w / total);
+        } else if (total > ancho_) {
+            // Falta lugar: se achican las columnas más anchas que el promedio, que son las de texto.
+            const qreal promedio = ancho_ / qMax(1, columnas);
+            qreal anchas = 0, fijas = 0;
+            for (qreal w : natural) (w > promedio ? anchas : fijas) += w;
+            const qreal factor = anchas > 0 ? qMax<qreal>(0.1, (ancho_ - fijas) / anchas) : ancho_ / total;
+            for (qreal& w : anchos) w = w > promedio ? w * factor : w;
+        }
+        anchos_[b] = anchos;
+    }
+
+    // Renglones en páginas; el encabezado de una tabla se repite arriba de cada página nueva.
+    int pagina = 0;
+    qreal y = 0;
+    const auto nuevaPagina = [&]() {
+        ++pagina;
+        y = 0;
+    };
+    for (int b = 0; b < bloques.size(); ++b) {
+        if (b > 0 && y > 0) y += separacion;
+        if (!bloques[b].esTabla) {
+            const CeldaSimple& c = bloques[b].parrafo;
+            const QFontMetricsF& m = c.negrita ? fmN : fm;
+            const qreal h = c.texto.isEmpty()
+                                ? m.height()
+                                : m.boundingRect(QRectF(0, 0, ancho_, 1e9), Qt::TextWordWrap | int(c.alineacion), c.texto).height();
+            if (y > 0 && y + h > alto) nuevaPagina();
+            renglones_ << Renglon{b, -1, pagina, y, h};
+            y += h;
+            continue;
+        }
+        const auto esTituloDeGrupo = [&](int r) {
+            const FilaSimple& f = bloques[b].filas[r];
+            return !f.encabezado && f.celdas.size() == 1 && f.celdas[0].columnas > 1 && r + 1 < bloques[b].filas.size();
+        };
+        for (int r = 0; r < bloques[b].filas.size(); ++r) {
+            const qreal h = altoFila(bloques[b].filas[r], anchos_[b]);
+            // El título de un grupo no queda solo al pie de la página: va con su primera fila.
+            const qreal junto = esTituloDeGrupo(r) ? h + altoFila(bloques[b].filas[r + 1], anchos_[b]) : h;
+            if (y > 0 && y + junto > alto) {
+                nuevaPagina();
+                if (!bloques[b].filas[r].encabezado)
+                    for (int e : encabezados_[b]) {
+                        const qreal he = altoFila(bloques[b].filas[e], anchos_[b]);
+                        renglones_ << Renglon{b, e, pagina, y, he};
+                        y += he;
+                    }
+            }
+            renglones_ << Renglon{b, r, pagina, y, h};
+            y += h;
+        }
+    }
+    paginas_ = pagina + 1;
+}
+
+qreal PaginasSimples::altoFila(const FilaSimple& f, const QVector<qreal>& anchos) const {
+    const QFontMetricsF fm(base_, dispositivo_);
+    const QFontMetricsF fmN(negrita_, dispositivo_);
+    qreal alto = fm.height();
+    int c = 0;
+    for (const CeldaSimple& x : f.celdas) {
+        qreal w = 0;
+        for (int k = c; k < c + x.columnas && k < anchos.size(); ++k) w += anchos[k];
+        c += x.columnas;
+        const QFontMetricsF& m = (x.negrita || f.negrita) ? fmN : fm;
+        const qreal util = w - 2 * relleno_;
+        const bool variasLineas = x.texto.contains(u'\n') || m.horizontalAdvance(x.texto) > util;
+        if (variasLineas) alto = qMax(alto, m.boundingRect(QRectF(0, 0, util, 1e9), Qt::TextWordWrap, x.texto).height());
+    }
+    return alto + 2 * relleno_;
+}
+
+void PaginasSimples::dibujaFila(QPainter& p, const FilaSimple& f, const QVector<qreal>& anchos, qreal x, qreal y,
+                                qreal alto) const {
+    qreal total = 0;
+    for (qreal w : anchos) total += w;
+    if (f.fondo.isValid()) p.fillRect(QRectF(x, y, total, alto), f.fondo);
+    if (f.lineaArriba) {
+        p.save();
+        p.setPen(QPen(f.tinta.isValid() ? f.tinta : QColor(0x24, 0x34, 0x47), dispositivo_->logicalDpiY() / 96.0));
+        p.drawLine(QPointF(x, y), QPointF(x + total, y));
+        p.restore();
+    }
+    p.setPen(f.tinta.isValid() ? f.tinta : QColor(Qt::black));
+    int c = 0;
+    qreal cx = x;
+    for (const CeldaSimple& celda : f.celdas) {
+        qreal w = 0;
+        for (int k = c; k < c + celda.columnas && k < anchos.size(); ++k) w += anchos[k];
+        c += celda.columnas;
+        if (!celda.texto.isEmpty()) {
+            QFont fuente = (celda.negrita || f.negrita) ? negrita_ : base_;
+            if (celda.cursiva) fuente.setItalic(true);
+            p.setFont(fuente);
+            p.drawText(QRectF(cx + relleno_, y + relleno_, w - 2 * relleno_, alto - 2 * relleno_),
+                       int(celda.alineacion) | Qt::AlignVCenter | Qt::TextWordWrap, celda.texto);
+        }
+        cx += w;
+    }
+}
+
+void PaginasSimples::dibuja(QPainter& p, int n, const QPointF& origen) const {
+    p.save();
+    for (const Renglon& r : renglones_) {
+        if (r.pagina != n) continue;
+        const BloqueSimple& b = bloques_[r.bloque];
+        if (r.fila >= 0) {
+            dibujaFila(p, b.filas[r.fila], anchos_[r.bloque], origen.x(), origen.y() + r.y, r.alto);
+            continue;
+        }
+        QFont fuente = b.parrafo.negrita ? negrita_ : base_;
+        if (b.parrafo.cursiva) fuente.setItalic(true);
+        p.setFont(fuente);
+        p.setPen(Qt::black);
+        p.drawText(QRectF(origen.x(), origen.y() + r.y, ancho_, r.alto), int(b.parrafo.alineacion) | Qt::TextWordWrap,
+                   b.parrafo.texto);
+    }
+    p.restore();
+}
+
+} // namespace orv
