@@ -134,6 +134,7 @@ void PanelVenta::armaPantalla() {
     text8_ = campo(QStringLiteral("Text8"), cliente, QStringLiteral("Nro. de cliente o tarjeta"));
     text8_->setMinimumWidth(150);
     text8_->setMaximumWidth(190);
+    text8_->setMaximumWidth(190);
     command38_ = new QPushButton(QStringLiteral("Buscar..."), cliente);
     command38_->setObjectName(QStringLiteral("Command38"));
     command38_->setFocusPolicy(Qt::TabFocus);
@@ -143,18 +144,21 @@ void PanelVenta::armaPantalla() {
     fc.setBold(true);
     fc.setPointSizeF(fc.pointSizeF() * 1.1);
     lblCli_->setFont(fc);
+    // El nombre y la dirección del cliente se acortan antes que empujar el ancho del panel.
+    lblCli_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     lblDirCli_ = new QLabel(cliente);
     lblDirCli_->setObjectName(QStringLiteral("lblDirCli"));
     lblDirCli_->setEnabled(false);
+    lblDirCli_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     lblCuit_ = new QLabel(cliente);
     lblCuit_->setObjectName(QStringLiteral("lblCuit"));
     lblCuit_->setEnabled(false);
     cboVendedores_ = new QComboBox(cliente);
     cboVendedores_->setObjectName(QStringLiteral("cboVendedores"));
-    cboVendedores_->setMinimumWidth(170);
+    cboVendedores_->setMinimumWidth(130);
     cboFPago_ = new QComboBox(cliente);
     cboFPago_->setObjectName(QStringLiteral("cboFPago"));
-    cboFPago_->setMinimumWidth(130);
+    cboFPago_->setMinimumWidth(120);
     command17_ = new QPushButton(QStringLiteral("Mas Datos..."), cliente);
     command17_->setObjectName(QStringLiteral("Command17"));
     command17_->setFocusPolicy(Qt::TabFocus);
@@ -169,6 +173,7 @@ void PanelVenta::armaPantalla() {
     gc->addWidget(rotulo(QStringLiteral("F. Pago ?"), cliente), 1, 4);
     gc->addWidget(cboFPago_, 1, 5);
     gc->addWidget(command17_, 0, 6, 2, 1);
+    gc->setColumnStretch(3, 1); // el nombre del cliente toma el lugar que sobra
     gc->setColumnStretch(3, 1);
     capa->addWidget(cliente);
 
@@ -221,7 +226,11 @@ void PanelVenta::armaPantalla() {
     command20_->setObjectName(QStringLiteral("Command20"));
     command20_->setDefault(true);
     command20_->setMinimumHeight(text7_->sizeHint().height());
-    auto rot = [&](const QString& t) { return rotulo(t, entrada, Qt::AlignLeft | Qt::AlignBottom); };
+    auto rot = [&](const QString& t) {
+        QLabel* l = rotulo(t, entrada, Qt::AlignLeft | Qt::AlignBottom);
+        l->setWordWrap(true); // los títulos largos bajan de renglón en pantallas angostas
+        return l;
+    };
     // Primera fila: lo que usa el cajero en cada línea. Segunda: las otras formas de elegir.
     ge->addWidget(rot(QStringLiteral("Código")), 0, 0);
     ge->addWidget(rot(QStringLiteral("Cantidad")), 0, 2);
@@ -242,7 +251,7 @@ void PanelVenta::armaPantalla() {
     ge->addLayout(lista, 3, 1, 1, 4);
     ge->setColumnStretch(1, 3);
     text16_->setMaximumWidth(QWIDGETSIZE_MAX);
-    text7_->setMinimumWidth(260);
+    text7_->setMinimumWidth(200);
     capa->addWidget(entrada);
 
     // Líneas y totales.
