@@ -1,0 +1,188 @@
+#include "sales/registro.h"
+
+#include "store/aviso.h"
+
+#include <QSqlQuery>
+#include <cmath>
+
+namespace orv {
+
+namespace {
+
+const QString kCtaCte = QStringLiteral("CTA CTE");
+
+bool siNo(const QVariant& v) { return !v.isNull() && v.toInt() != 0; }
+
+// Puntos: enteros, redondeando la mitad al par, como al guardarlos siempre se hizo.
+qint64 redondeaPuntos(double p) { return qint64(std::nearbyint(p)); }
+
+} // namespace
+
+QString NumeroCompleto(const QString& letra, const QString& puntoDeVenta, qint64 numero) {
+    return letra + puntoDeVenta + QLatin1Char('-') + QStringLiteral("%1").arg(numero, 8, 10, QLatin1Char('0'));
+}
+
+Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
+    Transaccion tr(a);
+    Registrado r;
+
+    // Paso 7: el número, tomado y leído en la misma sentencia.
+    QSqlQuery tipo = a.consulta(
+        QStringLiteral("UPDATE TiposDeComprobantes SET Correlativo = COALESCE(Correlativo, 0) + 1 WHERE idTipoComprobante = ? "
+                       "RETURNING Correlativo, Letra, PuntoDeVenta, OperacionInversa, DescuentaStock, RegistraCaja, EsComercial"),
+        {d.idTipoComprobante});
+    if (!tipo.next()) throw Aviso(QStringLiteral("El tipo de comprobante ya no existe."));
+    r.numero = tipo.value(0).toLongLong();
+    const QString letra = tipo.value(1).toString();
+    const QString puntoDeVenta = tipo.value(2).toString();
+    const bool inversa = siNo(tipo.value(3));
+    const bool descuentaStock = siNo(tipo.value(4));
+    const bool registraCaja = siNo(tipo.value(5));
+    const bool esComercial = siNo(tipo.value(6));
+    tipo.finish();
+    const QString nroFactura = NumeroCompleto(letra, puntoDeVenta, r.numero);
+    r.factura = nroFactura.left(15);
+    const int signo = inversa ? -1 : 1;
+
+    // El borrador, en su orden.
+    struct Linea {
+        QVariant idArticulo;
+        double cantidad;
+        QVariant unitario, subTotal;
+        QString sn, descripcion;
+    };
+    QList<Linea> lineas;
+    {
+        QSqlQuery q = a.consulta(QStringLiteral("SELECT idArticulo, Cantidad, Unitario, SubTotal, Sn, Descripcion FROM TmpFac "
+                                                "WHERE PCRed = ? ORDER BY idTmpFac"),
+                                 {d.idRed});
+        while (q.next())
+            lineas << Linea{q.value(0), q.value(1).toDouble(), q.value(2), q.value(3), q.value(4).toString(), q.value(5).toString()};
+    }
+    if (lineas.isEmpty()) throw Aviso(QStringLiteral("No hay articulos a facturar!"));
+
+    // Vendedor y su comisión.
+    qint64 idVendio = 0;
+    double porcComision = 0;
+    if (d.idVendio) {
+        idVendio = *d.idVendio;
+        porcComision = a.valor(QStringLiteral("SELECT Comision FROM Usuarios WHERE idUsuario = ?"), {idVendio}).toDouble();
+    }
+
+    // Paso 12: la cabecera, primero, para escribir las líneas con su id real.
+    r.idComprobante = a.inserta(
+        QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, Fecha, idTipoIva, Nombre, Cuit, "
+                       "FormaPago, HizoCaja, HizoStock, TipoStock, EsComercial, Cupon, SuPago, SubTotal, PorcDescuento, "
+                       "MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, idUsuario, idEmpresa, ImpresoFiscal, "
+                       "idVendio, Comision) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1, ?, ?, ?)"),
+        {r.factura, d.idTipoComprobante, d.idCliente.value_or(0), d.hoy, d.idTipoIva, d.nombreCliente.left(50),
+         d.cuitCliente.left(20), d.formaPago.left(10), registraCaja ? 1 : 0, descuentaStock ? 1 : 0, inversa ? 1 : 0,
+         esComercial ? 1 : 0, d.cupon.isEmpty() ? QStringLiteral("0") : d.cupon.left(30), d.suPago.aVariant(),
+         (signo < 0 ? -d.subTotal : d.subTotal).aVariant(), d.porcDescuento, d.montDescuento.aVariant(),
+         (signo < 0 ? -d.neto : d.neto).aVariant(), d.porcImpuesto.aVariant(), d.importeIva.aVariant(),
+         (signo < 0 ? -d.total : d.total).aVariant(), d.idUsuario, ImpresoFiscalDe(ruta), idVendio, porcComision},
+        QStringLiteral("idComprobante"));
+
+    // Pasos 8 y 9: líneas, puntos, stock y movimientos.
+    QVariant idVenta;
+    if (descuentaStock)
+        idVenta = a.valor(QStringLiteral("SELECT idTipoMovimiento FROM TiposMovimientoStock WHERE TipoMovimientoStock = 'Venta' "
+                                         "ORDER BY idTipoMovimiento"));
+    double puntos = 0;
+    const bool porImporte = d.formaCalculoVip == QStringLiteral("P");
+    for (const Linea& l : lineas) {
+        const QVariant costo = a.valor(QStringLiteral("SELECT PrecioCosto FROM Articulos WHERE idArticulo = ?"), {l.idArticulo});
+        a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, Sn, "
+                                 "costounitario, Fecha, EsComercial, idUsuario, Descripcion) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                  {r.idComprobante, l.idArticulo, l.cantidad, l.unitario, l.subTotal, l.sn,
+                   costo.isNull() ? QVariant(0) : costo, d.hoy, esComercial ? 1 : 0, d.idUsuario, l.descripcion.left(100)});
+        const QVariant pv = a.valor(QStringLiteral("SELECT Rubros.PuntosVIP FROM Articulos INNER JOIN Rubros ON "
+                                                   "Articulos.idRubro = Rubros.idRubro WHERE Articulos.idArticulo = ?"),
+                                    {l.idArticulo});
+        if (!pv.isNull() && pv.toDouble() > 0)
+            puntos += (porImporte ? Dinero::desdeVariant(l.subTotal).aDouble() : l.cantidad) * pv.toDouble();
+        if (descuentaStock) {
+            a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = COALESCE(StockActual, 0) + ? WHERE idArticulo = ?"),
+                      {inversa ? l.cantidad : -l.cantidad, l.idArticulo});
+            a.ejecuta(QStringLiteral("INSERT INTO MovimientoStock (idArticulo, Fecha, idTipoMovimiento, Comprobante, idComprobante, "
+                                     "Ingreso, Egreso) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+                      {l.idArticulo, d.hoy, idVenta, nroFactura, r.idComprobante, inversa ? l.cantidad : 0.0,
+                       inversa ? 0.0 : l.cantidad});
+        }
+    }
+
+    // Paso 13: puntos del cliente con tarjeta; también en los comprobantes de operación inversa.
+    r.puntos = redondeaPuntos(puntos);
+    if (d.clienteEsVip && d.idCliente && r.puntos > 0) {
+        a.ejecuta(QStringLiteral("INSERT INTO Vip (idCliente, Fecha, idUsuario, idComprobante, PuntosVIP) VALUES (?, ?, ?, ?, ?)"),
+                  {*d.idCliente, d.hoy, d.idUsuario, r.idComprobante, r.puntos});
+        a.ejecuta(QStringLiteral("UPDATE Vendedores SET PuntosVIP = PuntosVIP + ? WHERE idVendedor = ?"), {r.puntos, *d.idCliente});
+    }
+
+    // Paso 15: comisión del vendedor, sobre el neto.
+    if (porcComision > 0 && esComercial && !inversa)
+        a.ejecuta(QStringLiteral("INSERT INTO DetComisiones (Fecha, Detalle, idUsuario, idComprobante, Porcentaje, Importe) "
+                                 "VALUES (?, 'Comision x Vta', ?, ?, ?, ?)"),
+                  {d.hoy, idVendio, r.idComprobante, porcComision, d.neto.porcentaje(porcComision).aVariant()});
+
+    // Pasos 16 y 17: caja o cuenta corriente, nunca las dos.
+    if (registraCaja && d.formaPago != kCtaCte) {
+        const QVariant cuenta =
+            a.valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Ventas Mostrador' ORDER BY idCuenta"));
+        if (cuenta.isNull())
+            throw Aviso(QStringLiteral("No se encuentra la cuenta \"Ventas Mostrador\" para el movimiento de caja."));
+        const QString detalles = (QStringLiteral("VENTA :") + d.textoTipo.left(4) + QStringLiteral(". a ") + d.nombreCliente +
+                                  QStringLiteral(" Nro.") + nroFactura)
+                                     .left(65);
+        a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso, Egreso, FormaPago, idUsuario) "
+                                 "VALUES (?, ?, ?, ?, ?, 0, ?, ?)"),
+                  {cuenta, r.idComprobante, d.hoy, detalles, d.total.aVariant(), d.formaPago, d.idUsuario});
+    }
+    if (registraCaja && d.formaPago == kCtaCte && d.idCliente)
+        a.ejecuta(QStringLiteral("INSERT INTO Comisiones (idVendedor, Fecha, idComprobante, Tipo, Comision, Liquidacion) "
+                                 "VALUES (?, ?, ?, ?, ?, ?)"),
+                  {*d.idCliente, d.hoy, r.idComprobante, QStringLiteral("VENTA ") + d.formaPago,
+                   (inversa ? Dinero() : d.total).aVariant(), (inversa ? d.total : Dinero()).aVariant()});
+
+    // El borrador ya es comprobante.
+    a.ejecuta(QStringLiteral("DELETE FROM TmpFac WHERE PCRed = ?"), {d.idRed});
+    tr.confirmar();
+    return r;
+}
+
+std::optional<ComprobanteABorrar> LeeComprobanteABorrar(const Almacen& a, qint64 idComprobante) {
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT HizoCaja, HizoStock, TipoStock FROM Comprobantes WHERE idComprobante = ?"),
+                             {idComprobante});
+    if (!q.next()) return std::nullopt;
+    return ComprobanteABorrar{idComprobante, siNo(q.value(0)), siNo(q.value(1)), siNo(q.value(2))};
+}
+
+void BorraComprobante(Almacen& a, const ComprobanteABorrar& c) {
+    Transaccion tr(a);
+    const QVariant id = c.idComprobante;
+    if (c.hizoCaja) {
+        a.ejecuta(QStringLiteral("DELETE FROM Caja WHERE idComprobante = ?"), {id});
+        a.ejecuta(QStringLiteral("DELETE FROM Comisiones WHERE idComprobante = ?"), {id});
+    }
+    a.ejecuta(QStringLiteral("DELETE FROM MovimientoStock WHERE idComprobante = ?"), {id});
+    if (c.hizoStock) {
+        // Vuelve lo que salió (o sale lo que entró, con la operación inversa). Nulo + número sigue nulo.
+        const double sentido = c.tipoStock ? -1.0 : 1.0;
+        QList<QPair<QVariant, double>> lineas;
+        QSqlQuery q = a.consulta(QStringLiteral("SELECT idArticulo, Cantidad FROM DetalleComprobantes WHERE idComprobante = ? "
+                                                "ORDER BY idDetalle"),
+                                 {id});
+        while (q.next()) lineas << qMakePair(q.value(0), q.value(1).toDouble());
+        q.finish();
+        for (const auto& [articulo, cantidad] : lineas)
+            a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = StockActual + ? WHERE idArticulo = ?"),
+                      {cantidad * sentido, articulo});
+    }
+    a.ejecuta(QStringLiteral("DELETE FROM DetComisiones WHERE idComprobante = ?"), {id});
+    a.ejecuta(QStringLiteral("DELETE FROM DetalleComprobantes WHERE idComprobante = ?"), {id});
+    a.ejecuta(QStringLiteral("DELETE FROM Vip WHERE idComprobante = ?"), {id});
+    a.ejecuta(QStringLiteral("DELETE FROM Comprobantes WHERE idComprobante = ?"), {id});
+    tr.confirmar();
+}
+
+} // namespace orv
