@@ -158,6 +158,9 @@ void PanPrincipal::armaVentana() {
     clientes_ = new PanelLista(almacen_, QStringLiteral("Clientes"), QStringLiteral("Data2"), pila_);
     caja_ = armaCaja();
     venta_ = new PanelVenta(almacen_, estado_, conf_, pila_);
+    venta_->fijaSalida(salida_);
+    venta_->fijaReloj(&reloj_);
+    connect(venta_, &PanelVenta::comprobanteRegistrado, this, &PanPrincipal::refrescaCaja);
     proveedores_ = new PanelLista(almacen_, QStringLiteral("Proveedores"), QStringLiteral("Data5"), pila_);
     usuarios_ = new PanelUsuarios(almacen_, pila_);
     paneles_ = {articulos_, clientes_, caja_, venta_, armaInformes(), nullptr, armaUtilidades(), proveedores_,

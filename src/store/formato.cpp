@@ -574,3 +574,20 @@ std::optional<QDate> FechaDesdeTexto(QStringView texto) {
 }
 
 } // namespace orv
+
+namespace orv {
+
+Dinero ImporteMostrado(QStringView texto) {
+    QString t;
+    bool negativo = false;
+    for (QChar c : texto) {
+        if (c == u'(' || c == u')') negativo = true;
+        else if (c == u',' || c == u'$' || c.isSpace()) continue;
+        else t += c;
+    }
+    const std::optional<Dinero> d = Dinero::desdeTexto(t);
+    if (!d) return Dinero();
+    return negativo ? -*d : *d;
+}
+
+} // namespace orv

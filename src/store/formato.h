@@ -40,6 +40,10 @@ QString FormatoMoneda(Dinero valor, const QString& mascaraMoneda);
 // "&H1F" y "&O17" en hexadecimal y octal. Sin número da 0.
 double Val(QStringView texto);
 
+// Importe como lo muestra una pantalla ("1,234.50", "$ 12.00", "(5.00)") en dinero exacto;
+// vacío o no numérico da 0.
+Dinero ImporteMostrado(QStringView texto);
+
 // IsNumeric del Basic con formato fijo: signo adelante o atrás, "$", paréntesis,
 // comas de miles entre cifras, punto decimal, exponente, "&H"/"&O". Vacío no es número.
 bool EsNumerico(QStringView texto);

@@ -1,5 +1,11 @@
 #include "sales/ui/panel_venta.h"
 
+#include "sales/salida_comprobante.h"
+
+#include "reports/ui/salida_informes.h"
+
+#include "sales/registro.h"
+
 #include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_sel_art.h"
@@ -351,7 +357,14 @@ void PanelVenta::armaPantalla() {
     command18_->setEnabled(false);
     command21_ = new QPushButton(QStringLiteral("Anular"), caja);
     command21_->setObjectName(QStringLiteral("Command21"));
-    for (QPushButton* b : {command18_, command21_}) {
+    command16_ = new QPushButton(QStringLiteral("Registrar"), caja);
+    command16_->setObjectName(QStringLiteral("Command16"));
+    command16_->setMinimumHeight(command16_->sizeHint().height() * 3 / 2);
+    QFont fr = command16_->font();
+    fr.setBold(true);
+    fr.setPointSizeF(fr.pointSizeF() * 1.2);
+    command16_->setFont(fr);
+    for (QPushButton* b : {command18_, command21_, command16_}) {
         b->setAutoDefault(false);
         b->setFocusPolicy(Qt::TabFocus);
     }
@@ -359,13 +372,14 @@ void PanelVenta::armaPantalla() {
     botones->addWidget(command18_);
     botones->addWidget(command21_);
     gt->addLayout(botones, f++, 0, 1, 3);
+    gt->addWidget(command16_, f++, 0, 1, 3);
     gt->setColumnStretch(2, 1);
     cuerpo->addWidget(caja);
     capa->addLayout(cuerpo, 1);
 
     auto* teclas = new QLabel(QStringLiteral(
         "F2 Cliente · F3 Buscar artículo · F4 Cgo. proveedor · F5 Mas Datos... · F6 Su Pago · "
-        "F7 Líneas · Supr Borrar ítem · +/− cantidad de la línea · F8 Anular · Esc Código"), this);
+        "F7 Líneas · Supr Borrar ítem · +/− cantidad de la línea · F8 Anular · F9 Registrar · Esc Código"), this);
     teclas->setObjectName(QStringLiteral("lblTeclas"));
     teclas->setEnabled(false);
     teclas->setWordWrap(true);
@@ -392,6 +406,7 @@ void PanelVenta::conecta() {
     connect(command20_, &QPushButton::clicked, this, &PanelVenta::agregar);
     connect(command18_, &QPushButton::clicked, this, &PanelVenta::borrarItem);
     connect(command21_, &QPushButton::clicked, this, &PanelVenta::anular);
+    connect(command16_, &QPushButton::clicked, this, &PanelVenta::registrar);
     connect(command38_, &QPushButton::clicked, this, &PanelVenta::eligeCliente);
     connect(command58_, &QPushButton::clicked, this, &PanelVenta::buscaArticulo);
     connect(command17_, &QPushButton::clicked, this, &PanelVenta::masDatos);
@@ -438,6 +453,7 @@ void PanelVenta::conecta() {
     atajo(Qt::Key_F6, [this] { txSuPago_->setFocus(); });
     atajo(Qt::Key_F7, [this] { grilla_->tabla()->setFocus(); });
     atajo(Qt::Key_F8, [this] { anular(); });
+    atajo(Qt::Key_F9, [this] { registrar(); });
     atajo(Qt::Key_Escape, [this] { text7_->setFocus(); });
 }
 
@@ -750,6 +766,97 @@ void PanelVenta::recalculaLineas() {
     }
     grilla_->refresca();
     totales();
+}
+
+void PanelVenta::registrar() {
+    static const Reloj relojDelSistema;
+    const QDate hoy = (reloj_ ? reloj_ : &relojDelSistema)->hoy();
+    // 1. Fecha cerrada.
+    try {
+        ExigeFechaAbierta(almacen_, hoy);
+    } catch (const Aviso& a) {
+        MuestraAviso(a, this);
+        return;
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, this);
+        return;
+    }
+    // 3. Cliente.
+    if (text8_->text().trimmed().isEmpty()) {
+        MensajeError(QStringLiteral("Seleccione Cliente!"), this);
+        text8_->setFocus();
+        return;
+    }
+    // 4. Pregunta.
+    if (!Pregunta(QStringLiteral("Registra e Imprime :") + cboSelTipoCo_->currentText(), this)) return;
+    // 5. Líneas.
+    leeLineas(false);
+    totales();
+    if (CuentaRegistros(almacen_, QStringLiteral("SELECT idTmpFac FROM TmpFac WHERE PCRed = ?"), {estado_.IdRed}) == 0) {
+        MensajeError(QStringLiteral("No hay articulos a facturar!"), this);
+        return;
+    }
+    // 6. Ruta de salida, con sus preguntas.
+    const std::optional<TipoComprobante> tipo = LeeTipo(almacen_, estado_.idTipoComprobanteActual);
+    const QString plantilla = tipo && tipo->plantilla != kSinPlantilla ? tipo->plantilla : QString();
+    PreguntasRuta preguntas;
+    preguntas.preguntaSinPlantilla = [this](const QString& t) {
+        return PreguntaSiNo(t, QStringLiteral("Atención"), Icono::Exclamacion, this);
+    };
+    preguntas.avisoTickets = [this](const QString& t) { Mensaje(t, QString(), Icono::Ninguno, this); };
+    std::optional<Ruta> ruta;
+    try {
+        ruta = DecideRuta(almacen_, plantilla, tipo ? tipo->letra : QString(), idCliente_, preguntas);
+    } catch (const Aviso& a) {
+        MuestraAviso(a, this);
+        return;
+    }
+    if (!ruta) return;
+
+    // 7 a 17, todo o nada.
+    DatosRegistro d;
+    d.idRed = estado_.IdRed;
+    d.idUsuario = estado_.idUsuarioActual;
+    d.idTipoComprobante = estado_.idTipoComprobanteActual;
+    d.idCliente = idCliente_;
+    d.clienteEsVip = clienteEsVip_;
+    d.nombreCliente = estado_.NombreClienteActual;
+    d.cuitCliente = estado_.CuitClienteActual;
+    d.idTipoIva = estado_.idTipoIvaActual;
+    d.formaPago = estado_.FormaPagoActual;
+    d.cupon = estado_.CuponActual;
+    if (cboVendedores_->currentIndex() >= 0) d.idVendio = cboVendedores_->currentData().toLongLong();
+    d.textoTipo = lblTipCompro_->text();
+    d.suPago = ImporteMostrado(txSuPago_->text());
+    d.subTotal = ImporteMostrado(lblSubTotal_->text());
+    d.porcDescuento = Val(txtPorcDescuento_->text());
+    d.montDescuento = ImporteMostrado(lblImporteDescuento_->text());
+    d.neto = ImporteMostrado(txtNeto_->text());
+    d.porcImpuesto = ImporteMostrado(txtPorcImpuesto_->text());
+    d.importeIva = ImporteMostrado(lblImpuestoImporte_->text());
+    d.total = ImporteMostrado(txtMontoTotal_->text());
+    d.formaCalculoVip = conf_.lee(clave::miscelaneas, QStringLiteral("FormaCalculoVIP"));
+    d.hoy = hoy;
+    Registrado r;
+    try {
+        r = RegistraComprobante(almacen_, d, *ruta);
+    } catch (const Aviso& a) {
+        MensajeError(QStringLiteral("No se registró el comprobante: ") + a.texto() +
+                         QStringLiteral("\nEl borrador queda como estaba."),
+                     this);
+        return;
+    } catch (const ErrorAlmacen& e) {
+        MensajeError(QStringLiteral("No se registró el comprobante: ") + e.descripcion() +
+                         QStringLiteral("\nEl borrador queda como estaba."),
+                     this);
+        return;
+    }
+    estado_.MontDescuentoActual = d.montDescuento;
+    // 18. Impresión, con el comprobante ya guardado: una falla no pierde nada.
+    if (*ruta == Ruta::Plantilla && salida_) salida_->imprimeComprobante(plantilla, r.idComprobante);
+    // 19 y 20.
+    reseteaFactura();
+    Q_EMIT comprobanteRegistrado(r.idComprobante);
 }
 
 void PanelVenta::reseteaFactura() {

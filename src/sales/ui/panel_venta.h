@@ -8,6 +8,7 @@
 
 #include "app/configuracion.h"
 #include "app/estado.h"
+#include "store/reloj.h"
 #include "sales/borrador.h"
 #include "sales/cliente_venta.h"
 #include "store/almacen.h"
@@ -23,6 +24,7 @@ class QPushButton;
 namespace orv {
 
 class Grilla;
+class SalidaInformes;
 
 class PanelVenta : public QWidget {
     Q_OBJECT
@@ -54,6 +56,11 @@ public:
     void borrarItem();          // Command18
     void anular();              // Command21
     void reseteaFactura();
+    // "Registrar" (Command16, F9): del borrador al comprobante, su impresión y una venta nueva.
+    void registrar();
+    // La salida de informes por la que se imprimen los comprobantes, y el reloj del día.
+    void fijaSalida(SalidaInformes* salida) { salida_ = salida; }
+    void fijaReloj(const Reloj* reloj) { reloj_ = reloj; }
     void eligeCliente();        // Command38
     void buscaArticulo();       // Command58
     void masDatos();            // Command17
@@ -71,6 +78,8 @@ public:
 
 Q_SIGNALS:
     void agrandarPulsado();
+    // Un comprobante quedó registrado (la caja tiene filas nuevas).
+    void comprobanteRegistrado(qint64 idComprobante);
 
 protected:
     bool eventFilter(QObject* o, QEvent* e) override;
@@ -127,6 +136,9 @@ private:
     QLabel* lblItems_ = nullptr;
     QPushButton* command18_ = nullptr;
     QPushButton* command21_ = nullptr;
+    QPushButton* command16_ = nullptr;
+    SalidaInformes* salida_ = nullptr;
+    const Reloj* reloj_ = nullptr;
     QPushButton* command55_ = nullptr;
 
     OrigenLinea tag_ = OrigenLinea::CodigoBarras; // Command20.Tag

@@ -1,0 +1,193 @@
+// "Registrar" en el panel "Vender", con teclado y mouse: el orden de las negativas (fecha
+// cerrada primero), la pregunta, el comprobante que queda y sale por la salida de informes, y una
+// falla que no pierde el borrador.
+
+#include "apoyo/base_prueba.h"
+#include "reports/ui/salida_informes.h"
+#include "sales/ui/panel_venta.h"
+#include "store/actualizacion.h"
+#include "../../ui/caja_modal.h"
+
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace orv {
+namespace {
+
+using prueba::respondeCaja;
+
+// Responde las próximas `cuantas` cajas: "Sí" a la pregunta de registrar, "Aceptar" a las demás, y
+// anota el texto de cada una.
+std::shared_ptr<QStringList> respondeTodas(int cuantas) {
+    auto vistas = std::make_shared<QStringList>();
+    auto* reloj = new QTimer;
+    reloj->setInterval(5);
+    auto vueltas = std::make_shared<int>(0);
+    QObject::connect(reloj, &QTimer::timeout, [vistas, reloj, vueltas, cuantas] {
+        if (++*vueltas > 2000 || vistas->size() >= cuantas) {
+            reloj->stop();
+            reloj->deleteLater();
+            return;
+        }
+        QMessageBox* caja = nullptr;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* m = qobject_cast<QMessageBox*>(w); m && m->isVisible()) caja = m;
+        if (!caja) return;
+        vistas->append(caja->text());
+        const QString boton = caja->text().startsWith(QStringLiteral("Registra e Imprime")) ? QStringLiteral("Sí")
+                                                                                            : QStringLiteral("Aceptar");
+        for (QAbstractButton* b : caja->buttons())
+            if (b->text() == boton) {
+                b->click();
+                return;
+            }
+        caja->reject();
+    });
+    reloj->start();
+    return vistas;
+}
+
+class Registrar : public ::testing::Test {
+protected:
+    void SetUp() override {
+        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
+        actualizaEsquema(a());
+        a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, StockActual) VALUES ('0101', 'Yerba 1 kg', 100, 5)"));
+        a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit, idTipoIva) VALUES (7, 'Kiosco O''Hara', '20-12345678-6', 1)"));
+        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        estado_.IdRed = 1;
+        estado_.idUsuarioActual = 1;
+        estado_.idNivelActual = 1;
+        estado_.idTipoComprobanteActual = 1;
+        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
+        salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+        salida_->eligeArchivo = [this](const QString&) { return pdf(); };
+        panel_ = std::make_unique<PanelVenta>(a(), estado_, *conf_);
+        panel_->fijaSalida(salida_.get());
+        panel_->fijaReloj(&reloj_);
+        panel_->resize(1200, 700);
+        panel_->leeCoefIva();
+        panel_->llenaTiposComprobante();
+        panel_->llenaArticulos();
+        panel_->llenaVendedores();
+        panel_->llenaFormasPago();
+        panel_->show();
+        QApplication::setActiveWindow(panel_.get());
+        panel_->entra();
+    }
+    Almacen& a() { return base_->almacen(); }
+    QString pdf() const { return base_->carpeta() + QStringLiteral("/comprobante.pdf"); }
+    QLineEdit* campo(const char* n) { return panel_->findChild<QLineEdit*>(QString::fromLatin1(n)); }
+    void escanea(const QString& codigo) {
+        campo("Text7")->setFocus();
+        QTest::keyClicks(campo("Text7"), codigo);
+        QTest::keyClick(campo("Text7"), Qt::Key_Return);
+    }
+    void cliente(const QString& numero) {
+        campo("Text8")->setFocus();
+        QTest::keyClicks(campo("Text8"), numero);
+        QTest::keyClick(campo("Text8"), Qt::Key_Return);
+    }
+    qint64 cuenta(const char* tabla) { return a().valor(QStringLiteral("SELECT count(*) FROM ") + QString::fromLatin1(tabla)).toLongLong(); }
+    int correlativo() { return a().valor(QStringLiteral("SELECT Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = 1")).toInt(); }
+    void f9() {
+        QApplication::setActiveWindow(panel_.get());
+        QTest::keyClick(panel_.get(), Qt::Key_F9);
+    }
+
+    std::unique_ptr<prueba::AlmacenDePrueba> base_;
+    std::unique_ptr<Configuracion> conf_;
+    EstadoAplicacion estado_;
+    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(10, 0))};
+    std::unique_ptr<SalidaInformes> salida_;
+    std::unique_ptr<PanelVenta> panel_;
+};
+
+TEST_F(Registrar, LasNegativasEnSuOrdenYNadaEscrito) {
+    // Fecha cerrada: antes que todo, aun sin cliente.
+    a().ejecuta(QStringLiteral("INSERT INTO CorteCaja (Fecha) VALUES (?)"), {QDate(2026, 11, 23)});
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
+    f9();
+    EXPECT_EQ(caja->texto, QStringLiteral("Error, fecha cerrada para ingresar movimientos!"));
+    a().ejecuta(QStringLiteral("DELETE FROM CorteCaja"));
+
+    // Sin cliente.
+    escanea(QStringLiteral("0101"));
+    caja = respondeCaja(QStringLiteral("Aceptar"));
+    panel_->findChild<QPushButton*>(QStringLiteral("Command16"))->click();
+    EXPECT_EQ(caja->texto, QStringLiteral("Seleccione Cliente!"));
+    EXPECT_EQ(caja->titulo, QStringLiteral("Error"));
+    EXPECT_EQ(panel_->focusWidget(), campo("Text8"));
+
+    // La pregunta, con el tipo; No no hace nada.
+    cliente(QStringLiteral("7"));
+    caja = respondeCaja(QStringLiteral("No"));
+    f9();
+    EXPECT_EQ(caja->texto, QStringLiteral("Registra e Imprime :FACTURA B ??"));
+    EXPECT_EQ(cuenta("Comprobantes"), 0);
+    EXPECT_EQ(correlativo(), 0);
+
+    // Sin líneas, después de la pregunta.
+    a().ejecuta(QStringLiteral("DELETE FROM TmpFac"));
+    auto cajas = respondeTodas(2);
+    f9();
+    EXPECT_EQ(*cajas, (QStringList{QStringLiteral("Registra e Imprime :FACTURA B ??"), QStringLiteral("No hay articulos a facturar!")}));
+    EXPECT_EQ(cuenta("Comprobantes"), 0);
+}
+
+TEST_F(Registrar, RegistraImprimePorLaSalidaVigenteYEmpiezaOtraVenta) {
+    QSignalSpy registrado(panel_.get(), &PanelVenta::comprobanteRegistrado);
+    escanea(QStringLiteral("0101"));
+    escanea(QStringLiteral("0101"));
+    cliente(QStringLiteral("7"));
+    campo("txSuPago")->setText(QStringLiteral("500"));
+    auto cajas = respondeTodas(1);
+    f9();
+    EXPECT_EQ(cajas->size(), 1);
+    ASSERT_EQ(registrado.count(), 1);
+    const qint64 id = registrado.at(0).at(0).toLongLong();
+    EXPECT_EQ(a().valor(QStringLiteral("SELECT Factura FROM Comprobantes WHERE idComprobante = ?"), {id}).toString(),
+              QStringLiteral("B0001-00000001"));
+    EXPECT_EQ(a().valor(QStringLiteral("SELECT Nombre FROM Comprobantes WHERE idComprobante = ?"), {id}).toString(),
+              QStringLiteral("Kiosco O'Hara"));
+    EXPECT_EQ(Dinero::desdeVariant(a().valor(QStringLiteral("SELECT Total FROM Comprobantes WHERE idComprobante = ?"), {id})), Dinero(200));
+    EXPECT_EQ(Dinero::desdeVariant(a().valor(QStringLiteral("SELECT SuPago FROM Comprobantes WHERE idComprobante = ?"), {id})), Dinero(500));
+    EXPECT_DOUBLE_EQ(a().valor(QStringLiteral("SELECT StockActual FROM Articulos WHERE Codigo = '0101'")).toDouble(), 3);
+    EXPECT_EQ(cuenta("Caja"), 1);
+    // Salió por la salida vigente (aquí, a un archivo) con su plantilla.
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {pdf(), QStringLiteral("-")});
+    p.waitForFinished(30000);
+    const QString t = QString::fromUtf8(p.readAllStandardOutput());
+    EXPECT_TRUE(t.contains(QStringLiteral("0001-00000001"))) << t.toStdString();
+    EXPECT_TRUE(t.contains(QStringLiteral("Kiosco O'Hara")));
+    // Venta nueva: borrador vacío, sin cliente, y el próximo número a la vista.
+    EXPECT_EQ(cuenta("TmpFac"), 0);
+    EXPECT_TRUE(campo("Text8")->text().isEmpty());
+    EXPECT_FALSE(panel_->idCliente());
+}
+
+TEST_F(Registrar, UnaFallaLoDiceUnaVezYGuardaElBorradorYElNumero) {
+    a().ejecuta(QStringLiteral("DELETE FROM Cuentas WHERE Cuenta = 'Ventas Mostrador'"));
+    escanea(QStringLiteral("0101"));
+    cliente(QStringLiteral("7"));
+    auto cajas = respondeTodas(2);
+    f9();
+    ASSERT_EQ(cajas->size(), 2);
+    EXPECT_TRUE(cajas->at(1).startsWith(QStringLiteral("No se registró el comprobante: "))) << cajas->at(1).toStdString();
+    EXPECT_TRUE(cajas->at(1).endsWith(QStringLiteral("El borrador queda como estaba.")));
+    EXPECT_EQ(cuenta("Comprobantes"), 0);
+    EXPECT_EQ(cuenta("TmpFac"), 1);
+    EXPECT_EQ(correlativo(), 0);
+    EXPECT_EQ(panel_->idCliente(), 7);
+    EXPECT_FALSE(QFile::exists(pdf()));
+}
+
+} // namespace
+} // namespace orv
