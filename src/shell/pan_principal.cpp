@@ -6,6 +6,7 @@
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
 #include "sales/tipos_comprobante.h"
+#include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/panel_venta.h"
 #include "shell/grilla.h"
@@ -331,8 +332,10 @@ QWidget* PanPrincipal::armaUtilidades() {
     auto* usuarios = Enlace(QStringLiteral("Label37"), QStringLiteral("Usuarios del sistema"), sistema);
     auto* comprobantes = Enlace(QStringLiteral("Label39"), QStringLiteral("Comprobantes"), sistema);
     auto* reset = Enlace(QStringLiteral("lblResetGrillas"), QStringLiteral("Reset Grillas"), sistema);
+    auto* borraVentas = Enlace(QStringLiteral("label28"), QStringLiteral("Eliminar ventas"), sistema);
     cs->addWidget(usuarios);
     cs->addWidget(comprobantes);
+    cs->addWidget(borraVentas);
     cs->addWidget(reset);
     capa->addWidget(sistema);
     capa->addStretch(1);
@@ -343,6 +346,11 @@ QWidget* PanPrincipal::armaUtilidades() {
         usuarios_->grilla()->setFocus();
     });
     connect(reset, &QPushButton::clicked, this, &PanPrincipal::resetGrillas);
+    connect(borraVentas, &QPushButton::clicked, this, [this] {
+        PanBorraFactura dialogo(almacen_, reloj_.hoy(), this);
+        dialogo.exec();
+        refrescaCaja();
+    });
     connect(comprobantes, &QPushButton::clicked, this, [this] {
         PanCorrNum dialogo(almacen_, conf_, this);
         dialogo.exec();

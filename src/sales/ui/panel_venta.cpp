@@ -7,6 +7,7 @@
 #include "sales/registro.h"
 
 #include "sales/tipos_comprobante.h"
+#include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_sel_art.h"
 #include "sales/ui/pan_sel_cliente.h"
@@ -122,6 +123,10 @@ void PanelVenta::armaPantalla() {
     cabeza->addWidget(rotulo(QStringLiteral("Próximo Nro. :"), this));
     cabeza->addWidget(lblProx_);
     cabeza->addStretch(1);
+    auto* reimpresion = Enlace(QStringLiteral("lblReimpresion"), QStringLiteral("Reimpresión de documentos..."), this);
+    reimpresion->setFocusPolicy(Qt::NoFocus);
+    cabeza->addWidget(reimpresion);
+    connect(reimpresion, &QPushButton::clicked, this, &PanelVenta::reimpresion);
     command55_ = new QPushButton(QStringLiteral("Maximizar"), this);
     command55_->setObjectName(QStringLiteral("Command55"));
     command55_->setAutoDefault(false);
@@ -857,6 +862,22 @@ void PanelVenta::registrar() {
     // 19 y 20.
     reseteaFactura();
     Q_EMIT comprobanteRegistrado(r.idComprobante);
+}
+
+void PanelVenta::reimpresion() {
+    try {
+        if (!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("veventas"))) {
+            MensajeError(QStringLiteral("Nivel no permitido!"), this);
+            return;
+        }
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, this);
+        return;
+    }
+    if (!salida_) return;
+    static const Reloj relojDelSistema;
+    PanReImpresion dialogo(almacen_, *salida_, (reloj_ ? reloj_ : &relojDelSistema)->hoy(), this);
+    dialogo.exec();
 }
 
 void PanelVenta::reseteaFactura() {

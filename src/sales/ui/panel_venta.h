@@ -58,6 +58,8 @@ public:
     void reseteaFactura();
     // "Registrar" (Command16, F9): del borrador al comprobante, su impresión y una venta nueva.
     void registrar();
+    // "Reimpresión de documentos...": sólo para niveles que ven las ventas.
+    void reimpresion();
     // La salida de informes por la que se imprimen los comprobantes, y el reloj del día.
     void fijaSalida(SalidaInformes* salida) { salida_ = salida; }
     void fijaReloj(const Reloj* reloj) { reloj_ = reloj; }
