@@ -6,6 +6,7 @@
 #include "maintenance/generador.h"
 #include "store/actualizacion.h"
 #include "store/almacen.h"
+#include "esquema_pg.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -13,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QUrlQuery>
+
+
 #include <benchmark/benchmark.h>
 #include <cstdio>
 
@@ -41,20 +44,6 @@ void abreAlDia(benchmark::State& estado, const QString& destino) {
     }
 }
 
-// Esquema propio en el servidor de pruebas; se borra al salir, también si algo falla.
-struct EsquemaPostgreSQL {
-    QString servidor;
-    QString nombre;
-    ~EsquemaPostgreSQL() {
-        if (nombre.isEmpty()) return;
-        try {
-            orv::Almacen::abrePostgreSQL(servidor)->ejecuta(QStringLiteral("DROP SCHEMA ") + nombre +
-                                                            QStringLiteral(" CASCADE"));
-        } catch (const orv::ErrorAlmacen&) {
-        }
-    }
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -65,7 +54,7 @@ int main(int argc, char** argv) {
     if (!carpeta.isValid()) return 1;
     const QString sqlite = carpeta.filePath(QStringLiteral("BASE.db"));
 
-    EsquemaPostgreSQL esquema{qEnvironmentVariable("ORVANTA_PRUEBA_PG"), {}};
+    EsquemaPostgreSQL esquema;
     try {
         genera(sqlite, "SQLite");
         benchmark::RegisterBenchmark("AbreAlmacenAlDia/SQLite",
@@ -73,17 +62,8 @@ int main(int argc, char** argv) {
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
 
-        if (!esquema.servidor.isEmpty()) {
-            const QString nombre = QStringLiteral("banco_%1_%2")
-                                       .arg(QCoreApplication::applicationPid())
-                                       .arg(QRandomGenerator::global()->generate(), 0, 36);
-            orv::Almacen::abrePostgreSQL(esquema.servidor)->ejecuta(QStringLiteral("CREATE SCHEMA ") + nombre);
-            esquema.nombre = nombre;
-            QUrl url(esquema.servidor);
-            QUrlQuery q(url);
-            q.addQueryItem(QStringLiteral("options"), QStringLiteral("-csearch_path=") + nombre);
-            url.setQuery(q);
-            const QString postgres = url.toString(QUrl::FullyEncoded);
+        if (esquema.hay()) {
+            const QString postgres = esquema.crea();
             genera(postgres, "PostgreSQL");
             benchmark::RegisterBenchmark("AbreAlmacenAlDia/PostgreSQL",
                                          [postgres](benchmark::State& s) { abreAlDia(s, postgres); })

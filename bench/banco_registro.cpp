@@ -1,0 +1,136 @@
+// Registro de una venta de contado de 50 líneas sobre 100 000 artículos: la lógica completa en su
+// transacción y, como piso, las mismas sentencias sueltas. SQLite y, si ORVANTA_PRUEBA_PG está
+// definida, PostgreSQL.
+
+#include "maintenance/generador.h"
+#include "sales/registro.h"
+#include "store/actualizacion.h"
+#include "store/almacen.h"
+#include "esquema_pg.h"
+
+#include <QCoreApplication>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr qint32 kTerminal = 1;
+constexpr int kLineas = 50;
+
+struct Escenario {
+    std::unique_ptr<orv::Almacen> a;
+    QList<qint64> articulos;
+};
+
+void cargaBorrador(Escenario& e, int vuelta) {
+    orv::Transaccion t(*e.a);
+    for (int i = 0; i < kLineas; ++i) {
+        const qint64 art = e.articulos.at((vuelta * kLineas + i) % e.articulos.size());
+        e.a->ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
+                                    "VALUES (?, 'X', 'Artículo', 1, 100, 100, ?)"),
+                     {art, kTerminal});
+    }
+    t.confirmar();
+}
+
+orv::DatosRegistro datos() {
+    orv::DatosRegistro d;
+    d.idRed = kTerminal;
+    d.idUsuario = 1;
+    d.idTipoComprobante = 1; // FACTURA B: stock y caja
+    d.idVendio = 1;
+    d.subTotal = orv::Dinero(5000);
+    d.neto = orv::Dinero(4132, 2314);
+    d.importeIva = orv::Dinero(867, 7686);
+    d.total = orv::Dinero(5000);
+    d.hoy = QDate(2026, 11, 23);
+    return d;
+}
+
+void registro(benchmark::State& s, Escenario& e) {
+    int vuelta = 0;
+    for (auto _ : s) {
+        s.PauseTiming();
+        cargaBorrador(e, vuelta++);
+        s.ResumeTiming();
+        benchmark::DoNotOptimize(orv::RegistraComprobante(*e.a, datos(), orv::Ruta::Plantilla).numero);
+    }
+}
+
+// Las mismas escrituras, sin las lecturas ni las decisiones: número, cabecera, por línea detalle,
+// stock y movimiento, caja, y el borrador vacío.
+void sueltas(benchmark::State& s, Escenario& e) {
+    int vuelta = 0;
+    orv::Almacen& a = *e.a;
+    for (auto _ : s) {
+        s.PauseTiming();
+        cargaBorrador(e, vuelta++);
+        s.ResumeTiming();
+        orv::Transaccion t(a);
+        const QVariant n = a.valor(QStringLiteral("UPDATE TiposDeComprobantes SET Correlativo = Correlativo + 1 "
+                                                  "WHERE idTipoComprobante = 1 RETURNING Correlativo"));
+        const qint64 id = a.inserta(QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, Fecha, Total) VALUES (?, 1, ?, 5000)"),
+                                    {n, QDate(2026, 11, 23)}, QStringLiteral("idComprobante"));
+        QSqlQuery q = a.consulta(QStringLiteral("SELECT idArticulo, Cantidad, Unitario, SubTotal FROM TmpFac WHERE PCRed = ?"), {kTerminal});
+        QList<QVariantList> filas;
+        while (q.next()) filas << QVariantList{q.value(0), q.value(1), q.value(2), q.value(3)};
+        q.finish();
+        for (const QVariantList& f : filas) {
+            a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal) VALUES (?, ?, ?, ?, ?)"),
+                      {id, f[0], f[1], f[2], f[3]});
+            a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = COALESCE(StockActual, 0) - ? WHERE idArticulo = ?"), {f[1], f[0]});
+            a.ejecuta(QStringLiteral("INSERT INTO MovimientoStock (idArticulo, idComprobante, Egreso) VALUES (?, ?, ?)"), {f[0], id, f[1]});
+        }
+        a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Ingreso) VALUES (1, ?, 5000)"), {id});
+        a.ejecuta(QStringLiteral("DELETE FROM TmpFac WHERE PCRed = ?"), {kTerminal});
+        t.confirmar();
+    }
+}
+
+void prepara(Escenario& e, const QString& destino, const char* motor) {
+    e.a = orv::Almacen::abre(destino);
+    orv::actualizaEsquema(*e.a);
+    orv::OpcionesGenerador o;
+    o.articulos = 100000;
+    o.filasCaja = 1000;
+    orv::generaAlmacenGrande(*e.a, o);
+    QSqlQuery q = e.a->consulta(QStringLiteral("SELECT idArticulo FROM Articulos ORDER BY idArticulo LIMIT 5000 OFFSET 20000"));
+    while (q.next()) e.articulos << q.value(0).toLongLong();
+    std::fprintf(stderr, "%s: 100 000 artículos, ventas de %d líneas\n", motor, kLineas);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    QTemporaryDir carpeta;
+    if (!carpeta.isValid()) return 1;
+    EsquemaPostgreSQL esquema;
+    Escenario sqlite, postgres;
+    try {
+        prepara(sqlite, carpeta.filePath(QStringLiteral("BASE.db")), "SQLite");
+        benchmark::RegisterBenchmark("Registro/Venta50Lineas/SQLite", [&](benchmark::State& s) { registro(s, sqlite); })
+            ->Unit(benchmark::kMillisecond)->UseRealTime();
+        benchmark::RegisterBenchmark("Registro/Venta50Lineas/SQLite/SentenciasSueltas", [&](benchmark::State& s) { sueltas(s, sqlite); })
+            ->Unit(benchmark::kMillisecond)->UseRealTime();
+        if (esquema.hay()) {
+            prepara(postgres, esquema.crea(), "PostgreSQL");
+            benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL", [&](benchmark::State& s) { registro(s, postgres); })
+                ->Unit(benchmark::kMillisecond)->UseRealTime();
+            benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL/SentenciasSueltas",
+                                         [&](benchmark::State& s) { sueltas(s, postgres); })
+                ->Unit(benchmark::kMillisecond)->UseRealTime();
+        }
+        benchmark::RunSpecifiedBenchmarks();
+    } catch (const orv::ErrorAlmacen& e) {
+        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
+        return 1;
+    }
+    postgres.a.reset();
+    benchmark::Shutdown();
+    return 0;
+}
