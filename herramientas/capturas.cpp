@@ -31,6 +31,9 @@
 #include "store/reloj.h"
 
 #include <QApplication>
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QComboBox>
 #include <QDir>
 #include <QPixmap>
 #include <QLineEdit>
@@ -214,30 +217,59 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "%s: %s\n", nombre, qPrintable(e.texto()));
         }
     }
-    // Un comprobante de ejemplo con las líneas del borrador, en sus dos plantillas.
+    // Una FACTURA A y una FACTURA B registradas desde el panel "Vender", que salen a PDF por la
+    // salida de informes; make capturas las pasa a PNG.
     {
-        almacen->ejecuta(QStringLiteral("INSERT INTO Empresa (NombreEmpresa) VALUES ('Almacén y Despensa Don Tito')"));
-        const qint64 id = almacen->inserta(
-            QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, idTipoIva, Fecha, Nombre, Cuit, "
-                           "FormaPago, SubTotal, MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, "
-                           "ImpresoFiscal) SELECT 'B0001-00000042', 1, 2, 1, ?, Nombre, Cuit, 'EFVO', s, 0, s / 1.21, 21, "
-                           "s - s / 1.21, s, 'S' FROM Vendedores, (SELECT sum(SubTotal) AS s FROM TmpFac) AS t "
-                           "WHERE idVendedor = 2"),
-            {QDate(2026, 11, 23)}, QStringLiteral("idComprobante"));
-        almacen->ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, "
-                                        "SubTotal, Descripcion) SELECT ?, idArticulo, Cantidad, Unitario, SubTotal, "
-                                        "Descripcion FROM TmpFac ORDER BY idTmpFac"),
-                         {id});
-        for (const char* nombre : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
-            const QString n = QString::fromLatin1(nombre);
-            try {
-                const QString pdf = QDir(salida).filePath(QStringLiteral("comprobante_") + n.chopped(4) + QStringLiteral(".pdf"));
-                orv::GuardaInforme(*almacen, orv::LeeDefinicion(orv::BuscaDefinicion(n, QString())),
-                                   orv::SeleccionComprobante(id), estado.MascaraMoneda, reloj.ahora(), pdf);
-            } catch (const orv::Aviso& e) {
-                std::fprintf(stderr, "%s: %s\n", nombre, qPrintable(e.texto()));
-            }
+        almacen->ejecuta(QStringLiteral("INSERT INTO Empresa (NombreEmpresa, Direccion, Telefono) "
+                                        "VALUES ('Almacén y Despensa Don Tito', 'San Martín 1450, Rosario', '0341 455-1020')"));
+        conf.graba(orv::clave::miscelaneas, QStringLiteral("CoefIva"), QStringLiteral("21"));
+        orv::PanPrincipal w(*almacen, estado, conf, reloj);
+        w.fijaTerminacion([](int) {});
+        w.resize(1280, 800);
+        w.show();
+        w.botPrincipal(3);
+        orv::SalidaInformes* s = w.salidaInformes();
+        s->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+        // Responde "Sí" a la pregunta de registrar y "Aceptar" a cualquier aviso.
+        QTimer respuestas;
+        QObject::connect(&respuestas, &QTimer::timeout, [] {
+            for (QWidget* v : QApplication::topLevelWidgets())
+                if (auto* m = qobject_cast<QMessageBox*>(v); m && m->isVisible()) {
+                    std::fprintf(stderr, "aviso: %s\n", qPrintable(m->text()));
+                    for (QAbstractButton* b : m->buttons())
+                        if (b->text() == QStringLiteral("Sí") || b->text() == QStringLiteral("Aceptar")) b->click();
+                }
+        });
+        respuestas.start(20);
+        struct Venta {
+            const char* tipo;
+            const char* cliente; // por nombre
+            const char* archivo;
+        };
+        for (const Venta& v : {Venta{"FACTURA A", "Oscar Bianchi", "comprobante_factura_a.pdf"},
+                               Venta{"FACTURA B", "Ana", "comprobante_factura_b.pdf"}}) {
+            const QString pdf = QDir(salida).filePath(QString::fromLatin1(v.archivo));
+            s->eligeArchivo = [pdf](const QString&) { return pdf; };
+            const QVariant tipo = almacen->valor(QStringLiteral("SELECT idTipoComprobante FROM TiposDeComprobantes WHERE Tipo = ?"),
+                                                 {QString::fromLatin1(v.tipo)});
+            auto* combo = w.findChild<QComboBox*>(QStringLiteral("cboSelTipoCo"));
+            combo->setCurrentIndex(combo->findData(tipo));
+            w.panelVenta()->eligeTipo();
+            if (almacen->valor(QStringLiteral("SELECT count(*) FROM TmpFac WHERE PCRed = 1")).toInt() == 0)
+                almacen->ejecuta(QStringLiteral(
+                    "INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, Sn, PCRed) "
+                    "SELECT idArticulo, Codigo, Descripcion, 1, PrecioVenta, PrecioVenta, '', 1 FROM Articulos "
+                    "ORDER BY idArticulo DESC LIMIT 7"));
+            w.panelVenta()->entra();
+            const QVariant cliente = almacen->valor(QStringLiteral("SELECT min(idVendedor) FROM Vendedores WHERE Nombre LIKE ?"),
+                                                    {QString::fromUtf8(v.cliente) + QLatin1Char('%')});
+            w.findChild<QLineEdit*>(QStringLiteral("Text8"))->setText(cliente.toString());
+            w.panelVenta()->eligeCliente();
+            w.panelVenta()->totales();
+            w.panelVenta()->registrar();
+            std::printf("%s\n", qPrintable(pdf));
         }
+        respuestas.stop();
     }
     std::printf("%d capturas en %s\n", guardadas, qPrintable(salida));
     return guardadas > 0 ? 0 : 1;
