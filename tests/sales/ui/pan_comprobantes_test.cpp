@@ -127,6 +127,22 @@ TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
     EXPECT_FALSE(QFile::exists(pdf));
 }
 
+TEST_F(ComprobantesRegistrados, ElDetalleMuestraLasLineasDeUnSoloComprobante) {
+    a().ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
+                               "VALUES (1, 'A1', 'Yerba', 1, 100, 100, 1), (1, 'A1', 'Yerba suave', 4, 50, 200, 1)"));
+    DatosRegistro d;
+    d.idRed = 1;
+    d.idTipoComprobante = 1;
+    d.hoy = kHoy;
+    const qint64 id = RegistraComprobante(a(), d, Ruta::Nada).idComprobante;
+    PanDetComprobante p(a(), id);
+    ASSERT_EQ(p.grilla()->modelo().rowCount(), 2);
+    p.grilla()->irAFila(1);
+    EXPECT_EQ(p.grilla()->filaActual()->value(QStringLiteral("Descripcion")).toString(), QStringLiteral("Yerba suave"));
+    EXPECT_EQ(Dinero::desdeVariant(p.grilla()->filaActual()->value(QStringLiteral("SubTotal"))), Dinero(200));
+    EXPECT_EQ(p.windowTitle(), QStringLiteral("Detalle de un Comprobante"));
+}
+
 TEST_F(ComprobantesRegistrados, LaPlantillaDeReimpresionCaeEnLaDeSiempre) {
     const QString carpeta = base_->carpeta();
     EXPECT_EQ(PlantillaDeReimpresion(a(), hoy1_, carpeta), QStringLiteral("factura_discrimina_iva.rpt"));
