@@ -98,7 +98,9 @@ TEST_F(ComprobantesRegistrados, ElBorradoAbreEnElDiaPreguntaYDeshace) {
 }
 
 TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
-    SalidaInformes salida(a(), *conf_, EstadoAplicacion{}, RelojFijo(QDateTime(kHoy, QTime(9, 0))), nullptr);
+    const EstadoAplicacion estado;
+    const RelojFijo reloj(QDateTime(kHoy, QTime(9, 0)));
+    SalidaInformes salida(a(), *conf_, estado, reloj, nullptr);
     const QString pdf = base_->carpeta() + QStringLiteral("/re.pdf");
     salida.fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
     salida.eligeArchivo = [&](const QString&) { return pdf; };
