@@ -10,6 +10,7 @@
 #include "access/ui/pan_supervisor_inicial.h"
 #include "app/configuracion.h"
 #include "app/estado.h"
+#include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_conf_fiscal.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/pan_fpago.h"
@@ -270,6 +271,17 @@ int main(int argc, char** argv) {
             std::printf("%s\n", qPrintable(pdf));
         }
         respuestas.stop();
+        // Las pantallas que miran hacia atrás, con esos dos comprobantes ya registrados.
+        const qint64 ultimo = almacen->valor(QStringLiteral("SELECT max(idComprobante) FROM Comprobantes")).toLongLong();
+        orv::PanBorraFactura borra(*almacen, reloj.hoy(), &w);
+        borra.show();
+        guarda(borra, QStringLiteral("borra_factura"));
+        orv::PanReImpresion reimpresion(*almacen, *s, reloj.hoy(), &w);
+        reimpresion.show();
+        guarda(reimpresion, QStringLiteral("reimpresion"));
+        orv::PanDetComprobante detalle(*almacen, ultimo, &w);
+        detalle.show();
+        guarda(detalle, QStringLiteral("det_comprobante"));
     }
     std::printf("%d capturas en %s\n", guardadas, qPrintable(salida));
     return guardadas > 0 ? 0 : 1;

@@ -58,17 +58,10 @@ QString consulta(const DefinicionInforme& d, const Seleccion& s) {
 QString texto(const QVariant& v, bool esMoneda, const QString& mascara) {
     if (v.isNull()) return {};
     if (esMoneda) return FormatoMoneda(Dinero::desdeVariant(v), mascara);
-    switch (v.typeId()) {
-    case QMetaType::QDate: return FechaTexto(v.toDate());
-    case QMetaType::QDateTime: return FechaTexto(v.toDateTime().date());
-    case QMetaType::Double: return QString::number(v.toDouble(), 'g', 15);
-    default: break;
-    }
-    const QString t = v.toString();
-    // Fechas ISO que SQLite devuelve como texto.
-    static const QRegularExpression iso(QStringLiteral("^\\d{4}-\\d{2}-\\d{2}$"));
-    if (iso.match(t).hasMatch()) return FechaTexto(QDate::fromString(t, Qt::ISODate));
-    return t;
+    if (v.typeId() == QMetaType::Double) return QString::number(v.toDouble(), 'g', 15);
+    // Las fechas, también las que SQLite devuelve como texto ISO.
+    if (const auto f = FechaGuardadaTexto(v)) return *f;
+    return v.toString();
 }
 
 } // namespace

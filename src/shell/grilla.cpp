@@ -300,7 +300,7 @@ QString ModeloGrilla::texto(const QVariant& v, int columna) const {
     if (v.isNull()) return {};
     const QString m = mascaras_.value(campo(columna).toLower());
     if (!m.isEmpty()) return Formato(v, m);
-    if (v.typeId() == QMetaType::QDate) return FechaTexto(v.toDate());
+    if (const auto f = FechaGuardadaTexto(v)) return *f;
     if (v.typeId() == QMetaType::Double) return Formato(v, QString());
     return v.toString();
 }
@@ -484,8 +484,9 @@ void Grilla::fijaConsulta(const QString& sql, const QVariantList& parametros) {
         aplicaDistribucion(d);
     } else if (!previa.isEmpty()) {
         aplicaDistribucion(previa);
-    } else if (agrupada()) {
-        armaGrupos();
+    } else {
+        anchosIniciales();
+        if (agrupada()) armaGrupos();
     }
     if (modelo_->rowCount() > 0 && !agrupada()) tabla_->setCurrentIndex(modelo_->index(0, 0));
 }
@@ -513,6 +514,19 @@ void Grilla::aplicaOcultas() {
         const bool oculta = ocultas_.contains(modelo_->campo(c).toLower());
         tabla_->setColumnHidden(c, oculta);
         if (c < arbol_->columnCount()) arbol_->setColumnHidden(c, oculta);
+    }
+}
+
+void Grilla::anchosIniciales() {
+    // La primera vez, cada columna al ancho de su título y de las filas ya leídas, entre el
+    // ancho de siempre y un tope para que una descripción larga no se lleve la grilla.
+    auto* enc = tabla_->horizontalHeader();
+    const int minimo = enc->defaultSectionSize();
+    const int tope = tabla_->fontMetrics().horizontalAdvance(QLatin1Char('M')) * 24;
+    for (int c = 0; c < modelo_->columnCount(); ++c) {
+        if (tabla_->isColumnHidden(c)) continue;
+        tabla_->resizeColumnToContents(c);
+        enc->resizeSection(c, std::clamp(enc->sectionSize(c), minimo, std::max(minimo, tope)));
     }
 }
 

@@ -193,6 +193,7 @@ private:
     void armaGrupos();
     void cargaGrupo(QTreeWidgetItem* grupo);
     void aplicaOcultas();
+    void anchosIniciales();
     void menuContextual(const QPoint& global);
     void menuEncabezado(const QPoint& local);
     void pideExportar(bool excel);

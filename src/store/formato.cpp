@@ -573,6 +573,32 @@ std::optional<QDate> FechaDesdeTexto(QStringView texto) {
     return f->date();
 }
 
+std::optional<QString> FechaGuardadaTexto(const QVariant& valor) {
+    QDateTime f;
+    switch (valor.typeId()) {
+    case QMetaType::QDate:
+        return FechaTexto(valor.toDate());
+    case QMetaType::QDateTime:
+        f = valor.toDateTime();
+        break;
+    case QMetaType::QString: {
+        // Sólo la forma ISO que escribe el almacén, para no tomar por fecha un código o un texto.
+        const QString t = valor.toString();
+        if (t.size() < 10 || t[4] != u'-' || t[7] != u'-' || (t.size() > 10 && t[10] != u'T' && t[10] != u' '))
+            return std::nullopt;
+        const auto leida = fechaHoraDesdeTexto(t.size() > 19 ? QStringView(t).left(19) : QStringView(t));
+        if (!leida) return std::nullopt;
+        f = *leida;
+        break;
+    }
+    default:
+        return std::nullopt;
+    }
+    if (!f.isValid()) return std::nullopt;
+    if (f.time() == QTime(0, 0)) return FechaTexto(f.date());
+    return FechaTexto(f.date()) + f.time().toString(QStringLiteral(" HH:mm"));
+}
+
 } // namespace orv
 
 namespace orv {

@@ -54,5 +54,9 @@ QString FechaTexto(QDate fecha);
 // "d/m/aaaa" (año de 2 cifras: 00-29 es 20xx, 30-99 es 19xx) o ISO "aaaa-mm-dd", con hora
 // opcional detrás. nullopt si no es una fecha válida.
 std::optional<QDate> FechaDesdeTexto(QStringView texto);
+// Una fecha guardada, tal como se lee de cualquiera de los dos motores (QDate, QDateTime o el
+// texto ISO "aaaa-mm-dd" con que SQLite la devuelve), en "dd/MM/yyyy"; una fecha con hora
+// distinta de 0 agrega " HH:mm". nullopt si el valor no es una fecha.
+std::optional<QString> FechaGuardadaTexto(const QVariant& valor);
 
 } // namespace orv

@@ -244,6 +244,22 @@ TEST(Fechas, TextoYVuelta) {
         ASSERT_EQ(FechaDesdeTexto(FechaTexto(f)), f);
 }
 
+// Una fecha leída del almacén se muestra igual venga de PostgreSQL (QDate) o de SQLite (texto
+// ISO); un texto que sólo se parece a una fecha (un código, un número) queda afuera.
+TEST(Fechas, GuardadasEnLosDosMotores) {
+    EXPECT_EQ(FechaGuardadaTexto(QVariant(QDate(2026, 3, 5))), q("05/03/2026"));
+    EXPECT_EQ(FechaGuardadaTexto(QVariant(q("2026-03-05"))), q("05/03/2026"));
+    EXPECT_EQ(FechaGuardadaTexto(QVariant(QDateTime(QDate(2026, 3, 5), QTime(0, 0)))), q("05/03/2026"));
+    EXPECT_EQ(FechaGuardadaTexto(QVariant(q("2026-03-05T00:00:00"))), q("05/03/2026"));
+    EXPECT_EQ(FechaGuardadaTexto(QVariant(q("2026-03-05T14:07:59.120"))), q("05/03/2026 14:07"));
+    EXPECT_EQ(FechaGuardadaTexto(QVariant(q("2026-03-05 14:07:00"))), q("05/03/2026 14:07"));
+    EXPECT_EQ(FechaGuardadaTexto(QVariant(QDateTime(QDate(2026, 3, 5), QTime(9, 5)))), q("05/03/2026 09:05"));
+    for (const char* no : {"05/03/2026", "2026-02-30", "2026-03-05x", "2026-0305", "A0001-00000001", "20260305", ""})
+        EXPECT_FALSE(FechaGuardadaTexto(QVariant(QString::fromLatin1(no))).has_value()) << no;
+    EXPECT_FALSE(FechaGuardadaTexto(QVariant(20260305)).has_value());
+    EXPECT_FALSE(FechaGuardadaTexto(QVariant()).has_value());
+}
+
 // La configuración regional del equipo no cambia nada.
 TEST(Formato, NoDependeDeLaConfiguracionRegional) {
     auto muestra = [] {

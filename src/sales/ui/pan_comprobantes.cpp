@@ -8,6 +8,7 @@
 #include "shell/paneles.h"
 #include "shell/ventanas.h"
 #include "store/aviso.h"
+#include "store/formato.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
@@ -16,6 +17,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSqlQuery>
 #include <QSqlRecord>
 #include <QVBoxLayout>
 
@@ -173,11 +175,32 @@ PanDetComprobante::PanDetComprobante(Almacen& almacen, qint64 idComprobante, QWi
     setWindowTitle(QStringLiteral("Detalle de un Comprobante"));
     setModal(true);
     auto* capa = new QVBoxLayout(this);
+    // Número, fecha y cliente son los mismos en todas las líneas: van una vez, arriba.
+    auto* cabecera = new QLabel(this);
+    cabecera->setObjectName(QStringLiteral("lblComprobante"));
+    QSqlQuery q = almacen.consulta(QStringLiteral("SELECT Factura, Fecha, Nombre FROM ConsultaComprobantes "
+                                                  "WHERE idComprobante = ? ORDER BY idDetalle"),
+                                   {idComprobante});
+    if (q.next()) {
+        QStringList partes;
+        for (int i = 0; i < 3; ++i) {
+            const QVariant v = q.value(i);
+            if (v.isNull() || v.toString().trimmed().isEmpty()) continue;
+            partes << FechaGuardadaTexto(v).value_or(v.toString().trimmed());
+        }
+        cabecera->setText(partes.join(QStringLiteral("   ·   ")));
+    }
+    QFont negrita = cabecera->font();
+    negrita.setBold(true);
+    cabecera->setFont(negrita);
+    capa->addWidget(cabecera);
     grilla_ = new Grilla(almacen, this);
     grilla_->setObjectName(QStringLiteral("DBGrid1"));
-    grilla_->fijaConsulta(QStringLiteral("SELECT Factura, Fecha, Nombre, Codigo, Descripcion, Cantidad, Unitario, SubTotal "
+    grilla_->fijaConsulta(QStringLiteral("SELECT Codigo, Descripcion, Cantidad, Unitario, SubTotal "
                                          "FROM ConsultaComprobantes WHERE idComprobante = ? ORDER BY idDetalle"),
                           {idComprobante});
+    grilla_->fijaTitulo(QStringLiteral("Codigo"), QStringLiteral("Código"));
+    grilla_->fijaTitulo(QStringLiteral("Descripcion"), QStringLiteral("Descripción"));
     grilla_->fijaMascara(QStringLiteral("Unitario"), kMascara);
     grilla_->fijaMascara(QStringLiteral("SubTotal"), kMascara);
     capa->addWidget(grilla_, 1);

@@ -7,11 +7,13 @@
 #include "sales/ui/pan_comprobantes.h"
 #include "shell/grilla.h"
 #include "store/actualizacion.h"
+#include "store/formato.h"
 #include "../../ui/caja_modal.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QFile>
+#include <QLabel>
 #include <QProcess>
 #include <QPushButton>
 #include <QSqlRecord>
@@ -143,6 +145,9 @@ TEST_F(ComprobantesRegistrados, ElDetalleMuestraLasLineasDeUnSoloComprobante) {
     EXPECT_EQ(p.grilla()->filaActual()->value(QStringLiteral("Descripcion")).toString(), QStringLiteral("Yerba suave"));
     EXPECT_EQ(Dinero::desdeVariant(p.grilla()->filaActual()->value(QStringLiteral("SubTotal"))), Dinero(200));
     EXPECT_EQ(p.windowTitle(), QStringLiteral("Detalle de un Comprobante"));
+    // Número, fecha (en la forma de siempre, también en SQLite) y cliente, una sola vez arriba.
+    const QString cabecera = p.findChild<QLabel*>(QStringLiteral("lblComprobante"))->text();
+    EXPECT_TRUE(cabecera.contains(FechaTexto(kHoy))) << qPrintable(cabecera);
 }
 
 TEST_F(ComprobantesRegistrados, LaPlantillaDeReimpresionCaeEnLaDeSiempre) {
