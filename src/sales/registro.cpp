@@ -1,6 +1,7 @@
 #include "sales/registro.h"
 
 #include "store/aviso.h"
+#include "store/rutinas.h"
 
 #include <QSqlQuery>
 #include <cmath>
@@ -44,20 +45,24 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
     r.factura = nroFactura.left(15);
     const int signo = inversa ? -1 : 1;
 
-    // El borrador, en su orden.
+    // El borrador, en su orden, con el costo y los puntos del rubro de cada artículo.
     struct Linea {
         QVariant idArticulo;
         double cantidad;
         QVariant unitario, subTotal;
         QString sn, descripcion;
+        QVariant costo, puntosRubro;
     };
     QList<Linea> lineas;
     {
-        QSqlQuery q = a.consulta(QStringLiteral("SELECT idArticulo, Cantidad, Unitario, SubTotal, Sn, Descripcion FROM TmpFac "
-                                                "WHERE PCRed = ? ORDER BY idTmpFac"),
-                                 {d.idRed});
+        QSqlQuery q = a.consulta(
+            QStringLiteral("SELECT t.idArticulo, t.Cantidad, t.Unitario, t.SubTotal, t.Sn, t.Descripcion, ar.PrecioCosto, "
+                           "ru.PuntosVIP FROM TmpFac t LEFT JOIN Articulos ar ON ar.idArticulo = t.idArticulo "
+                           "LEFT JOIN Rubros ru ON ru.idRubro = ar.idRubro WHERE t.PCRed = ? ORDER BY t.idTmpFac"),
+            {d.idRed});
         while (q.next())
-            lineas << Linea{q.value(0), q.value(1).toDouble(), q.value(2), q.value(3), q.value(4).toString(), q.value(5).toString()};
+            lineas << Linea{q.value(0), q.value(1).toDouble(), q.value(2), q.value(3), q.value(4).toString(),
+                            q.value(5).toString(), q.value(6), q.value(7)};
     }
     if (lineas.isEmpty()) throw Aviso(QStringLiteral("No hay articulos a facturar!"));
 
@@ -90,15 +95,14 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
                                          "ORDER BY idTipoMovimiento"));
     double puntos = 0;
     const bool porImporte = d.formaCalculoVip == QStringLiteral("P");
+    if (descuentaStock)
+        BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM TmpFac WHERE PCRed = ?"), {d.idRed});
     for (const Linea& l : lineas) {
-        const QVariant costo = a.valor(QStringLiteral("SELECT PrecioCosto FROM Articulos WHERE idArticulo = ?"), {l.idArticulo});
         a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, Sn, "
                                  "costounitario, Fecha, EsComercial, idUsuario, Descripcion) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
                   {r.idComprobante, l.idArticulo, l.cantidad, l.unitario, l.subTotal, l.sn,
-                   costo.isNull() ? QVariant(0) : costo, d.hoy, esComercial ? 1 : 0, d.idUsuario, l.descripcion.left(100)});
-        const QVariant pv = a.valor(QStringLiteral("SELECT Rubros.PuntosVIP FROM Articulos INNER JOIN Rubros ON "
-                                                   "Articulos.idRubro = Rubros.idRubro WHERE Articulos.idArticulo = ?"),
-                                    {l.idArticulo});
+                   l.costo.isNull() ? QVariant(0) : l.costo, d.hoy, esComercial ? 1 : 0, d.idUsuario, l.descripcion.left(100)});
+        const QVariant& pv = l.puntosRubro;
         if (!pv.isNull() && pv.toDouble() > 0)
             puntos += (porImporte ? Dinero::desdeVariant(l.subTotal).aDouble() : l.cantidad) * pv.toDouble();
         if (descuentaStock) {
@@ -166,6 +170,7 @@ void BorraComprobante(Almacen& a, const ComprobanteABorrar& c) {
     }
     a.ejecuta(QStringLiteral("DELETE FROM MovimientoStock WHERE idComprobante = ?"), {id});
     if (c.hizoStock) {
+        BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM DetalleComprobantes WHERE idComprobante = ?"), {id});
         // Vuelve lo que salió (o sale lo que entró, con la operación inversa). Nulo + número sigue nulo.
         const double sentido = c.tipoStock ? -1.0 : 1.0;
         QList<QPair<QVariant, double>> lineas;

@@ -81,6 +81,15 @@ qint64 buscaOAgrega(Almacen& a, const QString& tabla, const QString& columnaId, 
     return a.inserta(QStringLiteral("INSERT INTO %1 (%2) VALUES (?)").arg(tabla, columnaNombre), {nombre}, columnaId);
 }
 
+void BloqueaArticulos(Almacen& a, const QString& seleccionIds, const QVariantList& parametros) {
+    if (!a.esPostgreSQL()) return;
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT idArticulo FROM Articulos WHERE idArticulo IN (") + seleccionIds +
+                                 QStringLiteral(") ORDER BY idArticulo FOR UPDATE"),
+                             parametros);
+    while (q.next()) {
+    }
+}
+
 bool ExisteArchivo(const QString& ruta) {
     if (ruta.size() < 4) return false;
     return QFileInfo::exists(ruta);

@@ -35,6 +35,12 @@ void ExigeFechaAbierta(const Almacen& a, const QDate& fecha);
 qint64 buscaOAgrega(Almacen& a, const QString& tabla, const QString& columnaId, const QString& columnaNombre,
                     const QString& nombre);
 
+// Dentro de una transacción que va a cambiar el stock de varios artículos: toma las filas de
+// Articulos cuyos ids da `seleccionIds` (un SELECT de una columna, con sus parámetros) en el orden
+// de la clave, antes de escribir. Dos terminales que tocan los mismos artículos en otro orden se
+// esperan en vez de trabarse. En SQLite la transacción de escritura ya es única: no hace nada.
+void BloqueaArticulos(Almacen& a, const QString& seleccionIds, const QVariantList& parametros);
+
 // Falso para una ruta de menos de 4 caracteres; si no, si el archivo o carpeta existe.
 bool ExisteArchivo(const QString& ruta);
 

@@ -9,6 +9,7 @@
 
 #include <QSqlQuery>
 #include <atomic>
+#include <mutex>
 #include <set>
 #include <thread>
 
@@ -293,6 +294,77 @@ TEST_P(Registro, CuatroTerminalesALaVezNuncaRepitenNumeroNiPierdenStock) {
     EXPECT_EQ(*todos.rbegin(), total);
     EXPECT_DOUBLE_EQ(stock(yerba_), 1000 - total);
     EXPECT_EQ(valor(QStringLiteral("SELECT count(DISTINCT Factura) FROM Comprobantes")).toLongLong(), total);
+}
+
+// Dos terminales con tipos distintos (no se esperan una a la otra por el número) venden los mismos
+// dos artículos en órdenes opuestos, y una tercera borra lo que la primera registró: ninguna
+// queda trabada con otra ni pierde stock.
+TEST_P(Registro, VentasYBorradosCruzadosNoSeTraban) {
+    const qint64 facturaA = tipo("FACTURA A", true, false, false, true, 0);
+    const qint64 facturaB = tipo("FACTURA B", true, false, false, true, 0);
+    almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = 1000"));
+    const int kVentas = GetParam() == prueba::Motor::PostgreSQL ? 60 : 20;
+    std::atomic<int> fallas{0};
+    std::atomic<bool> terminoPrimera{false};
+    QStringList errores;
+    std::mutex mutexErrores;
+    auto anota = [&](const QString& e) {
+        ++fallas;
+        std::lock_guard<std::mutex> l(mutexErrores);
+        errores << e;
+    };
+    auto vende = [&](int red, qint64 idTipo, qint64 primero, qint64 segundo) {
+        try {
+            auto a = base().otraConexion();
+            for (int i = 0; i < kVentas; ++i) {
+                a->ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
+                                          "VALUES (?, 'X', 'Uno', 1, 10, 10, ?), (?, 'Y', 'Otro', 2, 10, 20, ?)"),
+                           {primero, red, segundo, red});
+                DatosRegistro d = datos(idTipo);
+                d.idRed = red;
+                RegistraComprobante(*a, d, Ruta::Nada);
+            }
+        } catch (const ErrorAlmacen& e) {
+            anota(e.descripcion());
+        } catch (const Aviso& e) {
+            anota(e.texto());
+        }
+        if (red == 1) terminoPrimera = true;
+    };
+    auto borra = [&] {
+        try {
+            auto a = base().otraConexion();
+            int borrados = 0;
+            while (borrados < kVentas) {
+                const QVariant id = a->valor(QStringLiteral("SELECT min(idComprobante) FROM Comprobantes WHERE idTipoComprobante = ?"),
+                                             {facturaA});
+                if (id.isNull()) {
+                    if (terminoPrimera) break;
+                    std::this_thread::yield();
+                    continue;
+                }
+                if (const auto c = LeeComprobanteABorrar(*a, id.toLongLong())) {
+                    BorraComprobante(*a, *c);
+                    ++borrados;
+                }
+            }
+        } catch (const ErrorAlmacen& e) {
+            anota(e.descripcion());
+        }
+    };
+    std::thread t1(vende, 1, facturaA, yerba_, vela_);
+    std::thread t2(vende, 2, facturaB, vela_, yerba_);
+    std::thread t3(borra);
+    t1.join();
+    t2.join();
+    t3.join();
+    ASSERT_EQ(fallas.load(), 0) << qPrintable(errores.join(QLatin1Char('\n')));
+    // Lo de la FACTURA A se borró entero; queda lo de la FACTURA B: 1 de uno y 2 del otro por venta.
+    EXPECT_EQ(valor(QStringLiteral("SELECT count(*) FROM Comprobantes WHERE idTipoComprobante = ?"), {facturaA}).toLongLong(), 0);
+    EXPECT_DOUBLE_EQ(stock(vela_), 1000 - kVentas);
+    EXPECT_DOUBLE_EQ(stock(yerba_), 1000 - 2 * kVentas);
+    EXPECT_EQ(cuenta(QStringLiteral("DetalleComprobantes")), 2 * kVentas);
+    EXPECT_EQ(cuenta(QStringLiteral("MovimientoStock")), 2 * kVentas);
 }
 
 INSTANTIATE_TEST_SUITE_P(Motores, Registro, ::testing::Values(prueba::Motor::SQLite, prueba::Motor::PostgreSQL),
