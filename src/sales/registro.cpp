@@ -164,6 +164,13 @@ std::optional<ComprobanteABorrar> LeeComprobanteABorrar(const Almacen& a, qint64
 void BorraComprobante(Almacen& a, const ComprobanteABorrar& c) {
     Transaccion tr(a);
     const QVariant id = c.idComprobante;
+    // Otra terminal pudo borrarlo entre la lectura y ahora: se toma la fila (en el servidor, hasta
+    // confirmar) y, si ya no está, no se deshace nada dos veces.
+    QSqlQuery existe = a.consulta(QStringLiteral("SELECT idComprobante FROM Comprobantes WHERE idComprobante = ?") +
+                                      (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                                  {id});
+    if (!existe.next()) throw Aviso(kComprobanteYaBorrado);
+    existe.finish();
     if (c.hizoCaja) {
         a.ejecuta(QStringLiteral("DELETE FROM Caja WHERE idComprobante = ?"), {id});
         a.ejecuta(QStringLiteral("DELETE FROM Comisiones WHERE idComprobante = ?"), {id});

@@ -66,7 +66,9 @@ struct ComprobanteABorrar {
 std::optional<ComprobanteABorrar> LeeComprobanteABorrar(const Almacen& a, qint64 idComprobante);
 
 // Borra el comprobante y deshace sus efectos según sus propias marcas, en una transacción. Los
-// puntos del cliente y el número no se devuelven; un stock nulo queda nulo.
+// puntos del cliente y el número no se devuelven; un stock nulo queda nulo. Si el comprobante ya
+// no está (otra terminal lo borró), lanza el aviso kComprobanteYaBorrado sin tocar nada.
+inline const QString kComprobanteYaBorrado = QStringLiteral("El comprobante ya fue eliminado desde otra terminal.");
 void BorraComprobante(Almacen& a, const ComprobanteABorrar& c);
 
 } // namespace orv

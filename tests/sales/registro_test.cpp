@@ -251,7 +251,16 @@ TEST_P(Registro, ElBorradoDeshacePorLasMarcasDelComprobante) {
     borrador();
     const Registrado nc = RegistraComprobante(almacen(), datos(nota, "CTA CTE"), Ruta::Nada);
     EXPECT_DOUBLE_EQ(stock(yerba_), 12);
-    BorraComprobante(almacen(), *LeeComprobanteABorrar(almacen(), nc.idComprobante));
+    const ComprobanteABorrar leido = *LeeComprobanteABorrar(almacen(), nc.idComprobante);
+    BorraComprobante(almacen(), leido);
+    EXPECT_DOUBLE_EQ(stock(yerba_), 10);
+    // Otra terminal que lo había leído antes lo borra otra vez: lo dice y no deshace dos veces.
+    try {
+        BorraComprobante(almacen(), leido);
+        ADD_FAILURE() << "se borró dos veces";
+    } catch (const Aviso& a) {
+        EXPECT_EQ(a.texto(), kComprobanteYaBorrado);
+    }
     EXPECT_DOUBLE_EQ(stock(yerba_), 10);
     EXPECT_DOUBLE_EQ(stock(vela_), 0);
     EXPECT_EQ(cuenta(QStringLiteral("Comisiones")), 0);

@@ -97,8 +97,9 @@ void PanBorraFactura::eliminar() {
     if (!fila) return;
     if (!Pregunta(QStringLiteral("Borra todo movimiento asociando a esta factura?"), this)) return;
     try {
-        if (const auto c = LeeComprobanteABorrar(almacen_, fila->value(QStringLiteral("idComprobante")).toLongLong()))
-            BorraComprobante(almacen_, *c);
+        const auto c = LeeComprobanteABorrar(almacen_, fila->value(QStringLiteral("idComprobante")).toLongLong());
+        if (!c) throw Aviso(kComprobanteYaBorrado);
+        BorraComprobante(almacen_, *c);
     } catch (const Aviso& a) {
         MuestraAviso(a, this);
     } catch (const ErrorAlmacen& e) {
