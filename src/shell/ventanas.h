@@ -1,11 +1,22 @@
 #pragma once
-// Ubicación de ventanas.
+// Ubicación de ventanas y los botones al pie de un diálogo.
 
+#include <QString>
+
+class QBoxLayout;
+class QDialog;
+class QPushButton;
 class QWidget;
 
 namespace orv {
 
 // Centra la ventana en la pantalla donde está (o en la principal).
 void CentrarVentana(QWidget* ventana);
+
+// Aceptar ("Command1") y Cancelar ("Command2", que cierra el diálogo con reject) al pie de
+// `capa`. Devuelve Aceptar para conectarlo; con `predeterminado`, Enter lo pulsa.
+QPushButton* BotonesAlPie(QDialog* dialogo, QBoxLayout* capa, bool predeterminado = true,
+                          const QString& aceptar = QStringLiteral("&Aceptar"),
+                          const QString& cancelar = QStringLiteral("&Cancelar"));
 
 } // namespace orv

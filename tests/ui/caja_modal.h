@@ -20,16 +20,30 @@ struct CajaVista {
     QStringList botones;
 };
 
+// La caja de mensaje visible, aunque otra ventana modal figure como la activa; nullptr si no hay.
+inline QMessageBox* cajaVisible() {
+    if (auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) return caja;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* m = qobject_cast<QMessageBox*>(w); m && m->isVisible()) return m;
+    return nullptr;
+}
+
+// Pulsa el botón de la caja con ese texto; si no hay ninguno, la cierra.
+inline void pulsa(QMessageBox* caja, const QString& boton) {
+    for (QAbstractButton* b : caja->buttons())
+        if (b->text() == boton) {
+            b->click();
+            return;
+        }
+    caja->reject();
+}
+
 inline std::shared_ptr<CajaVista> respondeCaja(const QString& boton) {
     auto vista = std::make_shared<CajaVista>();
     auto* reloj = new QTimer;
     reloj->setInterval(5);
     QObject::connect(reloj, &QTimer::timeout, [vista, reloj, boton] {
-        // La caja visible, aunque otra ventana modal figure como la activa.
-        auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!caja)
-            for (QWidget* w : QApplication::topLevelWidgets())
-                if (auto* m = qobject_cast<QMessageBox*>(w); m && m->isVisible()) caja = m;
+        QMessageBox* caja = cajaVisible();
         if (!caja) return;
         reloj->stop();
         reloj->deleteLater();
@@ -38,16 +52,10 @@ inline std::shared_ptr<CajaVista> respondeCaja(const QString& boton) {
         vista->texto = caja->text();
         vista->icono = caja->icon();
         for (QAbstractButton* b : caja->buttons()) vista->botones << b->text();
-        if (boton.isEmpty()) {
+        if (boton.isEmpty())
             QTest::keyClick(caja, Qt::Key_Escape);
-            return;
-        }
-        for (QAbstractButton* b : caja->buttons())
-            if (b->text() == boton) {
-                b->click();
-                return;
-            }
-        caja->reject();
+        else
+            pulsa(caja, boton);
     });
     reloj->start();
     return vista;

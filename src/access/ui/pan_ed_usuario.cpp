@@ -5,7 +5,6 @@
 #include "shell/ventanas.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -56,15 +55,7 @@ PanEdUsuario::PanEdUsuario(const Almacen& almacen, std::optional<qint64> idUsuar
     campos->addRow(QStringLiteral("Comisión % :"), txComision_);
     capa->addLayout(campos);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    aceptar->setDefault(true);
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanEdUsuario::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanEdUsuario::reject);
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanEdUsuario::acepta);
 
     LlenaCombo(cbNivel_, almacen, QStringLiteral("SELECT idNivel, Nombre FROM Niveles ORDER BY Nombre"), {},
                QStringLiteral("Nombre"), QStringLiteral("idNivel"));

@@ -3,7 +3,6 @@
 #include "shell/mensajes.h"
 #include "shell/ventanas.h"
 
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -62,15 +61,8 @@ PanIngreso::PanIngreso(Almacen& almacen, QWidget* padre) : QDialog(padre), almac
     sistema->setEnabled(false);
     capa->addWidget(sistema);
 
-    auto* botones = new QDialogButtonBox(this);
-    aceptar_ = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar_->setObjectName(QStringLiteral("Command1"));
-    aceptar_->setDefault(true);
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
+    aceptar_ = BotonesAlPie(this, capa);
     connect(aceptar_, &QPushButton::clicked, this, &PanIngreso::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanIngreso::reject);
 
     pausa_ = new QTimer(this);
     pausa_->setSingleShot(true);

@@ -4,7 +4,6 @@
 #include "shell/mensajes.h"
 #include "shell/ventanas.h"
 
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -45,15 +44,7 @@ PanSupervisorInicial::PanSupervisorInicial(Almacen& almacen, QWidget* padre) : Q
     campos->addRow(QStringLiteral("Repita la contraseña:"), txPass2_);
     capa->addLayout(campos);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    aceptar->setDefault(true);
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanSupervisorInicial::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanSupervisorInicial::reject);
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanSupervisorInicial::acepta);
 
     adjustSize();
     CentrarVentana(this);

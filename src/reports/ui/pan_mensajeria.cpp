@@ -9,7 +9,6 @@
 
 #include <QCheckBox>
 #include <QDateEdit>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFormLayout>
@@ -88,15 +87,7 @@ PanConfInt::PanConfInt(const Configuracion& conf, QWidget* padre) : QDialog(padr
     habilita(d.autenticacion);
     connect(chkAut_, &QCheckBox::toggled, this, habilita);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    aceptar->setDefault(true);
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanConfInt::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanConfInt::acepta);
     resize(520, sizeHint().height());
     CentrarVentana(this);
     destino_->setFocus();

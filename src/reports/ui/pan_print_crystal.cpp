@@ -6,7 +6,6 @@
 #include "shell/ventanas.h"
 #include "store/aviso.h"
 
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -43,15 +42,7 @@ PanMailto::PanMailto(const Configuracion& conf, QWidget* padre) : QDialog(padre)
     f->addRow(QStringLiteral("Asunto :"), txAsunto_);
     f->addRow(QStringLiteral("Mensaje :"), txCuerpo_);
     capa->addLayout(f);
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    aceptar->setDefault(true);
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanMailto::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanMailto::acepta);
     resize(520, 360);
     CentrarVentana(this);
     txEnviarA_->setFocus();

@@ -2,13 +2,14 @@
 
 #include "shell/listas.h"
 #include "shell/mensajes.h"
+#include "shell/paneles.h"
 #include "shell/ventanas.h"
+#include "store/formato.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
 #include <QDateEdit>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -20,32 +21,8 @@ namespace orv {
 
 namespace {
 
-// Aceptar / Cancelar al pie, con Aceptar como botón por omisión.
-QPushButton* botonesAlPie(QDialog* d, QVBoxLayout* capa, const QString& aceptar, const QString& cancelar,
-                          const char* nombreAceptar = "Command1", const char* nombreCancelar = "Command2") {
-    auto* botones = new QDialogButtonBox(d);
-    auto* a = botones->addButton(aceptar, QDialogButtonBox::AcceptRole);
-    a->setObjectName(QString::fromLatin1(nombreAceptar));
-    a->setDefault(true);
-    auto* c = botones->addButton(cancelar, QDialogButtonBox::RejectRole);
-    c->setObjectName(QString::fromLatin1(nombreCancelar));
-    QObject::connect(c, &QPushButton::clicked, d, &QDialog::reject);
-    capa->addWidget(botones);
-    return a;
-}
-
-QDateEdit* campoFecha(const QString& nombre, const QDate& valor, QWidget* padre) {
-    auto* f = new QDateEdit(valor, padre);
-    f->setObjectName(nombre);
-    f->setCalendarPopup(true);
-    f->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-    return f;
-}
-
 QLabel* lineaPeriodo(const QDate& desde, const QDate& hasta, QWidget* padre) {
-    auto* l = new QLabel(QStringLiteral("Período: del ") + desde.toString(QStringLiteral("dd/MM/yyyy")) +
-                             QStringLiteral(" al ") + hasta.toString(QStringLiteral("dd/MM/yyyy")),
-                         padre);
+    auto* l = new QLabel(QStringLiteral("Período: del ") + FechaTexto(desde) + QStringLiteral(" al ") + FechaTexto(hasta), padre);
     l->setStyleSheet(QStringLiteral("color: #5b6b7b;"));
     return l;
 }
@@ -69,7 +46,7 @@ PanRepSelArt::PanRepSelArt(const QDate& desde, const QDate& hasta, QWidget* padr
     f->addRow(QString(), check1_);
     capa->addLayout(f);
     capa->addWidget(lineaPeriodo(desde, hasta, this));
-    connect(botonesAlPie(this, capa, QStringLiteral("&Aceptar"), QStringLiteral("&Cancelar")), &QPushButton::clicked,
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked,
             this, &PanRepSelArt::acepta);
     resize(420, sizeHint().height());
     CentrarVentana(this);
@@ -112,7 +89,7 @@ PanRepSelVen::PanRepSelVen(const Almacen& almacen, const QDate& desde, const QDa
     capa->addLayout(f);
     capa->addWidget(lineaPeriodo(desde, hasta, this));
     connect(check1_, &QCheckBox::toggled, combo1_, &QWidget::setDisabled);
-    connect(botonesAlPie(this, capa, QStringLiteral("&Aceptar"), QStringLiteral("&Cancelar")), &QPushButton::clicked,
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked,
             this, &PanRepSelVen::acepta);
     resize(460, sizeHint().height());
     CentrarVentana(this);
@@ -143,13 +120,15 @@ PanSelCta::PanSelCta(const Almacen& almacen, const QDate& desde, const QDate& ha
                QStringLiteral("Cuenta"), QStringLiteral("idCuenta"));
     combo1_->setCurrentIndex(-1);
     combo1_->setMinimumWidth(260);
-    dt1_ = campoFecha(QStringLiteral("dt1"), desde, this);
-    dt2_ = campoFecha(QStringLiteral("dt2"), hasta, this);
+    dt1_ = CampoFecha(QStringLiteral("dt1"), this);
+    dt1_->setDate(desde);
+    dt2_ = CampoFecha(QStringLiteral("dt2"), this);
+    dt2_->setDate(hasta);
     f->addRow(QStringLiteral("Seleccione la cuenta :"), combo1_);
     f->addRow(QStringLiteral("Desde :"), dt1_);
     f->addRow(QStringLiteral("Hasta :"), dt2_);
     capa->addLayout(f);
-    connect(botonesAlPie(this, capa, QStringLiteral("Aceptar"), QStringLiteral("Cancelar")), &QPushButton::clicked,
+    connect(BotonesAlPie(this, capa, true, QStringLiteral("Aceptar"), QStringLiteral("Cancelar")), &QPushButton::clicked,
             this, &PanSelCta::acepta);
     resize(440, sizeHint().height());
     CentrarVentana(this);
@@ -181,7 +160,7 @@ PanPrinComprobantes::PanPrinComprobantes(QWidget* padre) : QDialog(padre) {
     option2_->setObjectName(QStringLiteral("Option2"));
     capa->addWidget(option1_);
     capa->addWidget(option2_);
-    connect(botonesAlPie(this, capa, QStringLiteral("Imprimir"), QStringLiteral("&Cancelar")), &QPushButton::clicked,
+    connect(BotonesAlPie(this, capa, true, QStringLiteral("Imprimir")), &QPushButton::clicked,
             this, &QDialog::accept);
     resize(380, sizeHint().height());
     CentrarVentana(this);

@@ -5,7 +5,6 @@
 #include "shell/ventanas.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -59,14 +58,7 @@ PanConfFiscal::PanConfFiscal(const QString& plantilla, const QString& modDocumen
     datos->addRow(QStringLiteral("Seleccionada"), label3_);
     capa->addLayout(datos);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanConfFiscal::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanConfFiscal::reject);
+    connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanConfFiscal::acepta);
 
     // Lo que ya tiene el tipo.
     const LecturaFiscal l = LeePlantillaFiscal(plantilla);

@@ -7,7 +7,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -79,15 +78,7 @@ PanFPago::PanFPago(const Almacen& almacen, const QString& claveImpositiva, const
     campos->addRow(QStringLiteral("Detalles / Observaciones :"), text1_);
     capa->addLayout(campos);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    aceptar->setDefault(true);
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanFPago::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanFPago::reject);
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanFPago::acepta);
     connect(combo1_, &QComboBox::activated, this, &PanFPago::formaElegida);
     connect(check1_, &QCheckBox::clicked, this, &PanFPago::aCuentaCambiado);
 

@@ -8,7 +8,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QDir>
 #include <QFileDialog>
@@ -126,14 +125,7 @@ PanNueTipoComproba::PanNueTipoComproba(const Almacen& almacen, const Configuraci
     pestanias->addTab(marcas, QStringLiteral("Opciones"));
     capa->addWidget(pestanias, 1);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanNueTipoComproba::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanNueTipoComproba::reject);
+    connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanNueTipoComproba::acepta);
     connect(opciones, &QPushButton::clicked, this, &PanNueTipoComproba::opciones);
     connect(chkInversa_, &QCheckBox::toggled, this, &PanNueTipoComproba::actualizaStock);
 

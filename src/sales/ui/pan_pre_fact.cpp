@@ -7,7 +7,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -32,14 +31,7 @@ PanPreFact::PanPreFact(const Almacen& almacen, const Configuracion& conf, QWidge
     chkUEm_->setChecked(EsNumerico(QStringView(conf_.lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado")))));
     capa->addWidget(combo1_);
     capa->addWidget(chkUEm_);
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanPreFact::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanPreFact::reject);
+    connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanPreFact::acepta);
     resize(420, sizeHint().height());
     CentrarVentana(this);
 }

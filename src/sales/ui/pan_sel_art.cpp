@@ -6,7 +6,6 @@
 #include "shell/ventanas.h"
 
 #include <QCoreApplication>
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -52,14 +51,7 @@ PanSelArt::PanSelArt(Almacen& almacen, const Configuracion& conf, const QString&
     grilla_->ocultaColumna(QStringLiteral("idArticulo"));
     capa->addWidget(grilla_, 1);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanSelArt::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanSelArt::reject);
+    connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanSelArt::acepta);
     connect(grilla_, &Grilla::filaActivada, this, &PanSelArt::acepta);
     connect(text1_, &QLineEdit::textChanged, this, &PanSelArt::filtra);
     connect(text1_, &QLineEdit::returnPressed, this, &PanSelArt::acepta);

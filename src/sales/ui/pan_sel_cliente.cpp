@@ -5,7 +5,6 @@
 #include "shell/mensajes.h"
 #include "shell/ventanas.h"
 
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -43,14 +42,7 @@ PanSelCliente::PanSelCliente(Almacen& almacen, QWidget* padre) : QDialog(padre) 
     grilla_->fijaAnchoColumna(QStringLiteral("Domicilio"), 200);
     capa->addWidget(grilla_, 1);
 
-    auto* botones = new QDialogButtonBox(this);
-    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
-    aceptar->setObjectName(QStringLiteral("Command1"));
-    auto* cancelar = botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
-    cancelar->setObjectName(QStringLiteral("Command2"));
-    capa->addWidget(botones);
-    connect(aceptar, &QPushButton::clicked, this, &PanSelCliente::acepta);
-    connect(cancelar, &QPushButton::clicked, this, &PanSelCliente::reject);
+    connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanSelCliente::acepta);
     connect(grilla_, &Grilla::filaActivada, this, &PanSelCliente::acepta);
     connect(text1_, &QLineEdit::textChanged, this,
             [this](const QString& t) { grilla_->busca(QStringLiteral("Nombre"), t); });

@@ -86,11 +86,10 @@ TEST_F(ComprobantesRegistrados, ElBorradoAbreEnElDiaPreguntaYDeshace) {
     bool pregunto = false;
     QTimer vigia; // cierra cualquier caja que aparezca; se apaga al salir de la prueba
     QObject::connect(&vigia, &QTimer::timeout, [&pregunto] {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (auto* m = qobject_cast<QMessageBox*>(w); m && m->isVisible()) {
-                pregunto = true;
-                m->reject();
-            }
+        if (QMessageBox* m = prueba::cajaVisible()) {
+            pregunto = true;
+            m->reject();
+        }
     });
     vigia.start(5);
     p.findChild<QPushButton*>(QStringLiteral("Command29"))->click();

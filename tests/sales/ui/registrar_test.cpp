@@ -13,7 +13,6 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QAbstractButton>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -35,19 +34,11 @@ std::shared_ptr<QStringList> respondeTodas(int cuantas) {
             reloj->deleteLater();
             return;
         }
-        QMessageBox* caja = nullptr;
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (auto* m = qobject_cast<QMessageBox*>(w); m && m->isVisible()) caja = m;
+        QMessageBox* caja = prueba::cajaVisible();
         if (!caja) return;
         vistas->append(caja->text());
-        const QString boton = caja->text().startsWith(QStringLiteral("Registra e Imprime")) ? QStringLiteral("Sí")
-                                                                                            : QStringLiteral("Aceptar");
-        for (QAbstractButton* b : caja->buttons())
-            if (b->text() == boton) {
-                b->click();
-                return;
-            }
-        caja->reject();
+        prueba::pulsa(caja, caja->text().startsWith(QStringLiteral("Registra e Imprime")) ? QStringLiteral("Sí")
+                                                                                          : QStringLiteral("Aceptar"));
     });
     reloj->start();
     return vistas;
