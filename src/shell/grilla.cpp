@@ -520,7 +520,10 @@ void Grilla::aplicaOcultas() {
 void Grilla::anchosIniciales() {
     // La primera vez, cada columna al ancho de su título y de las filas ya leídas, entre el
     // ancho de siempre y un tope para que una descripción larga no se lleve la grilla.
+    // Se miden las primeras filas, no toda la página: es lo que se ve al abrir.
     auto* enc = tabla_->horizontalHeader();
+    const int precision = enc->resizeContentsPrecision();
+    enc->setResizeContentsPrecision(40);
     const int minimo = enc->defaultSectionSize();
     const int tope = tabla_->fontMetrics().horizontalAdvance(QLatin1Char('M')) * 24;
     for (int c = 0; c < modelo_->columnCount(); ++c) {
@@ -528,6 +531,7 @@ void Grilla::anchosIniciales() {
         tabla_->resizeColumnToContents(c);
         enc->resizeSection(c, std::clamp(enc->sectionSize(c), minimo, std::max(minimo, tope)));
     }
+    enc->setResizeContentsPrecision(precision);
 }
 
 QString Grilla::tituloColumna(const QString& campo) const { return modelo_->titulo(campo); }
@@ -843,11 +847,10 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
                                                         : QStringLiteral("c LIKE ? ESCAPE '\\'");
     // Con el numerador, el LIMIT -1 impide que SQLite funda la subconsulta con la de afuera
     // (si no, numeraría sólo las filas que coinciden).
-    const bool numerador = funciones;
     const QString sql = QStringLiteral("SELECT n FROM (SELECT ") +
-                        (numerador ? QStringLiteral("orv_fila()") : QStringLiteral("ROW_NUMBER() OVER ()")) +
+                        (funciones ? QStringLiteral("orv_fila()") : QStringLiteral("ROW_NUMBER() OVER ()")) +
                         QStringLiteral(" AS n, c FROM (SELECT ") + c + QStringLiteral(" AS c FROM (") + sql_ +
-                        QStringLiteral(") AS q) AS q2") + (numerador ? QStringLiteral(" LIMIT -1") : QString()) +
+                        QStringLiteral(") AS q) AS q2") + (funciones ? QStringLiteral(" LIMIT -1") : QString()) +
                         QStringLiteral(") AS t WHERE ") + condicion + QStringLiteral(" LIMIT 1");
     filasNumeradas = 0;
     QVariantList p = parametros_;
