@@ -2,31 +2,26 @@
 
 #include "reports/catalogo.h"
 #include "reports/ui/salida_informes.h"
-#include "store/formato.h"
 
 namespace orv {
 
 bool InformeFaltante(SalidaInformes& s, const QDate& hoy) {
     s.reinicia();
     s.fijaDestino(SalidaInformes::Ventana);
-    Seleccion sel;
-    sel.condicion = QStringLiteral("StockActual <= StockMinimo");
-    sel.periodo = QStringLiteral("Al ") + FechaTexto(hoy);
-    return s.imprime(QStringLiteral("faltante.rpt"), sel);
+    const QString faltante = QStringLiteral("faltante.rpt");
+    return s.imprime(faltante, SeleccionUsual(faltante, hoy, hoy));
 }
 
 bool InformeListaPrecios(SalidaInformes& s, std::optional<qint64> idRubro, bool porCodigo, const QDate& hoy) {
     s.restableceDestino();
-    Seleccion sel;
+    const QString lista =
+        porCodigo ? QStringLiteral("listadepreciosporcodigo.rpt") : QStringLiteral("listadepreciosporalfabeto.rpt");
+    Seleccion sel = SeleccionUsual(lista, hoy, hoy); // todos los rubros
     if (idRubro) {
         sel.condicion = QStringLiteral("idRubro = ?");
         sel.parametros = {*idRubro};
-    } else {
-        sel.condicion = QStringLiteral("idRubro <> 0");
     }
-    sel.periodo = QStringLiteral("Al ") + FechaTexto(hoy);
-    return s.imprime(porCodigo ? QStringLiteral("listadepreciosporcodigo.rpt") : QStringLiteral("listadepreciosporalfabeto.rpt"),
-                     sel);
+    return s.imprime(lista, sel);
 }
 
 bool InformeCaja(SalidaInformes& s, const QDate& dia, bool completo) {

@@ -28,9 +28,12 @@ QString nombreLimpio(const QString& s) {
     return r.isEmpty() ? QStringLiteral("informe") : r;
 }
 
-void preparaPagina(QPrinter& p, const InformeArmado& inf) {
+// Impresora con la página del informe y las copias pedidas.
+void preparaImpresora(QPrinter& p, const InformeArmado& inf, int copias) {
     p.setPageSize(QPageSize(inf.pagina));
     p.setPageOrientation(inf.horizontal ? QPageLayout::Landscape : QPageLayout::Portrait);
+    p.setCopyCount(copias);
+    p.setDocName(inf.titulo);
 }
 
 } // namespace
@@ -124,35 +127,37 @@ InformeArmado SalidaInformes::arma(const DefinicionInforme& d, const Seleccion& 
     return ArmaInforme(almacen_, d, s, estado_.MascaraMoneda, reloj_.ahora());
 }
 
+void SalidaInformes::guarda(const DefinicionInforme& d, const Seleccion& s, const QString& archivo) const {
+    GuardaInforme(almacen_, d, s, estado_.MascaraMoneda, reloj_.ahora(), archivo);
+}
+
 void SalidaInformes::exporta(const QString& nombre, const Seleccion& seleccion, const QString& archivo) {
-    GuardaInforme(almacen_, definicion(nombre), seleccion, estado_.MascaraMoneda, reloj_.ahora(), archivo);
+    guarda(definicion(nombre), seleccion, archivo);
 }
 
 bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
     const DefinicionInforme d = definicion(nombre);
+    const QString titulo = d.titulo.isEmpty() ? QFileInfo(nombre).completeBaseName() : d.titulo;
     switch (destino_) {
     case Archivo: {
-        const QString archivo = eligeArchivo(d.titulo.isEmpty() ? QFileInfo(nombre).completeBaseName() : d.titulo);
+        const QString archivo = eligeArchivo(titulo);
         if (archivo.isEmpty()) return false;
-        GuardaInforme(almacen_, d, seleccion, estado_.MascaraMoneda, reloj_.ahora(), archivo);
+        guarda(d, seleccion, archivo);
         return true;
     }
     case Correo: {
         if (destinatario_.trimmed().isEmpty()) throw Aviso(QStringLiteral("Verificar datos de configuración!"));
         QTemporaryDir dir(QDir(conf_.carpetaDatos()).filePath(QStringLiteral("envio-XXXXXX")));
         if (!dir.isValid()) throw Aviso(QStringLiteral("No se pudo preparar el adjunto en ") + conf_.carpetaDatos());
-        const QString base = d.titulo.isEmpty() ? QFileInfo(nombre).completeBaseName() : d.titulo;
-        const QString pdf = dir.filePath(nombreLimpio(base) + QStringLiteral(".pdf"));
-        GuardaInforme(almacen_, d, seleccion, estado_.MascaraMoneda, reloj_.ahora(), pdf);
+        const QString pdf = dir.filePath(nombreLimpio(titulo) + QStringLiteral(".pdf"));
+        guarda(d, seleccion, pdf);
         enviaCorreo(destinatario_, nombreDestinatario_, asunto_, mensaje_, pdf);
         return true;
     }
     case Impresora: {
         const InformeArmado inf = arma(d, seleccion);
         QPrinter impresora(QPrinter::HighResolution);
-        preparaPagina(impresora, inf);
-        impresora.setCopyCount(copias_);
-        impresora.setDocName(inf.titulo);
+        preparaImpresora(impresora, inf, copias_);
         if (!eligeImpresora(impresora)) return false;
         PintaInforme(inf, impresora);
         return true;
@@ -160,8 +165,7 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
     case VistaPrevia: {
         const InformeArmado inf = arma(d, seleccion);
         QPrinter impresora(QPrinter::HighResolution);
-        preparaPagina(impresora, inf);
-        impresora.setCopyCount(copias_);
+        preparaImpresora(impresora, inf, copias_);
         QPrintPreviewDialog vista(&impresora, ventana_);
         vista.setObjectName(QStringLiteral("vistaPrevia"));
         vista.setWindowTitle(QStringLiteral("Vista previa - ") + inf.titulo);
@@ -173,9 +177,8 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
     case Ventana: break;
     }
     const InformeArmado inf = arma(d, seleccion);
-    auto* visor = new VisorInforme(inf, [this, d, seleccion](const QString& archivo) {
-        GuardaInforme(almacen_, d, seleccion, estado_.MascaraMoneda, reloj_.ahora(), archivo);
-    }, ventana_);
+    auto* visor = new VisorInforme(inf, [this, d, seleccion](const QString& archivo) { guarda(d, seleccion, archivo); },
+                                   ventana_);
     visor->show();
     visor->raise();
     visor->activateWindow();

@@ -82,6 +82,7 @@ public:
 private:
     DefinicionInforme definicion(const QString& nombre) const;
     InformeArmado arma(const DefinicionInforme& d, const Seleccion& s) const;
+    void guarda(const DefinicionInforme& d, const Seleccion& s, const QString& archivo) const;
 
     Almacen& almacen_;
     const Configuracion& conf_;

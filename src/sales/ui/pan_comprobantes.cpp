@@ -125,6 +125,8 @@ PanReImpresion::PanReImpresion(Almacen& almacen, SalidaInformes& salida, const Q
     grilla_ = new Grilla(almacen_, this);
     grilla_->setObjectName(QStringLiteral("data1"));
     grilla_->fijaClave(QStringLiteral("idComprobante"));
+    grilla_->fijaMascara(QStringLiteral("Total"), kMascara);
+    grilla_->fijaTitulo(QStringLiteral("Tipo"), QStringLiteral("Comprobante"));
     capa->addWidget(grilla_, 1);
     optFiscal_ = new QCheckBox(QStringLiteral("Emite en Impresor Fiscal ?"), this);
     optFiscal_->setObjectName(QStringLiteral("optFiscal"));
@@ -148,8 +150,6 @@ void PanReImpresion::buscaFecha() {
     grilla_->fijaConsulta(QStringLiteral("SELECT Fecha, Tipo, Factura, Total, idComprobante FROM ConsultaTiposComprobantesPorFecha "
                                          "WHERE Fecha = ? ORDER BY idComprobante"),
                           {dt1_->date()});
-    grilla_->fijaMascara(QStringLiteral("Total"), kMascara);
-    grilla_->fijaTitulo(QStringLiteral("Tipo"), QStringLiteral("Comprobante"));
 }
 
 void PanReImpresion::imprimir() {

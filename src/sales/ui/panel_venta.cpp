@@ -1,11 +1,8 @@
 #include "sales/ui/panel_venta.h"
 
-#include "sales/salida_comprobante.h"
-
 #include "reports/ui/salida_informes.h"
-
 #include "sales/registro.h"
-
+#include "sales/salida_comprobante.h"
 #include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_fpago.h"
@@ -145,7 +142,6 @@ void PanelVenta::armaPantalla() {
     text8_ = campo(QStringLiteral("Text8"), cliente, QStringLiteral("Nro. de cliente o tarjeta"));
     text8_->setMinimumWidth(150);
     text8_->setMaximumWidth(190);
-    text8_->setMaximumWidth(190);
     command38_ = new QPushButton(QStringLiteral("Buscar..."), cliente);
     command38_->setObjectName(QStringLiteral("Command38"));
     command38_->setFocusPolicy(Qt::TabFocus);
@@ -185,7 +181,6 @@ void PanelVenta::armaPantalla() {
     gc->addWidget(cboFPago_, 1, 5);
     gc->addWidget(command17_, 0, 6, 2, 1);
     gc->setColumnStretch(3, 1); // el nombre del cliente toma el lugar que sobra
-    gc->setColumnStretch(3, 1);
     capa->addWidget(cliente);
 
     // Carga de artículos.
@@ -773,9 +768,13 @@ void PanelVenta::recalculaLineas() {
     totales();
 }
 
-void PanelVenta::registrar() {
+QDate PanelVenta::hoy() const {
     static const Reloj relojDelSistema;
-    const QDate hoy = (reloj_ ? reloj_ : &relojDelSistema)->hoy();
+    return (reloj_ ? reloj_ : &relojDelSistema)->hoy();
+}
+
+void PanelVenta::registrar() {
+    const QDate hoy = this->hoy();
     // 1. Fecha cerrada.
     try {
         ExigeFechaAbierta(almacen_, hoy);
@@ -842,18 +841,19 @@ void PanelVenta::registrar() {
     d.total = ImporteMostrado(txtMontoTotal_->text());
     d.formaCalculoVip = conf_.lee(clave::miscelaneas, QStringLiteral("FormaCalculoVIP"));
     d.hoy = hoy;
+    const auto noSeRegistro = [this](const QString& motivo) {
+        MensajeError(QStringLiteral("No se registró el comprobante: ") + motivo +
+                         QStringLiteral("\nEl borrador queda como estaba."),
+                     this);
+    };
     Registrado r;
     try {
         r = RegistraComprobante(almacen_, d, *ruta);
     } catch (const Aviso& a) {
-        MensajeError(QStringLiteral("No se registró el comprobante: ") + a.texto() +
-                         QStringLiteral("\nEl borrador queda como estaba."),
-                     this);
+        noSeRegistro(a.texto());
         return;
     } catch (const ErrorAlmacen& e) {
-        MensajeError(QStringLiteral("No se registró el comprobante: ") + e.descripcion() +
-                         QStringLiteral("\nEl borrador queda como estaba."),
-                     this);
+        noSeRegistro(e.descripcion());
         return;
     }
     estado_.MontDescuentoActual = d.montDescuento;
@@ -866,17 +866,16 @@ void PanelVenta::registrar() {
 
 void PanelVenta::reimpresion() {
     try {
-        if (!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("veventas"))) {
-            MensajeError(QStringLiteral("Nivel no permitido!"), this);
-            return;
-        }
+        ExigeNivel(almacen_, estado_.idNivelActual, QStringLiteral("veventas"));
+    } catch (const Aviso& a) {
+        MuestraAviso(a, this);
+        return;
     } catch (const ErrorAlmacen& e) {
         MensajeErrorAlmacen(e, this);
         return;
     }
     if (!salida_) return;
-    static const Reloj relojDelSistema;
-    PanReImpresion dialogo(almacen_, *salida_, (reloj_ ? reloj_ : &relojDelSistema)->hoy(), this);
+    PanReImpresion dialogo(almacen_, *salida_, hoy(), this);
     dialogo.exec();
 }
 

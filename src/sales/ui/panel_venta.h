@@ -141,6 +141,7 @@ private:
     QPushButton* command16_ = nullptr;
     SalidaInformes* salida_ = nullptr;
     const Reloj* reloj_ = nullptr;
+    QDate hoy() const; // por el reloj fijado, o el del sistema
     QPushButton* command55_ = nullptr;
 
     OrigenLinea tag_ = OrigenLinea::CodigoBarras; // Command20.Tag
