@@ -17,11 +17,9 @@ namespace orv {
 
 namespace {
 
-const QString kSeccion = QStringLiteral("Configuracion");
-
-QString lee(const Configuracion& c, const char* clave) { return c.lee(kSeccion, QString::fromLatin1(clave)); }
-void graba(const Configuracion& c, const char* clave, const QString& valor) {
-    c.graba(kSeccion, QString::fromLatin1(clave), valor);
+QString lee(const Configuracion& c, const char* nombre) { return c.lee(clave::configuracion, QString::fromLatin1(nombre)); }
+void graba(const Configuracion& c, const char* nombre, const QString& valor) {
+    c.graba(clave::configuracion, QString::fromLatin1(nombre), valor);
 }
 
 void escribeClave(const Configuracion& c, const QString& clave) {
@@ -52,7 +50,8 @@ QByteArray direccion(const QString& nombre, const QString& correo) {
     if (nombre.trimmed().isEmpty()) return "<" + correo.toUtf8() + ">";
     QString n = nombre;
     n.remove(u'"');
-    return (encabezado(n).startsWith("=?") ? encabezado(n) : "\"" + n.toLatin1() + "\"") + " <" + correo.toUtf8() + ">";
+    const QByteArray codificado = encabezado(n);
+    return (codificado.startsWith("=?") ? codificado : "\"" + codificado + "\"") + " <" + correo.toUtf8() + ">";
 }
 
 QString motivoEnCastellano(CURLcode r) {
