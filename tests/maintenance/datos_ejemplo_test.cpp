@@ -71,49 +71,6 @@ protected:
 };
 ORV_AMBOS_MOTORES(DatosEjemplo);
 
-TEST_P(DatosEjemplo, CargaUnComercioCompletoYCoherente) {
-    Almacen& a = almacen();
-    const qint64 tiposAntes = cuenta(a, "SELECT count(*) FROM TiposDeComprobantes");
-    cargaDatosEjemplo(a, reloj_);
-
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 300);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Vendedores"), 41);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Proveedores"), 8);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Rubros WHERE PuntosVIP > 0"), 8);
-    EXPECT_GE(cuenta(a, "SELECT count(*) FROM Zonas"), 4);
-
-    // Los siete tipos, sin repetir ni dejar de más el de partida.
-    QStringList tipos;
-    QSqlQuery q = a.consulta(QStringLiteral("SELECT Tipo FROM TiposDeComprobantes ORDER BY Tipo"));
-    while (q.next()) tipos << q.value(0).toString();
-    EXPECT_EQ(tipos, (QStringList{"FACTURA A", "FACTURA B", "NOTA DE CREDITO A", "NOTA DE CREDITO B", "PRESUPUESTO",
-                                  "REMITO", "TICKET"}));
-    EXPECT_LE(tiposAntes, 7);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM TiposDeComprobantes WHERE Correlativo <> 0 OR PuntoDeVenta <> '0001'"), 0);
-
-    // Banderas: la nota de crédito invierte, el presupuesto no mueve nada ni es comercial,
-    // el remito mueve stock pero no caja.
-    const auto banderas = [&a](const char* tipo) {
-        QSqlQuery f = a.consulta(QStringLiteral("SELECT DescuentaStock, RegistraCaja, OperacionInversa, EsComercial, Letra "
-                                                "FROM TiposDeComprobantes WHERE Tipo = ?"),
-                                 {QString::fromUtf8(tipo)});
-        EXPECT_TRUE(f.next()) << tipo;
-        return QStringLiteral("%1%2%3%4%5")
-            .arg(f.value(0).toInt() != 0)
-            .arg(f.value(1).toInt() != 0)
-            .arg(f.value(2).toInt() != 0)
-            .arg(f.value(3).toInt() != 0)
-            .arg(f.value(4).toString());
-    };
-    EXPECT_EQ(banderas("FACTURA A"), "1101A");
-    EXPECT_EQ(banderas("FACTURA B"), "1101B");
-    EXPECT_EQ(banderas("NOTA DE CREDITO A"), "1111A");
-    EXPECT_EQ(banderas("NOTA DE CREDITO B"), "1111B");
-    EXPECT_EQ(banderas("PRESUPUESTO"), "0000X");
-    EXPECT_EQ(banderas("REMITO"), "1000R");
-    EXPECT_EQ(banderas("TICKET").right(1), "B");
-}
-
 TEST_P(DatosEjemplo, ArticulosConCodigoEanYPreciosExactos) {
     Almacen& a = almacen();
     cargaDatosEjemplo(a, reloj_);

@@ -260,32 +260,4 @@ TEST_F(GrillaTest, ImprimeTodasLasFilasConPaginas) {
     EXPECT_GT(QFileInfo(ruta(QStringLiteral("grilla.pdf"))).size(), 1000);
 }
 
-// Con ORVANTA_CAPTURAS deja las imágenes de la grilla, plana y agrupada, en los dos tamaños.
-TEST_F(GrillaTest, Capturas) {
-    const QString carpeta = qEnvironmentVariable("ORVANTA_CAPTURAS");
-    auto g = nueva();
-    g->fijaConsulta(kSql);
-    g->fijaTitulo(QStringLiteral("id"), QStringLiteral("Código"));
-    g->fijaTitulo(QStringLiteral("Nombre"), QStringLiteral("Descripción"));
-    g->fijaMascara(QStringLiteral("Importe"), QStringLiteral("#,##0.00"));
-    g->fijaAnchoColumna(QStringLiteral("Nombre"), 260);
-    for (const QSize& tam : {QSize(1280, 800), QSize(1024, 768)}) {
-        g->resize(tam);
-        g->show();
-        QCoreApplication::processEvents();
-        const QPixmap plana = g->grab();
-        EXPECT_EQ(plana.size(), tam);
-        g->agrupaPor(QStringLiteral("Rubro"));
-        g->arbol()->topLevelItem(1)->setExpanded(true);
-        QCoreApplication::processEvents();
-        const QPixmap agrupada = g->grab();
-        g->quitaAgrupacion();
-        if (!carpeta.isEmpty()) {
-            const QString sufijo = QStringLiteral("_%1x%2.png").arg(tam.width()).arg(tam.height());
-            plana.save(QDir(carpeta).filePath(QStringLiteral("grilla") + sufijo));
-            agrupada.save(QDir(carpeta).filePath(QStringLiteral("grilla_agrupada") + sufijo));
-        }
-    }
-}
-
 } // namespace

@@ -1,6 +1,6 @@
 // Módulo de envíos: la configuración del correo y el envío de la página HTML a un servidor SMTP real.
 
-#include "apoyo/base_prueba.h"
+#include "apoyo/pantalla_prueba.h"
 #include "apoyo/servidor_smtp.h"
 #include "reports/correo.h"
 #include "reports/ui/pan_mensajeria.h"
@@ -19,12 +19,10 @@ namespace {
 
 using prueba::respondeCaja;
 
-class Mensajeria : public ::testing::Test {
+class Mensajeria : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
-        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
-        actualizaEsquema(a());
-        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        PantallaDePrueba::SetUp();
         a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioFinal) VALUES ('A1', 'Yerba <1 kg>', 10)"));
         const qint64 c = a().inserta(QStringLiteral("INSERT INTO Comprobantes (Factura, Fecha, Nombre, Total) VALUES ('B0001-00000007', ?, 'Ana', 10)"),
                                      {QDate(2026, 11, 10)}, QStringLiteral("idComprobante"));
@@ -33,7 +31,6 @@ protected:
                                          {QDate(2026, 12, 10)}, QStringLiteral("idComprobante"));
         a().ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, SubTotal) VALUES (?, 1, 1, 10)"), {fuera});
     }
-    Almacen& a() { return base_->almacen(); }
     void configura(const QString& servidor) {
         DatosCorreo d;
         d.destino = QStringLiteral("central@almacen.com.ar");
@@ -44,10 +41,6 @@ protected:
         d.tituloMensaje = QStringLiteral("Novedades de la sucursal");
         GrabaDatosCorreo(*conf_, d, false);
     }
-
-    std::unique_ptr<prueba::AlmacenDePrueba> base_;
-    std::unique_ptr<Configuracion> conf_;
-    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(9, 15))};
 };
 
 TEST_F(Mensajeria, EnviaLasSeccionesElegidasDelPeriodoAUnServidorReal) {

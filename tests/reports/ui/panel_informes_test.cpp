@@ -1,7 +1,7 @@
 // Panel "Estadísticas e informes": cada entrada lanza su informe con el período del panel y el
 // sujeto que piden sus pantallas, al destino vigente.
 
-#include "apoyo/base_prueba.h"
+#include "apoyo/pantalla_prueba.h"
 #include "apoyo/modal.h"
 #include "reports/ui/lanzadores.h"
 #include "reports/ui/pan_print_crystal.h"
@@ -27,12 +27,10 @@ namespace {
 
 using prueba::alAbrirse;
 
-class PanelDeInformes : public ::testing::Test {
+class PanelDeInformes : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
-        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
-        actualizaEsquema(a());
-        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        PantallaDePrueba::SetUp();
         salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         // Todo a CSV: las filas de la selección, sin formato, para contarlas.
         salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
@@ -46,7 +44,6 @@ protected:
             a().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso) VALUES (?, ?, ?, 10, 0)"),
                         {cuenta, QDate(2026, dia == 10 ? 12 : 11, dia), QString::fromLatin1(det)});
     }
-    Almacen& a() { return base_->almacen(); }
     // Líneas de datos del último CSV (sin el encabezado).
     QStringList ultimoCsv() const {
         QFile f(QDir(base_->carpeta()).filePath(QStringLiteral("salida%1.csv").arg(pedidos_.size())));
@@ -61,10 +58,6 @@ protected:
         b->click();
     }
 
-    std::unique_ptr<prueba::AlmacenDePrueba> base_;
-    std::unique_ptr<Configuracion> conf_;
-    EstadoAplicacion estado_;
-    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(9, 15))};
     std::unique_ptr<SalidaInformes> salida_;
     std::unique_ptr<PanelInformes> panel_;
     QStringList pedidos_;

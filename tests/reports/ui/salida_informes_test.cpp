@@ -1,7 +1,7 @@
 // Salida de los informes: el destino que queda para los informes siguientes, cada destino con lo
 // que entrega, los errores en castellano, las pantallas que piden el sujeto y el catálogo libre.
 
-#include "apoyo/base_prueba.h"
+#include "apoyo/pantalla_prueba.h"
 #include "apoyo/modal.h"
 #include "reports/catalogo.h"
 #include "reports/ui/pan_print_crystal.h"
@@ -45,12 +45,10 @@ QByteArray comienzo(const QString& ruta) {
     return f.open(QIODevice::ReadOnly) ? f.read(5) : QByteArray();
 }
 
-class SalidaDeInformes : public ::testing::Test {
+class SalidaDeInformes : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
-        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
-        actualizaEsquema(a());
-        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        PantallaDePrueba::SetUp();
         salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         for (const auto& [dia, detalle, ingreso] :
              {std::tuple{5, "Venta a O'Brien", "150.5"}, std::tuple{6, "Venta mostrador", "20"}, std::tuple{40, "Fuera", "9"}})
@@ -64,16 +62,11 @@ protected:
             if (w->objectName() == QStringLiteral("visorInforme")) visores << w;
         for (const QPointer<QWidget>& v : visores) delete v.data();
     }
-    Almacen& a() { return base_->almacen(); }
     QString ruta(const QString& n) const { return QDir(base_->carpeta()).filePath(n); }
     Seleccion noviembre() const {
         return SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
     }
 
-    std::unique_ptr<prueba::AlmacenDePrueba> base_;
-    std::unique_ptr<Configuracion> conf_;
-    EstadoAplicacion estado_;
-    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(9, 15))};
     std::unique_ptr<SalidaInformes> salida_;
 };
 

@@ -1,6 +1,6 @@
 // Borrado y reimpresión de comprobantes registrados, desde sus pantallas.
 
-#include "apoyo/base_prueba.h"
+#include "apoyo/pantalla_prueba.h"
 #include "apoyo/modal.h"
 #include "reports/ui/salida_informes.h"
 #include "sales/registro.h"
@@ -26,18 +26,15 @@ using prueba::respondeCaja;
 
 const QDate kHoy(2026, 11, 23);
 
-class ComprobantesRegistrados : public ::testing::Test {
+class ComprobantesRegistrados : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
-        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
-        actualizaEsquema(a());
+        PantallaDePrueba::SetUp();
         a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, StockActual) VALUES ('A1', 'Yerba', 10)"));
-        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
         ayer_ = registra(kHoy.addDays(-1), 1);
         hoy1_ = registra(kHoy, 2);
         hoy2_ = registra(kHoy, 3);
     }
-    Almacen& a() { return base_->almacen(); }
     qint64 registra(const QDate& dia, double cantidad) {
         a().ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
                                    "VALUES (1, 'A1', 'Yerba', ?, 100, ?, 1)"),
@@ -53,8 +50,6 @@ protected:
     }
     double stock() { return a().valor(QStringLiteral("SELECT StockActual FROM Articulos WHERE Codigo = 'A1'")).toDouble(); }
 
-    std::unique_ptr<prueba::AlmacenDePrueba> base_;
-    std::unique_ptr<Configuracion> conf_;
     qint64 ayer_ = 0, hoy1_ = 0, hoy2_ = 0;
 };
 

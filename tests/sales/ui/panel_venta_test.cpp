@@ -1,6 +1,7 @@
 // El panel "Vender" conducido como lo usa un cajero: lector de códigos, teclado y mouse.
 
-#include "apoyo/base_prueba.h"
+#include "apoyo/pantalla_prueba.h"
+#include "panel_prueba.h"
 #include "apoyo/modal.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_sel_cliente.h"
@@ -24,11 +25,10 @@ namespace {
 using prueba::alAbrirse;
 using prueba::respondeCaja;
 
-class PanelVentaTest : public ::testing::Test {
+class PanelVentaTest : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
-        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
-        actualizaEsquema(a());
+        PantallaDePrueba::SetUp();
         articulo(QStringLiteral("0101"), QStringLiteral("Yerba 1 kg"), 100, QStringLiteral("PRV-1"));
         articulo(QStringLiteral("AB'1%*"), QStringLiteral("Código raro"), 19.99, QStringLiteral("P'2"));
         articulo(QStringLiteral("0303"), QStringLiteral("Azúcar 1 kg"), 250, QString());
@@ -37,31 +37,13 @@ protected:
                                    "'123456')"));
         a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, idTipoIva, Descuento) "
                                    "VALUES (12345, 'Bruno Cinco Cifras', 1, 0)"));
-        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
-        estado_.IdRed = 1;
-        estado_.idUsuarioActual = 1;
-        estado_.idNivelActual = 1;
-        estado_.idTipoComprobanteActual = 1;
         panel_ = nuevoPanel(estado_);
     }
-    Almacen& a() { return base_->almacen(); }
     void articulo(const QString& codigo, const QString& desc, double precio, const QString& prove) {
         a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, CgoProveedor) VALUES (?, ?, ?, ?)"),
                     {codigo, desc, precio, prove});
     }
-    std::unique_ptr<PanelVenta> nuevoPanel(EstadoAplicacion& e) {
-        auto p = std::make_unique<PanelVenta>(a(), e, *conf_);
-        p->resize(1200, 700);
-        p->leeCoefIva();
-        p->llenaTiposComprobante();
-        p->llenaArticulos();
-        p->llenaVendedores();
-        p->llenaFormasPago();
-        p->show();
-        QApplication::setActiveWindow(p.get());
-        p->entra();
-        return p;
-    }
+    std::unique_ptr<PanelVenta> nuevoPanel(EstadoAplicacion& e) { return prueba::AbrePanelVenta(a(), e, *conf_); }
     template <typename T>
     T* w(const char* nombre) const {
         T* h = panel_->findChild<T*>(QString::fromLatin1(nombre));
@@ -73,12 +55,7 @@ protected:
         return w<QLineEdit>(nombre)->text();
     }
     // Lo que hace el lector: el código y Enter en el campo de código.
-    void escanea(const QString& codigo) {
-        QLineEdit* t7 = w<QLineEdit>("Text7");
-        t7->setFocus();
-        QTest::keyClicks(t7, codigo);
-        QTest::keyClick(t7, Qt::Key_Return);
-    }
+    void escanea(const QString& codigo) { prueba::Teclea(*panel_, "Text7", codigo); }
     std::vector<std::tuple<QString, double, double, double>> lineas(qint32 red = 1) {
         std::vector<std::tuple<QString, double, double, double>> r;
         QSqlQuery q = a().consulta(
@@ -88,9 +65,6 @@ protected:
         return r;
     }
 
-    std::unique_ptr<prueba::AlmacenDePrueba> base_;
-    std::unique_ptr<Configuracion> conf_;
-    EstadoAplicacion estado_;
     std::unique_ptr<PanelVenta> panel_;
 };
 

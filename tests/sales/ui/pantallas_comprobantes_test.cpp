@@ -1,6 +1,6 @@
 // Pantallas de tipos de comprobante y "Mas Datos...": controles, textos y lo que graban.
 
-#include "apoyo/base_prueba.h"
+#include "apoyo/pantalla_prueba.h"
 #include "apoyo/modal.h"
 #include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_conf_fiscal.h"
@@ -29,23 +29,18 @@ namespace {
 using prueba::alAbrirse;
 using prueba::respondeCaja;
 
-class PantallasComprobantes : public ::testing::Test {
+class PantallasComprobantes : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
-        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
-        actualizaEsquema(a());
-        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        PantallaDePrueba::SetUp();
         conf_->graba(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"), QStringLiteral("1"));
     }
-    Almacen& a() { return base_->almacen(); }
     template <typename T>
     static T* h(QWidget* w, const char* n) {
         T* r = w->findChild<T*>(QString::fromLatin1(n));
         EXPECT_NE(r, nullptr) << n;
         return r;
     }
-    std::unique_ptr<prueba::AlmacenDePrueba> base_;
-    std::unique_ptr<Configuracion> conf_;
 };
 
 TEST_F(PantallasComprobantes, NuevoTipoValidaExplicaYEligePlantilla) {

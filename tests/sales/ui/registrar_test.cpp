@@ -2,7 +2,8 @@
 // cerrada primero), la pregunta, el comprobante que queda y sale por la salida de informes, y una
 // falla que no pierde el borrador.
 
-#include "apoyo/base_prueba.h"
+#include "apoyo/pantalla_prueba.h"
+#include "panel_prueba.h"
 #include "reports/ui/salida_informes.h"
 #include "sales/ui/panel_venta.h"
 #include "store/actualizacion.h"
@@ -44,47 +45,23 @@ std::shared_ptr<QStringList> respondeTodas(int cuantas) {
     return vistas;
 }
 
-class Registrar : public ::testing::Test {
+class Registrar : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
-        base_ = std::make_unique<prueba::AlmacenDePrueba>(prueba::Motor::SQLite);
-        actualizaEsquema(a());
+        PantallaDePrueba::SetUp();
         a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, StockActual) VALUES ('0101', 'Yerba 1 kg', 100, 5)"));
         a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit, idTipoIva) VALUES (7, 'Kiosco O''Hara', '20-12345678-6', 1)"));
-        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
-        estado_.IdRed = 1;
-        estado_.idUsuarioActual = 1;
-        estado_.idNivelActual = 1;
-        estado_.idTipoComprobanteActual = 1;
         salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
         salida_->eligeArchivo = [this](const QString&) { return pdf(); };
-        panel_ = std::make_unique<PanelVenta>(a(), estado_, *conf_);
+        panel_ = prueba::AbrePanelVenta(a(), estado_, *conf_);
         panel_->fijaSalida(salida_.get());
         panel_->fijaReloj(&reloj_);
-        panel_->resize(1200, 700);
-        panel_->leeCoefIva();
-        panel_->llenaTiposComprobante();
-        panel_->llenaArticulos();
-        panel_->llenaVendedores();
-        panel_->llenaFormasPago();
-        panel_->show();
-        QApplication::setActiveWindow(panel_.get());
-        panel_->entra();
     }
-    Almacen& a() { return base_->almacen(); }
     QString pdf() const { return base_->carpeta() + QStringLiteral("/comprobante.pdf"); }
     QLineEdit* campo(const char* n) { return panel_->findChild<QLineEdit*>(QString::fromLatin1(n)); }
-    void escanea(const QString& codigo) {
-        campo("Text7")->setFocus();
-        QTest::keyClicks(campo("Text7"), codigo);
-        QTest::keyClick(campo("Text7"), Qt::Key_Return);
-    }
-    void cliente(const QString& numero) {
-        campo("Text8")->setFocus();
-        QTest::keyClicks(campo("Text8"), numero);
-        QTest::keyClick(campo("Text8"), Qt::Key_Return);
-    }
+    void escanea(const QString& codigo) { prueba::Teclea(*panel_, "Text7", codigo); }
+    void cliente(const QString& numero) { prueba::Teclea(*panel_, "Text8", numero); }
     qint64 cuenta(const char* tabla) { return a().valor(QStringLiteral("SELECT count(*) FROM ") + QString::fromLatin1(tabla)).toLongLong(); }
     int correlativo() { return a().valor(QStringLiteral("SELECT Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = 1")).toInt(); }
     void f9() {
@@ -92,10 +69,6 @@ protected:
         QTest::keyClick(panel_.get(), Qt::Key_F9);
     }
 
-    std::unique_ptr<prueba::AlmacenDePrueba> base_;
-    std::unique_ptr<Configuracion> conf_;
-    EstadoAplicacion estado_;
-    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(10, 0))};
     std::unique_ptr<SalidaInformes> salida_;
     std::unique_ptr<PanelVenta> panel_;
 };

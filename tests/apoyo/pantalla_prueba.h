@@ -1,0 +1,34 @@
+#pragma once
+// Base de las pruebas de pantallas: un almacén SQLite al día, la configuración en su carpeta, el
+// estado de la terminal 1 con el supervisor, y un reloj fijo.
+
+#include "apoyo/base_prueba.h"
+#include "app/configuracion.h"
+#include "app/estado.h"
+#include "store/actualizacion.h"
+#include "store/reloj.h"
+
+#include <memory>
+
+namespace orv::prueba {
+
+class PantallaDePrueba : public ::testing::Test {
+protected:
+    void SetUp() override {
+        base_ = std::make_unique<AlmacenDePrueba>(Motor::SQLite);
+        actualizaEsquema(a());
+        conf_ = std::make_unique<Configuracion>(base_->carpeta(), base_->carpeta() + QStringLiteral("/u.conf"));
+        estado_.IdRed = 1;
+        estado_.idUsuarioActual = 1;
+        estado_.idNivelActual = 1;
+        estado_.idTipoComprobanteActual = 1;
+    }
+    Almacen& a() { return base_->almacen(); }
+
+    std::unique_ptr<AlmacenDePrueba> base_;
+    std::unique_ptr<Configuracion> conf_;
+    EstadoAplicacion estado_;
+    RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(9, 15))};
+};
+
+} // namespace orv::prueba
