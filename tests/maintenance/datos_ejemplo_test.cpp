@@ -1,9 +1,8 @@
-// Datos de ejemplo y generador de almacenes grandes, en los dos motores.
+// Datos de ejemplo, en los dos motores.
 
 #include "apoyo/base_prueba.h"
 
 #include "maintenance/datos_ejemplo.h"
-#include "maintenance/generador.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
 #include "store/cuit.h"
@@ -228,81 +227,6 @@ TEST_P(DatosEjemplo, UnaFallaAMitadDeCargaNoDejaNada) {
     EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Proveedores"), 0);
     EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Rubros"), 0);
     EXPECT_EQ(a.profundidadTransaccion(), 0);
-}
-
-// ---- Generador de almacenes grandes ---------------------------------------------------------
-
-class Generador : public DatosEjemplo {};
-ORV_AMBOS_MOTORES(Generador);
-
-TEST_P(Generador, FilasYSumasExactas) {
-    Almacen& a = almacen();
-    OpcionesGenerador o;
-    o.articulos = 1000;
-    o.filasCaja = 5000;
-    o.hasta = QDate(2024, 6, 14);
-    const ResumenGeneracion r = generaAlmacenGrande(a, o);
-
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 1000);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja"), 5000);
-    EXPECT_EQ(cuenta(a, "SELECT count(DISTINCT Codigo) FROM Articulos"), 1000);
-    EXPECT_EQ(cuenta(a, "SELECT count(DISTINCT CgoProveedor) FROM Articulos"), 1000);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro "
-                        "WHERE Rubros.idRubro IS NULL"),
-              0);
-
-    // Lo esperado, fila por fila, calculado aquí.
-    qint64 ingresos = 0;
-    qint64 egresos = 0;
-    qint64 filasEgreso = 0;
-    for (qint64 n = 1; n <= 5000; ++n) {
-        if (esEgresoFilaCaja(n)) {
-            egresos += centavosFilaCaja(n) * 100;
-            ++filasEgreso;
-        } else {
-            ingresos += centavosFilaCaja(n) * 100;
-        }
-    }
-    EXPECT_EQ(diezmilesimos(a.valor(QStringLiteral("SELECT SUM(Ingreso) FROM Caja"))), ingresos);
-    EXPECT_EQ(diezmilesimos(a.valor(QStringLiteral("SELECT SUM(Egreso) FROM Caja"))), egresos);
-    EXPECT_EQ(r.ingresos, ingresos);
-    EXPECT_EQ(r.egresos, egresos);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja WHERE Egreso > 0 AND Ingreso = 0"), filasEgreso);
-
-    // Las ventas van a "Ventas Mostrador" y las compras a "Pago a Proveedores".
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja INNER JOIN Cuentas ON Caja.idCuenta = Cuentas.idCuenta "
-                        "WHERE Cuentas.Cuenta = 'Ventas Mostrador' AND Caja.Detalles LIKE 'VENTA : %'"),
-              5000 - filasEgreso);
-
-    // 300 filas por día, la última el día pedido.
-    EXPECT_EQ(a.valor(QStringLiteral("SELECT MAX(Fecha) FROM Caja")).toDate(), QDate(2024, 6, 14));
-    EXPECT_EQ(a.valor(QStringLiteral("SELECT MIN(Fecha) FROM Caja")).toDate(), QDate(2024, 6, 14).addDays(-16));
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja WHERE Fecha = ?", {QDate(2024, 6, 14)}), 300);
-
-    // Venta = costo × (1 + utilidad) al centavo; con IVA exacto: final × 100 = venta × 121.
-    QSqlQuery q = a.consulta(
-        QStringLiteral("SELECT PrecioCosto, PrecioVenta, PrecioFinal, UtilidadPorcentaje, Codigo FROM Articulos"));
-    while (q.next()) {
-        const qint64 costo = diezmilesimos(q.value(0));
-        const qint64 venta = diezmilesimos(q.value(1));
-        const QString codigo = q.value(4).toString();
-        ASSERT_EQ(venta % 100, 0) << qPrintable(codigo);
-        ASSERT_NEAR(double(venta), double(costo) * (1.0 + q.value(3).toDouble() / 100.0), 50.0) << qPrintable(codigo);
-        ASSERT_EQ(diezmilesimos(q.value(2)) * 100, venta * 121) << qPrintable(codigo);
-    }
-}
-
-TEST_P(Generador, AgregaSobreUnAlmacenConDatos) {
-    Almacen& a = almacen();
-    cargaDatosEjemplo(a, reloj_);
-    OpcionesGenerador o;
-    o.articulos = 120;
-    o.filasCaja = 30;
-    o.hasta = QDate(2024, 6, 14);
-    generaAlmacenGrande(a, o);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Articulos"), 420);
-    EXPECT_EQ(cuenta(a, "SELECT count(DISTINCT Codigo) FROM Articulos"), 420);
-    EXPECT_EQ(cuenta(a, "SELECT count(*) FROM Caja"), 30);
 }
 
 } // namespace
