@@ -54,4 +54,16 @@ void MensajeErrorAlmacen(const ErrorAlmacen& e, QWidget* padre) {
             padre);
 }
 
+bool Intenta(QWidget* padre, const std::function<void()>& accion) {
+    try {
+        accion();
+        return true;
+    } catch (const Aviso& a) {
+        MuestraAviso(a, padre);
+    } catch (const ErrorAlmacen& e) {
+        MensajeErrorAlmacen(e, padre);
+    }
+    return false;
+}
+
 } // namespace orv

@@ -6,6 +6,7 @@
 
 #include <QMessageBox>
 #include <QString>
+#include <functional>
 
 class QWidget;
 
@@ -24,6 +25,8 @@ void MuestraAviso(const Aviso& aviso, QWidget* padre = nullptr);
 
 // "Error detectado: <descripción>" con el título "Error <número>".
 void MensajeErrorAlmacen(const ErrorAlmacen& e, QWidget* padre = nullptr);
+// Corre `accion`; si lanza un aviso o un error del almacén, lo muestra y devuelve false.
+bool Intenta(QWidget* padre, const std::function<void()>& accion);
 
 // Pregunta Sí/No con el texto seguido de " ??" y el título "Pregunta". Verdadero sólo para Sí.
 bool Pregunta(const QString& texto, QWidget* padre = nullptr);

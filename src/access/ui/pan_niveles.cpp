@@ -199,7 +199,7 @@ void PanNiveles::nuevoNivel() {
 void PanNiveles::eliminaNivel() {
     const auto id = nivelActual();
     if (!id) return;
-    try {
+    Intenta(this, [&] {
         if (NivelEnUso(almacen_, *id)) {
             MensajeError(QStringLiteral("Existen usuarios ya asignados a éste nivel!"), this);
             return;
@@ -210,11 +210,7 @@ void PanNiveles::eliminaNivel() {
         EliminaNivel(almacen_, *id);
         cargado_.reset();
         recarga(std::nullopt);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
 }
 
 void PanNiveles::done(int r) {

@@ -220,7 +220,7 @@ void PanMensajeria::enviar() {
         {"Movimientos de Stock",
          "Select * from ConsultaMovimientosStock where fecha >= ? and fecha <= ? order by idMovimientoStock", true},
         {"Registro de Comisiones vendedores", "Select * from ConsultaComisiones where fecha >= ? and fecha <= ?", true}};
-    try {
+    Intenta(this, [&] {
         QString html;
         for (int i = 0; i < 4; ++i)
             if (check_[i]->isChecked())
@@ -236,11 +236,7 @@ void PanMensajeria::enviar() {
               QStringLiteral("Informacion de ") + FechaTexto(desde) + QStringLiteral(" al ") + FechaTexto(hasta),
               d.destinoNombre, archivo);
         Mensaje(QStringLiteral("Información enviada a ") + d.destino, QStringLiteral("Envío"), Icono::Informacion, this);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
 }
 
 } // namespace orv

@@ -154,25 +154,21 @@ void PanPrintCrystal::enviarMail() {
     if (datos.exec() != QDialog::Accepted) return;
     // El informe va como página HTML, en la carpeta de datos; la del envío anterior se reemplaza.
     const QString archivo = QDir(conf_.carpetaDatos()).filePath(QStringLiteral("reporte.html"));
-    try {
+    Intenta(this, [&] {
         if (QFile::exists(archivo) && !QFile::remove(archivo))
             throw Aviso(QStringLiteral("No se pudo borrar el archivo ") + archivo);
         salida_.exporta(elegido(), Seleccion{}, archivo);
         salida_.enviaCorreo(datos.enviarA(), datos.nombre(), datos.asunto(), datos.cuerpo(), archivo);
         Mensaje(QStringLiteral("Informe enviado a ") + datos.enviarA(), QStringLiteral("Enviar por e-mail"),
                 Icono::Informacion, this);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
 }
 
 void PanPrintCrystal::exportar() {
     if (elegido().isEmpty()) return;
     const QString archivo = eligeArchivo();
     if (archivo.isEmpty()) return;
-    try {
+    Intenta(this, [&] {
         if (!ConfirmaSobreescribir(archivo, this)) return;
         // La extensión elige el formato; otra cualquiera no exporta nada.
         const QString ext = QFileInfo(archivo).suffix().toLower();
@@ -180,11 +176,7 @@ void PanPrintCrystal::exportar() {
             ext != QStringLiteral("odt") && ext != QStringLiteral("pdf"))
             return;
         salida_.exporta(elegido(), Seleccion{}, archivo);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
 }
 
 } // namespace orv

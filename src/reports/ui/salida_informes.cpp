@@ -197,14 +197,9 @@ bool SalidaInformes::imprimeComprobante(const QString& plantilla, qint64 idCompr
 }
 
 bool SalidaInformes::imprime(const QString& nombre, const Seleccion& seleccion) {
-    try {
-        return emite(nombre, seleccion);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, ventana_);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, ventana_);
-    }
-    return false;
+    bool emitido = false;
+    Intenta(ventana_, [&] { emitido = emite(nombre, seleccion); });
+    return emitido;
 }
 
 } // namespace orv

@@ -91,13 +91,9 @@ void VisorInforme::imprimir() {
 void VisorInforme::exportar() {
     const QString archivo = EligeArchivoInforme(this, QStringLiteral("Exportar ") + windowTitle(), QDir::homePath());
     if (archivo.isEmpty()) return;
-    try {
+    Intenta(this, [&] {
         guarda_(archivo);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
 }
 
 } // namespace orv

@@ -96,15 +96,11 @@ void PanBorraFactura::eliminar() {
     const std::optional<QSqlRecord> fila = grilla_->filaActual();
     if (!fila) return;
     if (!Pregunta(QStringLiteral("Borra todo movimiento asociando a esta factura?"), this)) return;
-    try {
+    Intenta(this, [&] {
         const auto c = LeeComprobanteABorrar(almacen_, fila->value(QStringLiteral("idComprobante")).toLongLong());
         if (!c) throw Aviso(kComprobanteYaBorrado);
         BorraComprobante(almacen_, *c);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
     grilla_->refresca();
     vaAlDia(hoy_);
 }

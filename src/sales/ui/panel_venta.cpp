@@ -776,15 +776,7 @@ QDate PanelVenta::hoy() const {
 void PanelVenta::registrar() {
     const QDate hoy = this->hoy();
     // 1. Fecha cerrada.
-    try {
-        ExigeFechaAbierta(almacen_, hoy);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        return;
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-        return;
-    }
+    if (!Intenta(this, [&] { ExigeFechaAbierta(almacen_, hoy); })) return;
     // 3. Cliente.
     if (text8_->text().trimmed().isEmpty()) {
         MensajeError(QStringLiteral("Seleccione Cliente!"), this);
@@ -865,15 +857,7 @@ void PanelVenta::registrar() {
 }
 
 void PanelVenta::reimpresion() {
-    try {
-        ExigeNivel(almacen_, estado_.idNivelActual, QStringLiteral("veventas"));
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        return;
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-        return;
-    }
+    if (!Intenta(this, [this] { ExigeNivel(almacen_, estado_.idNivelActual, QStringLiteral("veventas")); })) return;
     if (!salida_) return;
     PanReImpresion dialogo(almacen_, *salida_, hoy(), this);
     dialogo.exec();
