@@ -46,8 +46,7 @@ PanRepSelArt::PanRepSelArt(const QDate& desde, const QDate& hasta, QWidget* padr
     f->addRow(QString(), check1_);
     capa->addLayout(f);
     capa->addWidget(lineaPeriodo(desde, hasta, this));
-    connect(BotonesAlPie(this, capa), &QPushButton::clicked,
-            this, &PanRepSelArt::acepta);
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanRepSelArt::acepta);
     resize(420, sizeHint().height());
     CentrarVentana(this);
     text1_->setFocus();
@@ -89,8 +88,7 @@ PanRepSelVen::PanRepSelVen(const Almacen& almacen, const QDate& desde, const QDa
     capa->addLayout(f);
     capa->addWidget(lineaPeriodo(desde, hasta, this));
     connect(check1_, &QCheckBox::toggled, combo1_, &QWidget::setDisabled);
-    connect(BotonesAlPie(this, capa), &QPushButton::clicked,
-            this, &PanRepSelVen::acepta);
+    connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanRepSelVen::acepta);
     resize(460, sizeHint().height());
     CentrarVentana(this);
     combo1_->setFocus();
