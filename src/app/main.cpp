@@ -1,5 +1,6 @@
 #include "app/arranque.h"
 #include "app/configuracion.h"
+#include "app/ui/aplicacion.h"
 #include "app/ui/interfaz_arranque_qt.h"
 #include "maintenance/datos_ejemplo.h"
 #include "reports/catalogo.h"
@@ -127,7 +128,7 @@ int main(int argc, char** argv) {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
         app = std::make_unique<QGuiApplication>(argc, argv);
     } else if (sinVentanas(argc, argv)) app = std::make_unique<QCoreApplication>(argc, argv);
-    else app = std::make_unique<QApplication>(argc, argv);
+    else app = std::make_unique<orv::AplicacionOrvanta>(argc, argv);
     QCoreApplication::setOrganizationName(QString());
     QCoreApplication::setApplicationName(QStringLiteral("Orvanta"));
     QCoreApplication::setApplicationVersion(version());
@@ -184,6 +185,8 @@ int main(int argc, char** argv) {
     if (p.isSet(optInforme))
         return informe(conf, reloj, p.value(optInforme), p.value(optDesde), p.value(optHasta), p.value(optArchivo));
 
+    // Desde aquí, lo que falle queda anotado en la carpeta de datos.
+    orv::AplicacionOrvanta::registraEn(conf.carpetaDatos());
     orv::InterfazArranqueQt ui(reloj);
     orv::Arranque arranque(conf, reloj, ui);
     const orv::FinArranque fin = arranque.ejecuta();

@@ -1,5 +1,7 @@
 #include "shell/mensajes.h"
 
+#include "store/entrada.h"
+
 #include <QAbstractButton>
 #include <QPushButton>
 
@@ -54,6 +56,14 @@ void MensajeErrorAlmacen(const ErrorAlmacen& e, QWidget* padre) {
             padre);
 }
 
+void MensajeFallaInesperada(const char* que, QWidget* padre) {
+    const QString motivo = que && *que ? QString::fromUtf8(que) : QStringLiteral("sin descripción");
+    qCritical("Falla inesperada: %s", qUtf8Printable(motivo));
+    MensajeError(QStringLiteral("Ocurrió una falla inesperada: ") + motivo +
+                     QStringLiteral("\nLo que estaba haciendo no se completó; lo ya guardado no cambió."),
+                 padre);
+}
+
 bool Intenta(QWidget* padre, const std::function<void()>& accion) {
     try {
         accion();
@@ -62,6 +72,12 @@ bool Intenta(QWidget* padre, const std::function<void()>& accion) {
         MuestraAviso(a, padre);
     } catch (const ErrorAlmacen& e) {
         MensajeErrorAlmacen(e, padre);
+    } catch (const ImporteFueraDeRango&) {
+        MensajeError(kImporteFueraDeRango, padre);
+    } catch (const std::exception& e) {
+        MensajeFallaInesperada(e.what(), padre);
+    } catch (...) {
+        MensajeFallaInesperada(nullptr, padre);
     }
     return false;
 }

@@ -25,8 +25,13 @@ void MuestraAviso(const Aviso& aviso, QWidget* padre = nullptr);
 
 // "Error detectado: <descripción>" con el título "Error <número>".
 void MensajeErrorAlmacen(const ErrorAlmacen& e, QWidget* padre = nullptr);
-// Corre `accion`; si lanza un aviso o un error del almacén, lo muestra y devuelve false.
+// La guardia de toda acción de una pantalla: corre `accion` y, si algo falla, lo muestra y
+// devuelve false, dejando al usuario donde estaba. Un aviso sale con su título; un error del
+// almacén con su número; un importe que no cabe como "Importe fuera de rango!"; cualquier otra
+// falla como falla inesperada, que además queda en el registro del programa.
 bool Intenta(QWidget* padre, const std::function<void()>& accion);
+// "Ocurrió una falla inesperada: ..." y la anota en el registro (qCritical).
+void MensajeFallaInesperada(const char* que, QWidget* padre = nullptr);
 
 // Pregunta Sí/No con el texto seguido de " ??" y el título "Pregunta". Verdadero sólo para Sí.
 bool Pregunta(const QString& texto, QWidget* padre = nullptr);

@@ -13,7 +13,7 @@ __extension__ typedef __int128 Ent128;
 
 using decimal::Decimal;
 
-[[noreturn]] void desborde() { throw std::overflow_error("Dinero: importe fuera de rango"); }
+[[noreturn]] void desborde() { throw ImporteFueraDeRango(); }
 
 qint64 aEntero64(Ent128 v) {
     if (v > std::numeric_limits<qint64>::max() || v < std::numeric_limits<qint64>::min()) desborde();

@@ -2,7 +2,7 @@
 // Dinero exacto: un entero de 64 bits con signo que cuenta diezmilésimos (4 decimales,
 // como las columnas NUMERIC(19,4) del almacén). Sumas y restas son exactas; sólo se
 // redondea al multiplicar, dividir o cuando se pide, siempre la mitad lejos del cero.
-// Un desborde lanza std::overflow_error.
+// Un desborde lanza ImporteFueraDeRango.
 
 #include <QString>
 #include <QStringView>
@@ -14,6 +14,13 @@
 #include <stdexcept>
 
 namespace orv {
+
+// Un importe que no cabe en el tipo de dinero. La guardia de las pantallas lo muestra como
+// "Importe fuera de rango!"; la lógica lo evita acotando lo que se escribe.
+class ImporteFueraDeRango : public std::overflow_error {
+public:
+    ImporteFueraDeRango() : std::overflow_error("Dinero: importe fuera de rango") {}
+};
 
 class Dinero {
 public:
@@ -77,7 +84,7 @@ private:
         if (__builtin_mul_overflow(unidades, kEscala, &base) ||
             (unidades < 0 ? __builtin_sub_overflow(base, diezmilesimos, &r)
                           : __builtin_add_overflow(base, diezmilesimos, &r)))
-            throw std::overflow_error("Dinero: importe fuera de rango");
+            throw ImporteFueraDeRango();
         return r;
     }
     Dinero divideEntero(qint64 divisor) const;
