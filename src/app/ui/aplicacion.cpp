@@ -27,8 +27,9 @@ void anota(QtMsgType tipo, const QMessageLogContext& contexto, const QString& te
         static QMutex mutex;
         const QMutexLocker cierre(&mutex);
         QFile f(archivoRegistro());
-        if (!archivoRegistro().isEmpty() && f.open(QIODevice::Append | QIODevice::Text)) {
-            f.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        // Se crea ya privado: puede nombrar clientes o importes.
+        if (!archivoRegistro().isEmpty() &&
+            f.open(QIODevice::Append | QIODevice::Text, QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
             const char* nivel = tipo == QtWarningMsg ? "aviso" : "falla";
             f.write(QStringLiteral("%1 %2: %3\n")
                         .arg(QDateTime::currentDateTime().toString(Qt::ISODate), QLatin1String(nivel), texto)
@@ -54,8 +55,7 @@ bool AplicacionOrvanta::notify(QObject* receptor, QEvent* evento) {
 }
 
 void AplicacionOrvanta::registraEn(const QString& carpeta) {
-    if (carpeta.isEmpty()) return;
-    archivoRegistro() = QDir(carpeta).filePath(QStringLiteral("orvanta.log"));
+    archivoRegistro() = carpeta.isEmpty() ? QString() : QDir(carpeta).filePath(QStringLiteral("orvanta.log"));
     if (!manejadorAnterior()) manejadorAnterior() = qInstallMessageHandler(anota);
 }
 

@@ -14,7 +14,7 @@ public:
     bool notify(QObject* receptor, QEvent* evento) override;
 
     // Desde ahora los errores y las fallas quedan también en <carpeta>/orvanta.log (sólo para el
-    // dueño), con fecha y hora.
+    // dueño), con fecha y hora. Con una carpeta vacía deja de anotar.
     static void registraEn(const QString& carpeta);
 };
 
