@@ -1,13 +1,19 @@
 #!/usr/bin/python3
 # Servidor SMTP de prueba en 127.0.0.1: guarda cada mensaje recibido como JSON (remitente,
 # destinatarios, encabezados, texto y adjuntos en base64) en una carpeta.
-#   servidor_smtp.py PUERTO CARPETA [USUARIO CLAVE]
-# Con usuario y clave exige AUTH (PLAIN o LOGIN) sin TLS. Escribe "LISTO" cuando escucha.
+#   servidor_smtp.py PUERTO CARPETA [USUARIO CLAVE [tls]]
+# Con usuario y clave exige AUTH (PLAIN o LOGIN). Sin "tls" no ofrece STARTTLS y acepta AUTH sin
+# cifrar; con "tls" ofrece STARTTLS con un certificado propio para 127.0.0.1 (CARPETA/certificado.pem)
+# y sólo acepta AUTH después. Cada intento de AUTH queda en CARPETA/autenticacion<n>.json.
+# Escribe "LISTO" cuando escucha.
 import base64
+import datetime
 import email
 import email.policy
+import ipaddress
 import json
 import os
+import ssl
 import sys
 import time
 
@@ -18,6 +24,44 @@ puerto = int(sys.argv[1])
 carpeta = sys.argv[2]
 usuario = sys.argv[3] if len(sys.argv) > 4 else None
 clave = sys.argv[4] if len(sys.argv) > 4 else None
+con_tls = len(sys.argv) > 5 and sys.argv[5] == "tls"
+intentos = 0
+
+
+def escribe(nombre, datos):
+    ruta = os.path.join(carpeta, nombre)
+    with open(ruta + ".tmp", "w", encoding="utf-8") as f:
+        json.dump(datos, f, ensure_ascii=False)
+    os.rename(ruta + ".tmp", ruta)
+
+
+def certificado():
+    from cryptography import x509
+    from cryptography.hazmat.primitives import hashes, serialization
+    from cryptography.hazmat.primitives.asymmetric import ec
+    from cryptography.x509.oid import NameOID
+
+    llave = ec.generate_private_key(ec.SECP256R1())
+    nombre = x509.Name([x509.NameAttribute(NameOID.COMMON_NAME, "127.0.0.1")])
+    ahora = datetime.datetime.now(datetime.timezone.utc)
+    cert = (x509.CertificateBuilder().subject_name(nombre).issuer_name(nombre).public_key(llave.public_key())
+            .serial_number(x509.random_serial_number())
+            .not_valid_before(ahora - datetime.timedelta(days=1))
+            .not_valid_after(ahora + datetime.timedelta(days=2))
+            .add_extension(x509.SubjectAlternativeName([x509.IPAddress(ipaddress.ip_address("127.0.0.1"))]),
+                           critical=False)
+            .add_extension(x509.BasicConstraints(ca=True, path_length=None), critical=True)
+            .sign(llave, hashes.SHA256()))
+    ruta_cert = os.path.join(carpeta, "certificado.pem")
+    ruta_llave = os.path.join(carpeta, "llave.pem")
+    with open(ruta_cert, "wb") as f:
+        f.write(cert.public_bytes(serialization.Encoding.PEM))
+    with open(ruta_llave, "wb") as f:
+        f.write(llave.private_bytes(serialization.Encoding.PEM, serialization.PrivateFormat.PKCS8,
+                                    serialization.NoEncryption()))
+    contexto = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
+    contexto.load_cert_chain(ruta_cert, ruta_llave)
+    return contexto
 
 
 class Guardar:
@@ -33,6 +77,7 @@ class Guardar:
             "texto": "",
             "adjuntos": [],
             "usuario": session.auth_data.login.decode() if session.auth_data else None,
+            "cifrado": session.ssl is not None,
         }
         for parte in m.walk():
             if parte.is_multipart():
@@ -43,21 +88,23 @@ class Guardar:
             elif parte.get_content_type() == "text/plain":
                 datos["texto"] = parte.get_content()
         self.n += 1
-        ruta = os.path.join(carpeta, "mensaje%d.json" % self.n)
-        with open(ruta + ".tmp", "w", encoding="utf-8") as f:
-            json.dump(datos, f, ensure_ascii=False)
-        os.rename(ruta + ".tmp", ruta)
+        escribe("mensaje%d.json" % self.n, datos)
         return "250 OK"
 
 
 def autentica(server, session, envelope, mechanism, auth_data):
+    global intentos
+    intentos += 1
+    escribe("autenticacion%d.json" % intentos, {"usuario": auth_data.login.decode(), "cifrado": session.ssl is not None})
     ok = auth_data.login.decode() == usuario and auth_data.password.decode() == clave
     return AuthResult(success=ok, handled=False, auth_data=auth_data)
 
 
 opciones = {}
 if usuario is not None:
-    opciones = dict(authenticator=autentica, auth_required=True, auth_require_tls=False)
+    opciones = dict(authenticator=autentica, auth_required=True, auth_require_tls=con_tls)
+if con_tls:
+    opciones["tls_context"] = certificado()
 c = Controller(Guardar(), hostname="127.0.0.1", port=puerto, **opciones)
 c.start()
 print("LISTO", flush=True)
