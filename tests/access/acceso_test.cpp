@@ -8,10 +8,15 @@
 #include "store/actualizacion.h"
 #include "store/aviso.h"
 #include "store/esquema.h"
+#include "store/formato.h"
 #include "store/rutinas.h"
 
 #include <QSet>
+#include <QSqlQuery>
+#include <chrono>
+#include <functional>
 #include <sodium.h>
+#include <thread>
 
 namespace orv {
 namespace {
@@ -312,6 +317,186 @@ TEST(Niveles, TablaDePermisosCompletaYOrdenDeAplicacion) {
     // Los permisos que no apagan nada quedan fuera del orden.
     for (const char* sinEfecto : {"NueUsuario", "NueCompra", "NueVenta", "BorrUsuario", "BorrCompra", "BorrVenta"})
         EXPECT_FALSE(OrdenAplicaNiveles().contains(QString::fromLatin1(sinEfecto)));
+}
+
+// Texto del aviso que lanza `f`; vacío si no lanza.
+QString aviso(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const Aviso& a) {
+        return a.texto().isEmpty() ? QStringLiteral("(aviso vacío)") : a.texto();
+    }
+    return {};
+}
+
+TEST_P(Acceso, NombresDeUsuariosYNivelesQueNoCabenONulosSeRechazanYComisionesSinTruncar) {
+    Almacen& a = almacen();
+    const qint64 nivel = nivelSupervisor();
+    const QString nulo = QStringLiteral("ana") + QChar(u'\0') + QStringLiteral("x");
+    const QString emoji = QString::fromUtf8("\U0001F600");
+    struct Caso {
+        const char* que;
+        DatosUsuario datos;
+        QString aviso; // comienzo del aviso; vacío si se guarda
+        double comision;
+    };
+    const Caso casos[] = {
+        {"comisión con coma ambigua", {QStringLiteral("Ana"), QStringLiteral("ana1"), QStringLiteral("x"), nivel, QStringLiteral("1,5")},
+         QStringLiteral("Comisión %: el número está mal escrito"), 0},
+        {"comisión con punto", {QStringLiteral("Ana"), QStringLiteral("ana2"), QStringLiteral("x"), nivel, QStringLiteral("1.5")}, {}, 1.5},
+        {"comisión fuera de rango", {QStringLiteral("Ana"), QStringLiteral("ana3"), QStringLiteral("x"), nivel, QStringLiteral("1e6")},
+         QStringLiteral("Comisión %: Importe fuera de rango!"), 0},
+        {"nombre de usuario de 10 000 letras", {QStringLiteral("Ana"), QString(10000, u'a'), QStringLiteral("x"), nivel, QStringLiteral("0")},
+         QStringLiteral("Nombre de usuario: admite hasta 50 caracteres (tiene 10000)."), 0},
+        {"nombre de usuario con un nulo", {QStringLiteral("Ana"), nulo, QStringLiteral("x"), nivel, QStringLiteral("0")},
+         QStringLiteral("Nombre de usuario: el texto tiene un carácter nulo"), 0},
+        {"nombre completo de 101", {QString(101, u'n'), QStringLiteral("ana4"), QStringLiteral("x"), nivel, QStringLiteral("0")},
+         QStringLiteral("Nombre completo: admite hasta 100 caracteres (tiene 101)."), 0},
+        {"50 emojis caben en 50", {QStringLiteral("Ana"), emoji.repeated(50), QStringLiteral("x"), nivel, QStringLiteral("0")}, {}, 0},
+        {"100 letras y espacios alrededor", {QStringLiteral("  ") + QString(100, u'n') + QStringLiteral(" "), QStringLiteral("ana5"),
+          QStringLiteral("x"), nivel, QStringLiteral("0")}, {}, 0},
+    };
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.que);
+        const qint64 antes = CuentaRegistros(a, QStringLiteral("Usuarios"));
+        qint64 id = 0;
+        const QString texto = aviso([&] { id = GuardaUsuario(a, std::nullopt, c.datos); });
+        if (!c.aviso.isEmpty()) {
+            EXPECT_TRUE(texto.startsWith(c.aviso)) << texto.toStdString();
+            EXPECT_EQ(CuentaRegistros(a, QStringLiteral("Usuarios")), antes);
+            continue;
+        }
+        ASSERT_TRUE(texto.isEmpty()) << texto.toStdString();
+        const auto leido = LeeUsuario(a, id).value();
+        EXPECT_EQ(leido.nombreUsuario, c.datos.nombreUsuario.trimmed());
+        EXPECT_EQ(leido.nombreCompleto, c.datos.nombreCompleto.trimmed());
+        EXPECT_DOUBLE_EQ(Val(leido.comision), c.comision);
+    }
+
+    // Niveles: los mismos topes, al crearlos y al renombrarlos; el nombre de siempre sigue.
+    EXPECT_TRUE(aviso([&] { NuevoNivel(a, QString(51, u'n')); })
+                    .startsWith(QStringLiteral("Nombre del nivel: admite hasta 50 caracteres (tiene 51).")));
+    EXPECT_FALSE(aviso([&] { NuevoNivel(a, nulo); }).isEmpty());
+    const qint64 id = NuevoNivel(a, emoji.repeated(50)).value();
+    DatosNivel d = LeeNivel(a, id).value();
+    EXPECT_EQ(d.nombre, emoji.repeated(50));
+    d.nombre = QString(10000, u'x');
+    EXPECT_TRUE(aviso([&] { GuardaNivel(a, d); }).startsWith(QStringLiteral("Nombre del nivel: admite hasta 50")));
+    EXPECT_EQ(LeeNivel(a, id)->nombre, emoji.repeated(50));
+    // El supervisor inicial, también.
+    a.ejecuta(QStringLiteral("UPDATE Usuarios SET Contrasenia = NULL"));
+    EXPECT_TRUE(aviso([&] { FijaSupervisorInicial(a, QString(51, u's'), QStringLiteral("c"), QStringLiteral("c")); })
+                    .startsWith(QStringLiteral("Nombre del usuario: admite hasta 50")));
+}
+
+// El sistema nunca se queda sin nadie que pueda administrar los usuarios: el último no se borra,
+// no cambia a un nivel sin "Usuarios" y su nivel no pierde ese permiso ni el de supervisor.
+TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
+    Almacen& a = almacen();
+    const qint64 super = nivelSupervisor();
+    const qint64 sup = a.valor(QStringLiteral("SELECT idUsuario FROM Usuarios")).toLongLong();
+    const qint64 gerencia = NuevoNivel(a, QStringLiteral("Gerencia")).value();
+    const qint64 caja = NuevoNivel(a, QStringLiteral("Caja")).value();
+    auto permiso = [&](qint64 nivel, const char* columna, bool si) {
+        DatosNivel d = LeeNivel(a, nivel).value();
+        if (QByteArray(columna) == "UsuarioSuper") d.usuarioSuper = si;
+        else d.permisos[QString::fromLatin1(columna)] = si;
+        GuardaNivel(a, d);
+    };
+    permiso(gerencia, "VeUsuarios", true);
+    permiso(caja, "SoloPOS", true);
+    const qint64 cajero = usuario(QStringLiteral("cajero"), QStringLiteral("c"), caja);
+    qint64 gerente = 0;
+    auto cambiaNivel = [&](qint64 id, qint64 nivel) {
+        DatosUsuario d = LeeUsuario(a, id).value();
+        d.idNivel = nivel;
+        GuardaUsuario(a, id, d);
+    };
+    // Usuarios y sus niveles, ordenados por usuario.
+    auto estado = [&] {
+        QStringList filas;
+        QSqlQuery q = a.consulta(QStringLiteral("SELECT Usuarios.NombreUsuario, Niveles.Nombre, Niveles.UsuarioSuper, "
+                                                "Niveles.VeUsuarios FROM Usuarios INNER JOIN Niveles ON Usuarios.idNivel "
+                                                "= Niveles.idNivel ORDER BY Usuarios.NombreUsuario"));
+        while (q.next())
+            filas << QStringLiteral("%1:%2:%3%4").arg(q.value(0).toString(), q.value(1).toString(),
+                                                      q.value(2).toInt() != 0 ? QStringLiteral("S") : QString(),
+                                                      q.value(3).toInt() != 0 ? QStringLiteral("U") : QString());
+        return filas.join(u' ');
+    };
+    const QString borrar = QStringLiteral("No se puede borrar a ");
+    const QString cambiar = QStringLiteral("No se puede cambiar el nivel de ");
+    const QString nivel = QStringLiteral("El nivel \"");
+    struct Paso {
+        const char* que;
+        std::function<void()> hace;
+        QString aviso; // comienzo del aviso; vacío si se hace
+        const char* queda;
+    };
+    const Paso pasos[] = {
+        {"borrar al único supervisor", [&] { BorraUsuario(a, sup); }, borrar,
+         "cajero:Caja: supervisor:Supervisor:SU"},
+        {"pasar al supervisor a Caja", [&] { cambiaNivel(sup, caja); }, cambiar,
+         "cajero:Caja: supervisor:Supervisor:SU"},
+        {"pasar al supervisor a Gerencia", [&] { cambiaNivel(sup, gerencia); }, {},
+         "cajero:Caja: supervisor:Gerencia:U"},
+        {"quitar Usuarios a Gerencia", [&] { permiso(gerencia, "VeUsuarios", false); }, nivel,
+         "cajero:Caja: supervisor:Gerencia:U"},
+        {"hacer supervisor a Gerencia", [&] { permiso(gerencia, "UsuarioSuper", true); }, {},
+         "cajero:Caja: supervisor:Gerencia:SU"},
+        {"y entonces quitarle Usuarios", [&] { permiso(gerencia, "VeUsuarios", false); }, {},
+         "cajero:Caja: supervisor:Gerencia:S"},
+        {"quitarle también supervisor", [&] { permiso(gerencia, "UsuarioSuper", false); }, nivel,
+         "cajero:Caja: supervisor:Gerencia:S"},
+        {"borrar al cajero", [&] { BorraUsuario(a, cajero); }, {}, "supervisor:Gerencia:S"},
+        {"un gerente en Supervisor", [&] { gerente = usuario(QStringLiteral("gerente"), QStringLiteral("g"), super); }, {},
+         "gerente:Supervisor:SU supervisor:Gerencia:S"},
+        {"ahora sí se quita supervisor a Gerencia", [&] { permiso(gerencia, "UsuarioSuper", false); }, {},
+         "gerente:Supervisor:SU supervisor:Gerencia:"},
+        {"borrar al último, el gerente", [&] { BorraUsuario(a, gerente); }, borrar,
+         "gerente:Supervisor:SU supervisor:Gerencia:"},
+    };
+    for (const Paso& p : pasos) {
+        SCOPED_TRACE(p.que);
+        const QString texto = aviso(p.hace);
+        if (p.aviso.isEmpty())
+            EXPECT_TRUE(texto.isEmpty()) << texto.toStdString();
+        else
+            EXPECT_TRUE(texto.startsWith(p.aviso) && texto.contains(QStringLiteral("administrar los usuarios")))
+                << texto.toStdString();
+        EXPECT_EQ(estado(), QString::fromUtf8(p.queda));
+    }
+    EXPECT_EQ(CuentaAdministradores(a), 1);
+}
+
+// Dos puestos borran a la vez a los dos últimos administradores: uno de los dos no puede.
+TEST_P(Acceso, DosPuestosNoBorranALaVezALosDosUltimosAdministradores) {
+    Almacen& a = almacen();
+    const qint64 super = nivelSupervisor();
+    const qint64 uno = a.valor(QStringLiteral("SELECT idUsuario FROM Usuarios")).toLongLong();
+    const qint64 dos = usuario(QStringLiteral("dos"), QStringLiteral("d"), super);
+    QString otroPuesto;
+    std::thread hilo;
+    {
+        Transaccion t(a);
+        BorraUsuario(a, uno); // sin confirmar todavía
+        hilo = std::thread([&] {
+            try {
+                auto otra = base().otraConexion();
+                otroPuesto = aviso([&] { BorraUsuario(*otra, dos); });
+            } catch (const std::exception& e) {
+                otroPuesto = QString::fromUtf8(e.what());
+            }
+        });
+        // El otro puesto llega a su borrado mientras éste sigue abierto.
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        t.confirmar();
+    }
+    hilo.join();
+    EXPECT_TRUE(otroPuesto.startsWith(QStringLiteral("No se puede borrar a Nombre dos"))) << otroPuesto.toStdString();
+    EXPECT_FALSE(LeeUsuario(a, uno));
+    EXPECT_TRUE(LeeUsuario(a, dos));
+    EXPECT_EQ(CuentaAdministradores(a), 1);
 }
 
 ORV_AMBOS_MOTORES(Acceso);
