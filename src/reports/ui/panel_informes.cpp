@@ -34,10 +34,6 @@ PanelInformes::PanelInformes(Almacen& almacen, const Configuracion& conf, Salida
     periodo->addSpacing(8);
     periodo->addWidget(new QLabel(QStringLiteral("Hasta :"), this));
     periodo->addWidget(hasta_);
-    periodo->addSpacing(16);
-    auto* nota = new QLabel(QStringLiteral("El destino y las copias se eligen en Utilidades."), this);
-    nota->setStyleSheet(QStringLiteral("color: #5b6b7b;"));
-    periodo->addWidget(nota);
     periodo->addStretch(1);
     capa->addLayout(periodo);
 

@@ -128,6 +128,14 @@ TEST_F(VentanaPrincipal, ValoresGuardadosQueNoSonNumerosDanLosDeSiempre) {
     auto w = ventana();
     EXPECT_EQ(w->findChild<QComboBox*>(QStringLiteral("Combo1"))->currentIndex(), 0);
     EXPECT_EQ(w->findChild<QLineEdit*>(QStringLiteral("Text10"))->text(), QStringLiteral("1"));
+    // Un número que no es un entero de la lista no se redondea ni se corta ("2,5" no es 2).
+    conf_->graba(clave::miscelaneas, QStringLiteral("ModoPrint"), QStringLiteral("1.5"));
+    conf_->graba(clave::miscelaneas, QStringLiteral("CopiasPrint"), QStringLiteral("2,5"));
+    {
+        auto otra = ventana();
+        EXPECT_EQ(otra->findChild<QComboBox*>(QStringLiteral("Combo1"))->currentIndex(), 0);
+        EXPECT_EQ(otra->findChild<QLineEdit*>(QStringLiteral("Text10"))->text(), QStringLiteral("1"));
+    }
     EXPECT_EQ(estado_.idTipoComprobanteActual, 2);
     w->botPrincipal(3);
     EXPECT_EQ(w->findChild<QPushButton*>(QStringLiteral("lblTipCompro"))->text(), QStringLiteral("NOTA DE CREDITO B"));
@@ -174,6 +182,31 @@ TEST_F(VentanaPrincipal, NivelesApaganSoloSusControles) {
     EXPECT_FALSE(w->agrandada());
     // Sin "Precio en la venta de artículos" las líneas no se corrigen en la grilla.
     EXPECT_TRUE(w->panelVenta()->soloLectura());
+}
+
+// Destino y copias son de la ventana: un nivel con informes y sin utilidades los elige igual.
+TEST_F(VentanaPrincipal, SinUtilidadesElDestinoYLasCopiasSeEligenDesdeCualquierPanel) {
+    estado_.idNivelActual = nivel({QStringLiteral("VeUtilidades"), QStringLiteral("SoloPOS")});
+    auto w = ventana();
+    w->show();
+    auto* combo1 = w->findChild<QComboBox*>(QStringLiteral("Combo1"));
+    auto* text10 = w->findChild<QLineEdit*>(QStringLiteral("Text10"));
+    EXPECT_FALSE(w->panel(6)->isAncestorOf(combo1));
+    EXPECT_FALSE(w->panel(6)->isAncestorOf(text10));
+    for (int panel : {PanPrincipal::kBienvenida, 4, 3}) {
+        if (panel != PanPrincipal::kBienvenida) w->botPrincipal(panel);
+        EXPECT_TRUE(combo1->isVisible() && combo1->isEnabled()) << panel;
+        EXPECT_TRUE(text10->isVisible() && text10->isEnabled()) << panel;
+    }
+    w->botPrincipal(4);
+    combo1->setCurrentIndex(2);
+    text10->selectAll();
+    QTest::keyClicks(text10, QStringLiteral("3,5"));
+    EXPECT_EQ(text10->text(), QStringLiteral("35")); // la coma no entra
+    EXPECT_EQ(w->salidaInformes()->destino(), SalidaInformes::Archivo);
+    EXPECT_EQ(w->salidaInformes()->copias(), 35);
+    EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("ModoPrint")), QStringLiteral("2"));
+    EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("CopiasPrint")), QStringLiteral("35"));
 }
 
 TEST_F(VentanaPrincipal, NivelBorradoNoTieneNingunPermiso) {
