@@ -409,12 +409,12 @@ void PanPrincipal::carga() {
         d->setDate(hoy);
     }
 
-    // 4 y 5. Tipos de comprobante y el predeterminado.
-    try {
+    // 4 y 5. Tipos de comprobante y el predeterminado. Cada paso de la carga tiene su guardia:
+    // una falla se dice y la carga sigue.
+    Intenta(this, [&] {
         if (const auto tipo = TipoComprobantePredeterminado(almacen_, conf_))
             estado_.idTipoComprobanteActual = qint32(*tipo);
-    } catch (const ErrorAlmacen&) {
-    }
+    });
     venta_->llenaTiposComprobante();
 
     // 6. Valores de la venta en curso.
@@ -460,12 +460,12 @@ void PanPrincipal::carga() {
     venta_->leeCoefIva();
     venta_->seleccionaVendedor(estado_.idUsuarioActual);
 
-    // 14. Precio en la venta.
-    try {
-        venta_->fijaSoloLectura(!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos")));
-    } catch (const ErrorAlmacen&) {
-        venta_->fijaSoloLectura(true);
-    }
+    // 14. Precio en la venta; sin poder leer el nivel, las líneas no se corrigen.
+    bool corrigePrecios = false;
+    Intenta(this, [&] {
+        corrigePrecios = TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos"));
+    });
+    venta_->fijaSoloLectura(!corrigePrecios);
 }
 
 std::vector<std::pair<Grilla*, QString>> PanPrincipal::grillasConArchivo() const {
@@ -489,7 +489,7 @@ void PanPrincipal::refrescaCaja() {
         QStringLiteral("SELECT * FROM ConsultaCaja WHERE Fecha >= ? AND Fecha <= ? ORDER BY Fecha, idCaja"),
         {desde, hasta});
     // El total de egresos toma sólo el primer día del período ("=" y no ">="), como siempre lo hizo.
-    try {
+    Intenta(this, [&] {
         const QVariant ingresos =
             almacen_.valor(QStringLiteral("SELECT sum(Ingreso) FROM Caja WHERE Fecha >= ? AND Fecha <= ?"), {desde, hasta});
         const QVariant egresos =
@@ -499,17 +499,17 @@ void PanPrincipal::refrescaCaja() {
         ingresos_->setText(FormatoMoneda(i, estado_.MascaraMoneda));
         egresos_->setText(FormatoMoneda(e, estado_.MascaraMoneda));
         saldo_->setText(FormatoMoneda(i - e, estado_.MascaraMoneda));
-    } catch (const ErrorAlmacen&) {
-    }
+    });
 }
 
 void PanPrincipal::aplicaNiveles() {
     QStringList apagar;
-    try {
-        apagar = ControlesSinPermiso(almacen_, estado_.idNivelActual);
-        modoPOS_ = ModoPOS(almacen_, estado_.idNivelActual);
-    } catch (const ErrorAlmacen&) {
+    if (!Intenta(this, [&] {
+            apagar = ControlesSinPermiso(almacen_, estado_.idNivelActual);
+            modoPOS_ = ModoPOS(almacen_, estado_.idNivelActual);
+        })) {
         // Sin poder leer los niveles no se concede nada.
+        apagar.clear();
         for (const QString& c : OrdenAplicaNiveles()) apagar += BuscaPermiso(c)->controles;
         modoPOS_ = false;
     }

@@ -188,13 +188,10 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
 }
 
 bool SalidaInformes::imprimeComprobante(const QString& plantilla, qint64 idComprobante) {
-    try {
-        return emite(plantilla, SeleccionComprobante(idComprobante));
-    } catch (const std::exception&) {
-        Mensaje(QStringLiteral("Error en la lectura de la plantilla : ") + plantilla, QStringLiteral("Error"), Icono::Stop,
-                ventana_);
-    }
-    return false;
+    bool salio = false;
+    Intenta(ventana_, [&] { salio = emite(plantilla, SeleccionComprobante(idComprobante)); },
+            QStringLiteral("Error en la lectura de la plantilla : ") + plantilla);
+    return salio;
 }
 
 bool SalidaInformes::imprime(const QString& nombre, const Seleccion& seleccion) {
