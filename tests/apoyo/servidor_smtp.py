@@ -7,13 +7,12 @@
 # y sólo acepta AUTH después. Cada intento de AUTH queda en CARPETA/autenticacion<n>.json.
 # Escribe "LISTO" cuando escucha.
 import base64
-import datetime
 import email
 import email.policy
-import ipaddress
 import json
 import os
 import ssl
+import subprocess
 import sys
 import time
 
@@ -36,31 +35,12 @@ def escribe(nombre, datos):
 
 
 def certificado():
-    from cryptography import x509
-    from cryptography.hazmat.primitives import hashes, serialization
-    from cryptography.hazmat.primitives.asymmetric import ec
-    from cryptography.x509.oid import NameOID
-
-    llave = ec.generate_private_key(ec.SECP256R1())
-    nombre = x509.Name([x509.NameAttribute(NameOID.COMMON_NAME, "127.0.0.1")])
-    ahora = datetime.datetime.now(datetime.timezone.utc)
-    cert = (x509.CertificateBuilder().subject_name(nombre).issuer_name(nombre).public_key(llave.public_key())
-            .serial_number(x509.random_serial_number())
-            .not_valid_before(ahora - datetime.timedelta(days=1))
-            .not_valid_after(ahora + datetime.timedelta(days=2))
-            .add_extension(x509.SubjectAlternativeName([x509.IPAddress(ipaddress.ip_address("127.0.0.1"))]),
-                           critical=False)
-            .add_extension(x509.BasicConstraints(ca=True, path_length=None), critical=True)
-            .sign(llave, hashes.SHA256()))
-    ruta_cert = os.path.join(carpeta, "certificado.pem")
-    ruta_llave = os.path.join(carpeta, "llave.pem")
-    with open(ruta_cert, "wb") as f:
-        f.write(cert.public_bytes(serialization.Encoding.PEM))
-    with open(ruta_llave, "wb") as f:
-        f.write(llave.private_bytes(serialization.Encoding.PEM, serialization.PrivateFormat.PKCS8,
-                                    serialization.NoEncryption()))
+    cert, llave = os.path.join(carpeta, "certificado.pem"), os.path.join(carpeta, "llave.pem")
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
+                    "-keyout", llave, "-out", cert, "-days", "2", "-subj", "/CN=127.0.0.1",
+                    "-addext", "subjectAltName=IP:127.0.0.1"], check=True, capture_output=True)
     contexto = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
-    contexto.load_cert_chain(ruta_cert, ruta_llave)
+    contexto.load_cert_chain(cert, llave)
     return contexto
 
 
