@@ -11,7 +11,7 @@ PAQUETES=(
   libkainjow-mustache-dev libfreexl-dev libquazip1-qt6-dev libxlsxwriter-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   postgresql postgresql-client
-  python3-aiosmtpd xvfb xauth poppler-utils
+  python3-aiosmtpd openssl xvfb xauth poppler-utils
   fonts-dejavu-core
 )
 

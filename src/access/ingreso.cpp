@@ -1,7 +1,9 @@
 #include "access/ingreso.h"
 
 #include "access/contrasenias.h"
+#include "access/usuarios.h"
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/esquema.h"
 
 #include <QSqlQuery>
@@ -70,6 +72,7 @@ qint32 FijaSupervisorInicial(Almacen& a, const QString& usuario, const QString& 
                              const QString& repeticion) {
     const QString nombre = usuario.trimmed();
     if (nombre.isEmpty() || contrasenia.isEmpty()) throw Aviso(QStringLiteral("Datos mal ingresados!"));
+    ExigeTexto(nombre, kLargoNombreUsuario, QStringLiteral("Nombre del usuario"));
     if (contrasenia != repeticion) throw Aviso(QStringLiteral("Las contraseñas no coinciden!"));
     const QString resumen = CifraContrasenia(contrasenia);
 

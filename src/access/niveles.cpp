@@ -1,6 +1,7 @@
 #include "access/niveles.h"
 
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/esquema.h"
 #include "store/rutinas.h"
 
@@ -136,28 +137,67 @@ std::optional<DatosNivel> LeeNivel(const Almacen& a, qint64 idNivel) {
 }
 
 std::optional<qint64> NuevoNivel(Almacen& a, const QString& nombre) {
-    if (nombre.trimmed().isEmpty() || nombreTomado(a, nombre, -1)) return std::nullopt;
-    return a.inserta(QStringLiteral("INSERT INTO Niveles (Nombre) VALUES (?)"), {nombre.trimmed()},
-                     QStringLiteral("idNivel"));
+    const QString n = nombre.trimmed();
+    if (n.isEmpty()) return std::nullopt;
+    ExigeTexto(n, kLargoNombreNivel, QStringLiteral("Nombre del nivel"));
+    Transaccion t(a);
+    if (nombreTomado(a, n, -1)) return std::nullopt;
+    const qint64 id = a.inserta(QStringLiteral("INSERT INTO Niveles (Nombre) VALUES (?)"), {n}, QStringLiteral("idNivel"));
+    t.confirmar();
+    return id;
 }
 
 void GuardaNivel(Almacen& a, const DatosNivel& d) {
-    if (d.nombre.trimmed().isEmpty()) throw Aviso(QStringLiteral("El nivel de acceso debe tener un nombre!"));
-    if (nombreTomado(a, d.nombre, d.idNivel))
+    const QString nombre = d.nombre.trimmed();
+    // 1. El nombre: no vacío, que quepa y que no sea el de otro nivel.
+    if (nombre.isEmpty()) throw Aviso(QStringLiteral("El nivel de acceso debe tener un nombre!"));
+    ExigeTexto(nombre, kLargoNombreNivel, QStringLiteral("Nombre del nivel"));
+    Transaccion t(a);
+    const CuidaAdministradores administradores(a);
+    if (nombreTomado(a, nombre, d.idNivel))
         throw Aviso(QStringLiteral("Ya existe otro nivel de acceso con ese nombre!"));
+    // 2. Nombre, supervisor y cada permiso, en una sola orden.
     QString sql = QStringLiteral("UPDATE Niveles SET Nombre = ?, UsuarioSuper = ?");
-    QVariantList p{d.nombre.trimmed(), d.usuarioSuper ? 1 : 0};
+    QVariantList p{nombre, d.usuarioSuper ? 1 : 0};
     for (const Permiso& per : Permisos()) {
         sql += QStringLiteral(", ") + per.columna + QStringLiteral(" = ?");
         p << (d.permisos.value(per.columna, false) ? 1 : 0);
     }
     p << d.idNivel;
     if (a.ejecuta(sql + QStringLiteral(" WHERE idNivel = ?"), p) == 0)
-        throw Aviso(QStringLiteral("No encontrado!"));
+        throw Aviso(QStringLiteral("No encontrado! Otro puesto borró este nivel de acceso; los cambios no se "
+                                   "guardaron."));
+    // 3. Alguien tiene que poder seguir administrando los usuarios.
+    administradores.exige(QStringLiteral("El nivel \"") + nombre +
+                          QStringLiteral("\" tiene a los últimos usuarios que pueden administrar los usuarios del "
+                                         "sistema: no puede quedar sin el permiso \"Usuarios\" ni dejar de ser un "
+                                         "nivel supervisor. Antes dé ese permiso a otro nivel con usuarios."));
+    t.confirmar();
 }
 
 bool NivelEnUso(const Almacen& a, qint64 idNivel) {
     return CuentaRegistros(a, QStringLiteral("SELECT idUsuario FROM Usuarios WHERE idNivel = ?"), {idNivel}) > 0;
+}
+
+qint64 CuentaAdministradores(const Almacen& a) {
+    return a.valor(QStringLiteral("SELECT count(*) FROM Usuarios INNER JOIN Niveles ON Usuarios.idNivel = "
+                                  "Niveles.idNivel WHERE Niveles.UsuarioSuper IN (1, -1) OR "
+                                  "Niveles.VeUsuarios IN (1, -1)"))
+        .toLongLong();
+}
+
+namespace {
+// Candado consultivo de PostgreSQL que ordena los cambios de usuarios y niveles entre puestos.
+constexpr qint64 kCandadoAdministradores = 7318004513;
+} // namespace
+
+CuidaAdministradores::CuidaAdministradores(Almacen& a) : almacen_(a) {
+    if (a.esPostgreSQL()) a.valor(QStringLiteral("SELECT pg_advisory_xact_lock(?)"), {kCandadoAdministradores});
+    antes_ = CuentaAdministradores(a);
+}
+
+void CuidaAdministradores::exige(const QString& texto) const {
+    if (antes_ > 0 && CuentaAdministradores(almacen_) == 0) throw Aviso(texto);
 }
 
 void EliminaNivel(Almacen& a, qint64 idNivel) {

@@ -1,9 +1,10 @@
 #include "access/usuarios.h"
 
 #include "access/contrasenias.h"
+#include "access/niveles.h"
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/formato.h"
-
 
 #include <QSqlQuery>
 
@@ -27,14 +28,18 @@ void ValidaUsuario(const DatosUsuario& d, bool nuevo) {
                       (!nuevo || !d.contrasenia.isEmpty()) && EsNumerico(QStringView(d.comision)) && !d.idNivel.isNull() &&
                       d.idNivel.isValid();
     if (!bien) throw Aviso(QStringLiteral("Datos mal ingresados!"));
+    ExigeTexto(d.nombreCompleto.trimmed(), kLargoNombreCompleto, QStringLiteral("Nombre completo"));
+    ExigeTexto(d.nombreUsuario.trimmed(), kLargoNombreUsuario, QStringLiteral("Nombre de usuario"));
+    ExigePorcentaje(d.comision, QStringLiteral("Comisión %"));
 }
 
 qint64 GuardaUsuario(Almacen& a, std::optional<qint64> idUsuario, const DatosUsuario& d) {
     ValidaUsuario(d, !idUsuario.has_value());
     // El resumen se calcula antes de abrir la transacción: tarda y no toca el almacén.
     const QString resumen = d.contrasenia.isEmpty() ? QString() : CifraContrasenia(d.contrasenia);
-    const double comision = Val(d.comision);
+    const double comision = ExigePorcentaje(d.comision, QStringLiteral("Comisión %"));
     Transaccion t(a);
+    const CuidaAdministradores administradores(a);
     qint64 id = 0;
     if (!idUsuario) {
         id = a.inserta(QStringLiteral("INSERT INTO Usuarios (NombreCompleto, NombreUsuario, Contrasenia, idNivel, "
@@ -53,13 +58,24 @@ qint64 GuardaUsuario(Almacen& a, std::optional<qint64> idUsuario, const DatosUsu
             a.ejecuta(QStringLiteral("UPDATE Usuarios SET NombreCompleto = ?, NombreUsuario = ?, Contrasenia = ?, "
                                      "idNivel = ?, Comision = ? WHERE idUsuario = ?"),
                       {d.nombreCompleto.trimmed(), d.nombreUsuario.trimmed(), resumen, d.idNivel, comision, id});
+        administradores.exige(QStringLiteral("No se puede cambiar el nivel de ") + d.nombreCompleto.trimmed() +
+                              QStringLiteral(": es el último usuario que puede administrar los usuarios del sistema. "
+                                             "Antes dé a otro usuario un nivel con el permiso \"Usuarios\"."));
     }
     t.confirmar();
     return id;
 }
 
 void BorraUsuario(Almacen& a, qint64 idUsuario) {
+    Transaccion t(a);
+    const CuidaAdministradores administradores(a);
+    const QString nombre =
+        a.valor(QStringLiteral("SELECT NombreCompleto FROM Usuarios WHERE idUsuario = ?"), {idUsuario}).toString();
     a.ejecuta(QStringLiteral("DELETE FROM Usuarios WHERE idUsuario = ?"), {idUsuario});
+    administradores.exige(QStringLiteral("No se puede borrar a ") + nombre +
+                          QStringLiteral(": es el último usuario que puede administrar los usuarios del sistema. "
+                                         "Antes dé a otro usuario un nivel con el permiso \"Usuarios\"."));
+    t.confirmar();
 }
 
 QString ConsultaUsuarios() {

@@ -54,15 +54,24 @@ QByteArray direccion(const QString& nombre, const QString& correo) {
     return (codificado.startsWith("=?") ? codificado : "\"" + codificado + "\"") + " <" + correo.toUtf8() + ">";
 }
 
-QString motivoEnCastellano(CURLcode r) {
+// El motivo de una falla en castellano: por el código de libcurl y, cuando el servidor contestó
+// con un rechazo, por su respuesta.
+QString motivoEnCastellano(CURLcode r, long respuesta) {
+    if (respuesta == 530) return QStringLiteral("el servidor pide usuario y clave");
+    if (respuesta >= 400 && r != CURLE_LOGIN_DENIED) return QStringLiteral("el servidor no aceptó el mensaje");
     switch (r) {
+    case CURLE_USE_SSL_FAILED:
+        // Sólo se pide cifrado obligatorio cuando hay usuario y clave.
+        return QStringLiteral("el servidor no ofrece conexión cifrada (STARTTLS) y el usuario y la clave no se "
+                              "mandan sin cifrar; use el puerto cifrado del proveedor (smtps://servidor:465 o "
+                              "servidor:587)");
     case CURLE_COULDNT_RESOLVE_HOST: return QStringLiteral("no se encontró el servidor");
     case CURLE_COULDNT_CONNECT: return QStringLiteral("no se pudo conectar con el servidor");
     case CURLE_OPERATION_TIMEDOUT: return QStringLiteral("el servidor no respondió a tiempo");
     case CURLE_LOGIN_DENIED: return QStringLiteral("el servidor rechazó el usuario o la clave");
     case CURLE_SSL_CONNECT_ERROR:
     case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_USE_SSL_FAILED: return QStringLiteral("falló la conexión segura con el servidor");
+    case CURLE_SSL_CACERT_BADFILE: return QStringLiteral("falló la conexión segura con el servidor");
     case CURLE_SEND_ERROR:
     case CURLE_RECV_ERROR:
     case CURLE_GOT_NOTHING: return QStringLiteral("se cortó la conexión con el servidor");
@@ -146,9 +155,13 @@ void EnviaMail(const DatosCorreo& d, const QString& destinatario, const QString&
     const QByteArray para = "<" + destinatario.trimmed().toUtf8() + ">";
     const QByteArray usuario = d.usuario.toUtf8();
     const QByteArray clave = d.clave.toUtf8();
+    const QByteArray autoridades = QFile::encodeName(d.autoridades);
     curl_easy_setopt(c.h, CURLOPT_ERRORBUFFER, error);
     curl_easy_setopt(c.h, CURLOPT_URL, url.constData());
-    curl_easy_setopt(c.h, CURLOPT_USE_SSL, long(CURLUSESSL_TRY));
+    // Sin usuario ni clave el cifrado es el que el servidor ofrezca; con ellos es obligatorio, y
+    // si el servidor no lo ofrece la conexión se corta antes de mandar nada.
+    curl_easy_setopt(c.h, CURLOPT_USE_SSL, long(d.autenticacion ? CURLUSESSL_ALL : CURLUSESSL_TRY));
+    if (!autoridades.isEmpty()) curl_easy_setopt(c.h, CURLOPT_CAINFO, autoridades.constData());
     curl_easy_setopt(c.h, CURLOPT_CONNECTTIMEOUT, 20L);
     curl_easy_setopt(c.h, CURLOPT_TIMEOUT, 180L);
     curl_easy_setopt(c.h, CURLOPT_NOSIGNAL, 1L);
@@ -204,7 +217,7 @@ void EnviaMail(const DatosCorreo& d, const QString& destinatario, const QString&
         QString detalle = QString::fromUtf8(error).trimmed();
         if (detalle.isEmpty()) detalle = QString::fromUtf8(curl_easy_strerror(r));
         QString texto = QStringLiteral("No se pudo enviar el correo a ") + destinatario.trimmed() +
-                        QStringLiteral(" por ") + d.smtp.trimmed() + QStringLiteral(": ") + motivoEnCastellano(r) +
+                        QStringLiteral(" por ") + d.smtp.trimmed() + QStringLiteral(": ") + motivoEnCastellano(r, codigo) +
                         QStringLiteral(".\nMotivo: ") + detalle;
         if (codigo > 0) texto += QStringLiteral(" (respuesta del servidor: %1)").arg(codigo);
         throw Aviso(texto);

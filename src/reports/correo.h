@@ -14,6 +14,9 @@ namespace orv {
 struct DatosCorreo { // los nueve valores de "Configuracion"
     QString destino, destinoNombre, de, deNombre, smtp, tituloMensaje, usuario, clave;
     bool autenticacion = false; // TieneAutenticacion == "SI"
+    // Archivo PEM con las autoridades de certificación en que se confía al cifrar; vacío, las del
+    // sistema. No se guarda en la configuración: sirve a un servidor con certificado propio.
+    QString autoridades;
 };
 
 DatosCorreo LeeDatosCorreo(const Configuracion& c);
@@ -29,7 +32,9 @@ QString UrlServidorCorreo(const QString& smtp);
 
 // Envía un mensaje: de `d.de` (con su nombre, y como dirección de respuesta) a `destinatario`,
 // con el asunto, el cuerpo y el adjunto si la ruta no es vacía. Con destinatario vacío no envía
-// nada. Lanza Aviso con el motivo del servidor si falla.
+// nada. Con autenticación la conexión tiene que ser cifrada (smtps:// o STARTTLS): el usuario y la
+// clave nunca viajan a la vista, y un servidor que no ofrece cifrado no recibe nada. Lanza Aviso
+// con el motivo del servidor si falla.
 void EnviaMail(const DatosCorreo& d, const QString& destinatario, const QString& asunto, const QString& cuerpo,
                const QString& nombreDestinatario, const QString& adjunto);
 

@@ -23,6 +23,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QSaveFile>
+#include <QScopeGuard>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -1181,18 +1182,13 @@ void Grilla::pideExportar(bool excel) {
         this, excel ? QStringLiteral("Exportar a Excel") : QStringLiteral("Exportar a CSV"), QString(),
         excel ? QStringLiteral("Libro de Excel (*.xlsx)") : QStringLiteral("Texto separado por comas (*.csv)"));
     if (ruta.isEmpty()) return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    try {
+    Intenta(this, [&] {
+        // El reloj de espera se va al terminar, también si falla (antes de mostrar el mensaje).
+        const QScopeGuard listo([] { QApplication::restoreOverrideCursor(); });
+        QApplication::setOverrideCursor(Qt::WaitCursor);
         if (excel) exportaXLSX(ruta);
         else exportaCSV(ruta);
-        QApplication::restoreOverrideCursor();
-    } catch (const Aviso& a) {
-        QApplication::restoreOverrideCursor();
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        QApplication::restoreOverrideCursor();
-        MuestraAviso(Aviso(e.descripcion(), QStringLiteral("Exportar")), this);
-    }
+    });
 }
 
 } // namespace orv

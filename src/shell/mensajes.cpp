@@ -82,4 +82,23 @@ bool Intenta(QWidget* padre, const std::function<void()>& accion) {
     return false;
 }
 
+bool Intenta(QWidget* padre, const std::function<void()>& accion, const QString& siFalla) {
+    QString motivo;
+    try {
+        accion();
+        return true;
+    } catch (const Aviso& a) {
+        motivo = a.texto();
+    } catch (const ErrorAlmacen& e) {
+        motivo = e.descripcion();
+    } catch (const std::exception& e) {
+        motivo = QString::fromUtf8(e.what());
+    } catch (...) {
+        motivo = QStringLiteral("sin descripción");
+    }
+    qWarning("%s (%s)", qUtf8Printable(siFalla), qUtf8Printable(motivo));
+    MensajeError(siFalla, padre);
+    return false;
+}
+
 } // namespace orv

@@ -30,6 +30,9 @@ void MensajeErrorAlmacen(const ErrorAlmacen& e, QWidget* padre = nullptr);
 // almacén con su número; un importe que no cabe como "Importe fuera de rango!"; cualquier otra
 // falla como falla inesperada, que además queda en el registro del programa.
 bool Intenta(QWidget* padre, const std::function<void()>& accion);
+// La misma guardia para una acción cuya falla, sea cual sea, el sistema dice siempre con un mismo
+// texto (título "Error"): se muestra `siFalla` y el motivo queda en el registro del programa.
+bool Intenta(QWidget* padre, const std::function<void()>& accion, const QString& siFalla);
 // "Ocurrió una falla inesperada: ..." y la anota en el registro (qCritical).
 void MensajeFallaInesperada(const char* que, QWidget* padre = nullptr);
 

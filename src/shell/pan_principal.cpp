@@ -13,6 +13,7 @@
 #include "shell/mensajes.h"
 #include "shell/paneles.h"
 #include "shell/ventanas.h"
+#include "store/entrada.h"
 #include "store/formato.h"
 #include "store/rutinas.h"
 
@@ -27,10 +28,11 @@
 #include <QFrame>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QRegularExpressionValidator>
 #include <QSqlQuery>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -141,6 +143,27 @@ void PanPrincipal::armaVentana() {
     encabezado_->setObjectName(QStringLiteral("encabezado"));
     auto* cabeza = new QHBoxLayout(encabezado_);
     cabeza->setContentsMargins(0, 0, 0, 0);
+    cabeza->setSpacing(6);
+    // Destino y copias de los informes: de la ventana, a la vista desde cualquier panel.
+    combo1_ = new QComboBox(encabezado_);
+    combo1_->setObjectName(QStringLiteral("Combo1"));
+    combo1_->setToolTip(QStringLiteral("A dónde salen los informes y los comprobantes"));
+    text10_ = new QLineEdit(encabezado_);
+    text10_->setObjectName(QStringLiteral("Text10"));
+    // Sólo cifras, de 1 a 999: ni separadores de miles ni decimales que se pudieran leer de otra forma.
+    text10_->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[1-9][0-9]{0,2}")), text10_));
+    text10_->setMaximumWidth(48);
+    text10_->setAlignment(Qt::AlignRight);
+    auto* salida = new QLabel(QStringLiteral("Informes :"), encabezado_);
+    salida->setBuddy(combo1_);
+    auto* copias = new QLabel(QStringLiteral("Copias :"), encabezado_);
+    copias->setBuddy(text10_);
+    cabeza->addWidget(salida);
+    cabeza->addWidget(combo1_);
+    cabeza->addSpacing(10);
+    cabeza->addWidget(copias);
+    cabeza->addWidget(text10_);
     cabeza->addStretch(1);
     fecha_ = new QLabel(encabezado_);
     fecha_->setObjectName(QStringLiteral("Label11"));
@@ -313,19 +336,6 @@ QWidget* PanPrincipal::armaUtilidades() {
     capa->setSpacing(14);
     capa->addWidget(TituloPanel(QStringLiteral("Utilidades y Configuraciones"), w));
 
-    auto* salida = new QGroupBox(QStringLiteral("Salida de los informes"), w);
-    salida->setMaximumWidth(460);
-    auto* fs = new QFormLayout(salida);
-    combo1_ = new QComboBox(salida);
-    combo1_->setObjectName(QStringLiteral("Combo1"));
-    text10_ = new QLineEdit(salida);
-    text10_->setObjectName(QStringLiteral("Text10"));
-    text10_->setValidator(new QIntValidator(1, 999, text10_));
-    text10_->setMaximumWidth(70);
-    fs->addRow(QStringLiteral("Destino :"), combo1_);
-    fs->addRow(QStringLiteral("Copias :"), text10_);
-    capa->addWidget(salida);
-
     auto* sistema = new QGroupBox(QStringLiteral("Sistema"), w);
     sistema->setMaximumWidth(460);
     auto* cs = new QVBoxLayout(sistema);
@@ -373,11 +383,12 @@ void PanPrincipal::carga() {
     combo1_->addItems({QStringLiteral("0 - A una ventana"), QStringLiteral("1 - A la impresora"),
                        QStringLiteral("2 - A un archivo"), QStringLiteral("3 - Enviar por e-mail"),
                        QStringLiteral("4 - Vista previa")});
+    // Un valor guardado que no es un número entero de la lista (o de 1 a 999 copias) no se
+    // redondea ni se corta: se toma el de siempre.
     const QString modo = conf_.lee(clave::miscelaneas, QStringLiteral("ModoPrint"));
-    const int indice = EsNumerico(QStringView(modo)) ? int(Val(modo)) : 0;
-    combo1_->setCurrentIndex(indice >= 0 && indice < combo1_->count() ? indice : 0);
+    combo1_->setCurrentIndex(int(LeeEntero(modo, 0, combo1_->count() - 1).value_or(0)));
     const QString copias = conf_.lee(clave::miscelaneas, QStringLiteral("CopiasPrint"));
-    text10_->setText(EsNumerico(QStringView(copias)) ? QString::number(qint64(Val(copias))) : QStringLiteral("1"));
+    text10_->setText(QString::number(LeeEntero(copias, 1, 999).value_or(1)));
     // Como al elegir en la lista: el destino y las copias pasan a la salida de los informes.
     salida_->fijaDestino(combo1_->currentText(), text10_->text());
     connect(combo1_, &QComboBox::currentIndexChanged, this, [this](int i) {
@@ -398,12 +409,12 @@ void PanPrincipal::carga() {
         d->setDate(hoy);
     }
 
-    // 4 y 5. Tipos de comprobante y el predeterminado.
-    try {
+    // 4 y 5. Tipos de comprobante y el predeterminado. Cada paso de la carga tiene su guardia:
+    // una falla se dice y la carga sigue.
+    Intenta(this, [&] {
         if (const auto tipo = TipoComprobantePredeterminado(almacen_, conf_))
             estado_.idTipoComprobanteActual = qint32(*tipo);
-    } catch (const ErrorAlmacen&) {
-    }
+    });
     venta_->llenaTiposComprobante();
 
     // 6. Valores de la venta en curso.
@@ -449,12 +460,12 @@ void PanPrincipal::carga() {
     venta_->leeCoefIva();
     venta_->seleccionaVendedor(estado_.idUsuarioActual);
 
-    // 14. Precio en la venta.
-    try {
-        venta_->fijaSoloLectura(!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos")));
-    } catch (const ErrorAlmacen&) {
-        venta_->fijaSoloLectura(true);
-    }
+    // 14. Precio en la venta; sin poder leer el nivel, las líneas no se corrigen.
+    bool corrigePrecios = false;
+    Intenta(this, [&] {
+        corrigePrecios = TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos"));
+    });
+    venta_->fijaSoloLectura(!corrigePrecios);
 }
 
 std::vector<std::pair<Grilla*, QString>> PanPrincipal::grillasConArchivo() const {
@@ -478,7 +489,7 @@ void PanPrincipal::refrescaCaja() {
         QStringLiteral("SELECT * FROM ConsultaCaja WHERE Fecha >= ? AND Fecha <= ? ORDER BY Fecha, idCaja"),
         {desde, hasta});
     // El total de egresos toma sólo el primer día del período ("=" y no ">="), como siempre lo hizo.
-    try {
+    Intenta(this, [&] {
         const QVariant ingresos =
             almacen_.valor(QStringLiteral("SELECT sum(Ingreso) FROM Caja WHERE Fecha >= ? AND Fecha <= ?"), {desde, hasta});
         const QVariant egresos =
@@ -488,17 +499,17 @@ void PanPrincipal::refrescaCaja() {
         ingresos_->setText(FormatoMoneda(i, estado_.MascaraMoneda));
         egresos_->setText(FormatoMoneda(e, estado_.MascaraMoneda));
         saldo_->setText(FormatoMoneda(i - e, estado_.MascaraMoneda));
-    } catch (const ErrorAlmacen&) {
-    }
+    });
 }
 
 void PanPrincipal::aplicaNiveles() {
     QStringList apagar;
-    try {
-        apagar = ControlesSinPermiso(almacen_, estado_.idNivelActual);
-        modoPOS_ = ModoPOS(almacen_, estado_.idNivelActual);
-    } catch (const ErrorAlmacen&) {
+    if (!Intenta(this, [&] {
+            apagar = ControlesSinPermiso(almacen_, estado_.idNivelActual);
+            modoPOS_ = ModoPOS(almacen_, estado_.idNivelActual);
+        })) {
         // Sin poder leer los niveles no se concede nada.
+        apagar.clear();
         for (const QString& c : OrdenAplicaNiveles()) apagar += BuscaPermiso(c)->controles;
         modoPOS_ = false;
     }

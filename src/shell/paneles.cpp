@@ -1,6 +1,7 @@
 #include "shell/paneles.h"
 
 #include "shell/grilla.h"
+#include "shell/mensajes.h"
 
 #include <QDateEdit>
 #include <QLabel>
@@ -60,12 +61,8 @@ void PanelLista::fijaColumnas(std::initializer_list<Columna> columnas, const QSt
 
 void PanelLista::fijaConsulta(const QString& sql, const QVariantList& parametros) {
     const bool primera = grilla_->modelo().columnCount() == 0;
-    try {
-        grilla_->fijaConsulta(sql, parametros);
-    } catch (const ErrorAlmacen&) {
-        // Errores ignorados al cargar: la grilla queda vacía.
-        return;
-    }
+    // Si no se puede leer, se dice y la grilla queda vacía.
+    if (!Intenta(this, [&] { grilla_->fijaConsulta(sql, parametros); })) return;
     if (primera)
         for (const auto& [campo, ancho] : anchos_) grilla_->fijaAnchoColumna(campo, ancho);
 }

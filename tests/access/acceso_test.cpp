@@ -11,7 +11,11 @@
 #include "store/rutinas.h"
 
 #include <QSet>
+#include <QSqlQuery>
+#include <chrono>
+#include <functional>
 #include <sodium.h>
+#include <thread>
 
 namespace orv {
 namespace {
@@ -312,6 +316,115 @@ TEST(Niveles, TablaDePermisosCompletaYOrdenDeAplicacion) {
     // Los permisos que no apagan nada quedan fuera del orden.
     for (const char* sinEfecto : {"NueUsuario", "NueCompra", "NueVenta", "BorrUsuario", "BorrCompra", "BorrVenta"})
         EXPECT_FALSE(OrdenAplicaNiveles().contains(QString::fromLatin1(sinEfecto)));
+}
+
+// Texto del aviso que lanza `f`; vacío si no lanza.
+QString aviso(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const Aviso& a) {
+        return a.texto();
+    }
+    return {};
+}
+
+TEST_P(Acceso, NombresQueNoCabenONulosYComisionesAmbiguasSeRechazanSinGuardarNada) {
+    Almacen& a = almacen();
+    const QVariant n = nivelSupervisor();
+    const QString emojis = QString::fromUtf8("\U0001F600").repeated(50); // 50 caracteres para el servidor
+    const struct {
+        DatosUsuario datos;
+        const char* aviso; // comienzo; vacío si se guarda
+    } casos[] = {
+        {{QStringLiteral("Ana"), QStringLiteral("a1"), QStringLiteral("x"), n, QStringLiteral("1,5")}, "Comisión %: el número está mal escrito"},
+        {{QStringLiteral("Ana"), QStringLiteral("a2"), QStringLiteral("x"), n, QStringLiteral("1.5")}, ""},
+        {{QStringLiteral("Ana"), QString(10000, u'a'), QStringLiteral("x"), n, QStringLiteral("0")}, "Nombre de usuario: admite hasta 50 caracteres (tiene 10000)."},
+        {{QStringLiteral("Ana"), QStringLiteral("a") + QChar(0), QStringLiteral("x"), n, QStringLiteral("0")}, "Nombre de usuario: el texto tiene un carácter nulo"},
+        {{QString(101, u'n'), QStringLiteral("a3"), QStringLiteral("x"), n, QStringLiteral("0")}, "Nombre completo: admite hasta 100 caracteres (tiene 101)."},
+        {{QStringLiteral("Ana"), emojis, QStringLiteral("x"), n, QStringLiteral("0")}, ""},
+    };
+    for (const auto& c : casos) {
+        qint64 id = 0;
+        const QString texto = aviso([&] { id = GuardaUsuario(a, std::nullopt, c.datos); });
+        EXPECT_TRUE(*c.aviso ? texto.startsWith(QString::fromUtf8(c.aviso)) : texto.isEmpty()) << texto.toStdString();
+        const auto leido = LeeUsuario(a, id);
+        EXPECT_EQ(leido ? leido->nombreUsuario + u'/' + leido->comision : QString(),
+                  *c.aviso ? QString() : c.datos.nombreUsuario + u'/' + (c.datos.comision));
+    }
+    EXPECT_TRUE(aviso([&] { NuevoNivel(a, QString(51, u'n')); }).startsWith(QStringLiteral("Nombre del nivel: admite hasta 50")));
+    DatosNivel d = LeeNivel(a, NuevoNivel(a, emojis).value()).value();
+    d.nombre += QChar(0);
+    EXPECT_TRUE(aviso([&] { GuardaNivel(a, d); }).startsWith(QStringLiteral("Nombre del nivel: el texto tiene un carácter nulo")));
+}
+
+// Nunca queda el sistema sin quien administre los usuarios (nivel con "Usuarios" o supervisor).
+TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
+    Almacen& a = almacen();
+    const qint64 sup = a.valor(QStringLiteral("SELECT idUsuario FROM Usuarios")).toLongLong();
+    const qint64 gerencia = NuevoNivel(a, QStringLiteral("Gerencia")).value();
+    const qint64 caja = NuevoNivel(a, QStringLiteral("Caja")).value();
+    auto nivel = [&](qint64 id, bool super, bool usuarios) {
+        DatosNivel d = LeeNivel(a, id).value();
+        d.usuarioSuper = super;
+        d.permisos[QStringLiteral("VeUsuarios")] = usuarios;
+        GuardaNivel(a, d);
+    };
+    auto pasa = [&](qint64 id, qint64 nivel) {
+        DatosUsuario d = LeeUsuario(a, id).value();
+        d.idNivel = nivel;
+        GuardaUsuario(a, id, d);
+    };
+    nivel(gerencia, false, true);
+    const qint64 cajero = usuario(QStringLiteral("cajero"), QStringLiteral("c"), caja);
+    qint64 gerente = 0;
+    auto estado = [&] { // usuario:nivel:S(upervisor)U(suarios), por usuario
+        QStringList filas;
+        QSqlQuery q = a.consulta(QStringLiteral("SELECT NombreUsuario, Nombre, UsuarioSuper, VeUsuarios FROM Usuarios "
+                                                "INNER JOIN Niveles ON Usuarios.idNivel = Niveles.idNivel ORDER BY 1"));
+        while (q.next())
+            filas << q.value(0).toString() + u':' + q.value(1).toString() + u':' +
+                         (q.value(2).toInt() ? QStringLiteral("S") : QString()) + (q.value(3).toInt() ? QStringLiteral("U") : QString());
+        return filas.join(u' ');
+    };
+    const struct {
+        std::function<void()> hace;
+        const char* aviso; // comienzo; vacío si se hace
+        const char* queda;
+    } pasos[] = {
+        {[&] { BorraUsuario(a, sup); }, "No se puede borrar a Supervisor: es el último", "cajero:Caja: supervisor:Supervisor:SU"},
+        {[&] { pasa(sup, caja); }, "No se puede cambiar el nivel de Supervisor", "cajero:Caja: supervisor:Supervisor:SU"},
+        {[&] { pasa(sup, gerencia); }, "", "cajero:Caja: supervisor:Gerencia:U"},
+        {[&] { nivel(gerencia, false, false); }, "El nivel \"Gerencia\" tiene a los últimos", "cajero:Caja: supervisor:Gerencia:U"},
+        {[&] { nivel(gerencia, true, false); }, "", "cajero:Caja: supervisor:Gerencia:S"},
+        {[&] { BorraUsuario(a, cajero); }, "", "supervisor:Gerencia:S"},
+        {[&] { gerente = usuario(QStringLiteral("gerente"), QStringLiteral("g"), nivelSupervisor()); }, "",
+         "gerente:Supervisor:SU supervisor:Gerencia:S"},
+        {[&] { nivel(gerencia, false, false); }, "", "gerente:Supervisor:SU supervisor:Gerencia:"},
+        {[&] { BorraUsuario(a, gerente); }, "No se puede borrar a Nombre gerente: es el último",
+         "gerente:Supervisor:SU supervisor:Gerencia:"},
+    };
+    for (const auto& p : pasos) {
+        const QString texto = aviso(p.hace);
+        EXPECT_TRUE(*p.aviso ? texto.startsWith(QString::fromUtf8(p.aviso)) : texto.isEmpty()) << texto.toStdString();
+        EXPECT_EQ(estado(), QString::fromUtf8(p.queda)) << p.queda;
+    }
+}
+
+// Dos puestos borran a la vez a los dos últimos administradores: el segundo no puede.
+TEST_P(Acceso, DosPuestosNoBorranALaVezALosDosUltimosAdministradores) {
+    Almacen& a = almacen();
+    const qint64 uno = a.valor(QStringLiteral("SELECT idUsuario FROM Usuarios")).toLongLong();
+    const qint64 dos = usuario(QStringLiteral("dos"), QStringLiteral("d"), nivelSupervisor());
+    QString otroPuesto;
+    Transaccion t(a);
+    BorraUsuario(a, uno); // sin confirmar todavía
+    std::thread hilo([&] { otroPuesto = aviso([&] { BorraUsuario(*base().otraConexion(), dos); }); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(400)); // el otro llega a su borrado
+    t.confirmar();
+    hilo.join();
+    EXPECT_TRUE(otroPuesto.startsWith(QStringLiteral("No se puede borrar a Nombre dos"))) << otroPuesto.toStdString();
+    EXPECT_EQ(CuentaAdministradores(a), 1);
+    EXPECT_TRUE(LeeUsuario(a, dos));
 }
 
 ORV_AMBOS_MOTORES(Acceso);

@@ -84,29 +84,42 @@ TEST(Correo, LlegaConRemitenteNombresRespuestaAsuntoCuerpoYAdjunto) {
     EXPECT_EQ(s.recibidos(), 2);
 }
 
-TEST(Correo, ConAutenticacionYLosErroresEnCastellanoConElMotivoDelServidor) {
-    ServidorSmtp s(QStringLiteral("sucursal"), QStringLiteral("cl@ve ñ"));
-    ASSERT_TRUE(s.listo());
-    DatosCorreo d = datos(s.servidor());
-    d.autenticacion = true;
-    d.usuario = QStringLiteral("sucursal");
-    d.clave = QStringLiteral("cl@ve ñ");
-    EnviaMail(d, d.destino, QStringLiteral("Con clave"), QStringLiteral("ok"), QString(), QString());
-    ASSERT_EQ(s.recibidos(), 1);
-    EXPECT_EQ(s.mensaje(1)[QStringLiteral("usuario")].toString(), QStringLiteral("sucursal"));
-
-    d.clave = QStringLiteral("otra");
-    QString error = textoDeAviso([&] { EnviaMail(d, d.destino, QStringLiteral("x"), QStringLiteral("x"), QString(), QString()); });
-    EXPECT_TRUE(error.startsWith(QStringLiteral("No se pudo enviar el correo a central@almacen.com.ar por ") + s.servidor() +
-                                 QStringLiteral(": el servidor rechazó el usuario o la clave")))
-        << error.toStdString();
-    EXPECT_TRUE(error.contains(QStringLiteral("535"))) << error.toStdString();
-    // Sin autenticación, un servidor que la exige no acepta el mensaje.
-    d.autenticacion = false;
-    error = textoDeAviso([&] { EnviaMail(d, d.destino, QStringLiteral("x"), QStringLiteral("x"), QString(), QString()); });
-    EXPECT_TRUE(error.startsWith(QStringLiteral("No se pudo enviar el correo"))) << error.toStdString();
-    EXPECT_TRUE(error.contains(QStringLiteral("530"))) << error.toStdString();
-    EXPECT_EQ(s.recibidos(), 1);
+TEST(Correo, ConUsuarioYClaveSoloPorConexionCifradaYLosErroresEnCastellano) {
+    ServidorSmtp cifrado(QStringLiteral("sucursal"), QStringLiteral("cl@ve ñ"), Cifrado::StartTls);
+    ServidorSmtp aLaVista(QStringLiteral("sucursal"), QStringLiteral("cl@ve ñ"));
+    ASSERT_TRUE(cifrado.listo() && aLaVista.listo());
+    struct Caso {
+        const ServidorSmtp& servidor;
+        bool autenticacion, confia;
+        const char* clave;
+        const char* motivo; // vacío: se envía
+        int intentos;       // veces que el servidor recibió usuario y clave
+    };
+    const Caso casos[] = {
+        {cifrado, true, true, "cl@ve ñ", "", 1},
+        {cifrado, true, true, "otra", "el servidor rechazó el usuario o la clave", 1},
+        {cifrado, false, true, "", "el servidor pide usuario y clave", 0},
+        {cifrado, true, false, "cl@ve ñ", "falló la conexión segura con el servidor", 0},
+        {aLaVista, true, true, "cl@ve ñ", "el servidor no ofrece conexión cifrada (STARTTLS) y el usuario y la clave "
+                                          "no se mandan sin cifrar", 0},
+    };
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.motivo);
+        const int recibidos = c.servidor.recibidos(), intentos = c.servidor.autenticaciones();
+        DatosCorreo d = datos(c.servidor.servidor());
+        d.autenticacion = c.autenticacion;
+        d.usuario = QStringLiteral("sucursal");
+        d.clave = QString::fromUtf8(c.clave);
+        if (c.confia) d.autoridades = cifrado.certificado();
+        const QString error = textoDeAviso([&] { EnviaMail(d, d.destino, QStringLiteral("x"), QStringLiteral("x"), {}, {}); });
+        EXPECT_EQ(c.servidor.autenticaciones() - intentos, c.intentos);
+        EXPECT_TRUE(*c.motivo ? error.section(QStringLiteral(": "), 1).startsWith(QString::fromUtf8(c.motivo))
+                              : error.isEmpty())
+            << error.toStdString();
+        EXPECT_EQ(c.servidor.recibidos() - recibidos, *c.motivo ? 0 : 1);
+    }
+    EXPECT_TRUE(cifrado.mensaje(1)[QStringLiteral("cifrado")].toBool());
+    EXPECT_EQ(cifrado.mensaje(1)[QStringLiteral("usuario")].toString(), QStringLiteral("sucursal"));
 }
 
 TEST(Correo, ConexionRechazadaYAdjuntoQueFalta) {

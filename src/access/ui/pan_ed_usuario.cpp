@@ -25,11 +25,9 @@ PanEdUsuario::PanEdUsuario(const Almacen& almacen, std::optional<qint64> idUsuar
     campos->setSpacing(8);
     txNomCompleto_ = new QLineEdit(this);
     txNomCompleto_->setObjectName(QStringLiteral("txNomCompleto"));
-    txNomCompleto_->setMaxLength(100);
     txNomCompleto_->setMinimumWidth(280);
     txUser_ = new QLineEdit(this);
     txUser_->setObjectName(QStringLiteral("txUser"));
-    txUser_->setMaxLength(50);
     txPass_ = new QLineEdit(this);
     txPass_->setObjectName(QStringLiteral("txPass"));
     txPass_->setEchoMode(QLineEdit::Password);
@@ -60,18 +58,16 @@ PanEdUsuario::PanEdUsuario(const Almacen& almacen, std::optional<qint64> idUsuar
     LlenaCombo(cbNivel_, almacen, QStringLiteral("SELECT idNivel, Nombre FROM Niveles ORDER BY Nombre"), {},
                QStringLiteral("Nombre"), QStringLiteral("idNivel"));
     cbNivel_->setCurrentIndex(-1);
-    if (id_) {
-        try {
+    // Si el usuario ya no está, la pantalla queda vacía y al grabar se avisa "No encontrado!".
+    if (id_)
+        Intenta(this, [&] {
             if (const auto d = LeeUsuario(almacen, *id_)) {
                 txNomCompleto_->setText(d->nombreCompleto);
                 txUser_->setText(d->nombreUsuario);
                 SelComboId(cbNivel_, d->idNivel);
                 txComision_->setText(d->comision);
             }
-        } catch (const ErrorAlmacen&) {
-            // La pantalla queda vacía; al grabar, el que llama avisa si el usuario ya no está.
-        }
-    }
+        });
     adjustSize();
     CentrarVentana(this);
     txNomCompleto_->setFocus();
@@ -88,13 +84,7 @@ DatosUsuario PanEdUsuario::datos() const {
 }
 
 void PanEdUsuario::acepta() {
-    try {
-        ValidaUsuario(datos(), !id_.has_value());
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        return;
-    }
-    accept();
+    if (Intenta(this, [&] { ValidaUsuario(datos(), !id_.has_value()); })) accept();
 }
 
 } // namespace orv

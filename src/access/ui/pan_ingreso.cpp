@@ -94,12 +94,10 @@ void PanIngreso::acepta() {
 }
 
 void PanIngreso::verifica() {
-    try {
-        usuario_ = Ingresa(almacen_, txUser_->text(), txPass_->text());
-    } catch (const ErrorAlmacen& e) {
+    // Un error del almacén se dice y deja intentar de nuevo.
+    if (!Intenta(this, [&] { usuario_ = Ingresa(almacen_, txUser_->text(), txPass_->text()); })) {
         usuario_.reset();
         habilita(true);
-        MensajeErrorAlmacen(e, this);
         return;
     }
     if (usuario_) {

@@ -40,7 +40,6 @@ PanNiveles::PanNiveles(Almacen& almacen, QWidget* padre) : QDialog(padre), almac
     fila->addWidget(new QLabel(QStringLiteral("Nombre :"), this));
     txNombre_ = new QLineEdit(this);
     txNombre_->setObjectName(QStringLiteral("txNombre"));
-    txNombre_->setMaxLength(50);
     fila->addWidget(txNombre_, 1);
     derecha->addLayout(fila);
     chkSuper_ = new QCheckBox(QStringLiteral("Éste es un nivel supervisor ?"), this);
@@ -107,15 +106,13 @@ std::optional<qint64> PanNiveles::nivelActual() const {
 void PanNiveles::recarga(std::optional<qint64> seleccionar) {
     cambiando_ = true;
     lista_->clear();
-    try {
+    Intenta(this, [&] {
         for (const NivelEnLista& n : ListaNiveles(almacen_)) {
             auto* it = new QListWidgetItem(n.nombre, lista_);
             it->setData(Qt::UserRole, n.idNivel);
             if (seleccionar && *seleccionar == n.idNivel) lista_->setCurrentItem(it);
         }
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
     if (!lista_->currentItem() && lista_->count() > 0) lista_->setCurrentRow(0);
     cambiando_ = false;
     if (const auto id = nivelActual())
@@ -127,16 +124,18 @@ void PanNiveles::recarga(std::optional<qint64> seleccionar) {
 }
 
 void PanNiveles::muestra(qint64 idNivel) {
-    try {
-        cargado_ = LeeNivel(almacen_, idNivel);
-    } catch (const ErrorAlmacen& e) {
-        cargado_.reset();
-        MensajeErrorAlmacen(e, this);
-    }
+    bool leido = false;
+    cargado_.reset();
+    if (Intenta(this, [&] { cargado_ = LeeNivel(almacen_, idNivel); })) leido = true;
     const bool hay = cargado_.has_value();
     txNombre_->setText(hay ? cargado_->nombre : QString());
     chkSuper_->setChecked(hay && cargado_->usuarioSuper);
     for (const Permiso& p : Permisos()) casilla(p.columna)->setChecked(hay && cargado_->permisos.value(p.columna));
+    if (leido && !hay) {
+        // Otro puesto lo borró después de llenarse la lista: nada que editar ahí.
+        MensajeError(QStringLiteral("No encontrado! Otro puesto borró este nivel de acceso."), this);
+        recarga(std::nullopt);
+    }
 }
 
 DatosNivel PanNiveles::enPantalla() const {
@@ -153,18 +152,25 @@ bool PanNiveles::guardaCambios() {
     const DatosNivel d = enPantalla();
     if (d.nombre == cargado_->nombre && d.usuarioSuper == cargado_->usuarioSuper && d.permisos == cargado_->permisos)
         return true;
-    try {
-        GuardaNivel(almacen_, d);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        return false;
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-        return false;
+    if (Intenta(this, [&] { GuardaNivel(almacen_, d); })) {
+        cargado_ = d;
+        if (QListWidgetItem* it = lista_->currentItem(); it && it->data(Qt::UserRole).toLongLong() == d.idNivel)
+            it->setText(d.nombre.trimmed());
+        return true;
     }
-    cargado_ = d;
-    if (QListWidgetItem* it = lista_->currentItem()) it->setText(d.nombre.trimmed());
+    // Un nombre vacío o repetido se corrige en el editor. Pero si otro puesto borró el nivel, lo
+    // pendiente ya no tiene dónde guardarse: el aviso ya se dio una vez, se descarta y se sigue.
+    bool existe = true;
+    if (!Intenta(this, [&] { existe = LeeNivel(almacen_, d.idNivel).has_value(); }) || existe) return false;
+    olvidaBorrado();
     return true;
+}
+
+void PanNiveles::olvidaBorrado() {
+    const qint64 borrado = cargado_->idNivel;
+    cargado_.reset();
+    const auto actual = nivelActual();
+    recarga(actual && *actual != borrado ? actual : std::nullopt);
 }
 
 void PanNiveles::filaCambiada() {
@@ -178,7 +184,7 @@ void PanNiveles::filaCambiada() {
         cambiando_ = false;
         return;
     }
-    if (const auto id = nivelActual()) muestra(*id);
+    if (const auto id = nivelActual(); id && (!cargado_ || cargado_->idNivel != *id)) muestra(*id);
 }
 
 void PanNiveles::nuevoNivel() {
@@ -188,12 +194,10 @@ void PanNiveles::nuevoNivel() {
                                                  QStringLiteral("Ingrese el nombre del nivel de acceso"),
                                                  QLineEdit::Normal, QString(), &ok);
     if (!ok || nombre.trimmed().isEmpty()) return;
-    try {
+    Intenta(this, [&] {
         const auto id = NuevoNivel(almacen_, nombre);
         recarga(id ? id : nivelActual());
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
 }
 
 void PanNiveles::eliminaNivel() {

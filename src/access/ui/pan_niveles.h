@@ -1,7 +1,8 @@
 #pragma once
 // Editor de niveles de acceso: la lista de niveles a la izquierda y, a la derecha, el nombre, la
 // casilla de supervisor y los permisos en cuatro pestañas. Lo cambiado se graba al pasar a otro
-// nivel, con "Guardar cambios" y al cerrar.
+// nivel, con "Guardar cambios" y al cerrar. Si otro puesto borró el nivel que se está editando,
+// se dice una vez, lo pendiente se descarta y el editor hace lo que se le pidió.
 
 #include "access/niveles.h"
 #include "store/almacen.h"
@@ -35,6 +36,8 @@ public:
 private:
     void recarga(std::optional<qint64> seleccionar);
     void muestra(qint64 idNivel);
+    // El nivel cargado ya no está: se olvida lo pendiente y se vuelve a leer la lista.
+    void olvidaBorrado();
     void filaCambiada();
     DatosNivel enPantalla() const;
 

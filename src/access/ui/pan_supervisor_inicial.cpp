@@ -54,19 +54,14 @@ PanSupervisorInicial::PanSupervisorInicial(Almacen& almacen, QWidget* padre) : Q
 QString PanSupervisorInicial::usuario() const { return txUser_->text().trimmed(); }
 
 void PanSupervisorInicial::acepta() {
-    try {
-        FijaSupervisorInicial(almacen_, txUser_->text(), txPass_->text(), txPass2_->text());
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        txPass_->clear();
-        txPass2_->clear();
-        txPass_->setFocus();
-        return;
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
+    if (Intenta(this, [&] { FijaSupervisorInicial(almacen_, txUser_->text(), txPass_->text(), txPass2_->text()); })) {
+        accept();
         return;
     }
-    accept();
+    // Las contraseñas se vuelven a escribir las dos.
+    txPass_->clear();
+    txPass2_->clear();
+    txPass_->setFocus();
 }
 
 } // namespace orv

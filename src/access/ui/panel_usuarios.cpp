@@ -30,7 +30,8 @@ PanelUsuarios::PanelUsuarios(Almacen& almacen, QWidget* padre) : QWidget(padre),
     grilla_->fijaTitulo(QStringLiteral("NombreCompleto"), QStringLiteral("Nombre completo"));
     grilla_->fijaTitulo(QStringLiteral("NombreUsuario"), QStringLiteral("Usuario"));
     grilla_->ocultaColumna(QStringLiteral("idNivel"));
-    try {
+    // Si no se puede leer, se dice y la grilla queda vacía.
+    Intenta(this, [&] {
         grilla_->fijaConsulta(ConsultaUsuarios());
         grilla_->fijaAnchoColumna(QStringLiteral("Nombre"), 170);
         grilla_->fijaAnchoColumna(QStringLiteral("idUsuario"), 60);
@@ -38,9 +39,7 @@ PanelUsuarios::PanelUsuarios(Almacen& almacen, QWidget* padre) : QWidget(padre),
         grilla_->fijaAnchoColumna(QStringLiteral("NombreUsuario"), 180);
         grilla_->agrupaPor(QStringLiteral("Nombre"));
         abreGrupos();
-    } catch (const ErrorAlmacen&) {
-        // Sin usuarios que mostrar la grilla queda vacía; los botones avisan al usarse.
-    }
+    });
     capa->addWidget(grilla_, 1);
 
     auto* botones = new QHBoxLayout;
@@ -79,16 +78,8 @@ void PanelUsuarios::refresca() {
 
 void PanelUsuarios::edita(std::optional<qint64> id) {
     PanEdUsuario dialogo(almacen_, id, this);
-    if (dialogo.exec() == QDialog::Accepted) {
-        try {
-            GuardaUsuario(almacen_, id, dialogo.datos());
-            Q_EMIT usuariosCambiados();
-        } catch (const Aviso& a) {
-            MuestraAviso(a, this);
-        } catch (const ErrorAlmacen& e) {
-            MensajeErrorAlmacen(e, this);
-        }
-    }
+    if (dialogo.exec() == QDialog::Accepted && Intenta(this, [&] { GuardaUsuario(almacen_, id, dialogo.datos()); }))
+        Q_EMIT usuariosCambiados();
     refresca();
 }
 
@@ -104,12 +95,7 @@ void PanelUsuarios::borrar() {
     const auto id = grilla_->claveActual();
     if (!id) return;
     if (!Pregunta(QStringLiteral("Borra este usuario de la lista"), this)) return;
-    try {
-        BorraUsuario(almacen_, id->toLongLong());
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-        return;
-    }
+    if (!Intenta(this, [&] { BorraUsuario(almacen_, id->toLongLong()); })) return;
     refresca();
     Q_EMIT usuariosCambiados();
 }

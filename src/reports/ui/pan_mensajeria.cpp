@@ -104,13 +104,7 @@ void PanConfInt::acepta() {
     d.usuario = usuario_->text().trimmed();
     d.autenticacion = chkAut_->isChecked();
     d.clave = clave_->text();
-    try {
-        GrabaDatosCorreo(conf_, d, !d.clave.isEmpty());
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        return;
-    }
-    accept();
+    if (Intenta(this, [&] { GrabaDatosCorreo(conf_, d, !d.clave.isEmpty()); })) accept();
 }
 
 PanMensajeria::PanMensajeria(const Almacen& almacen, const Configuracion& conf, const Reloj& reloj, QWidget* padre)
@@ -186,8 +180,11 @@ PanMensajeria::PanMensajeria(const Almacen& almacen, const Configuracion& conf, 
 QString PanMensajeria::archivoEnvio() const { return QDir(conf_.carpetaDatos()).filePath(QStringLiteral("envio.htm")); }
 
 void PanMensajeria::configurar() {
-    PanConfInt d(conf_, this);
-    d.exec();
+    // Leer la configuración puede mudar una clave vieja a su archivo, y eso puede fallar.
+    Intenta(this, [&] {
+        PanConfInt d(conf_, this);
+        d.exec();
+    });
 }
 
 void PanMensajeria::conectar() {
@@ -201,7 +198,8 @@ void PanMensajeria::conectar() {
 }
 
 void PanMensajeria::enviar() {
-    const DatosCorreo d = LeeDatosCorreo(conf_);
+    DatosCorreo d;
+    if (!Intenta(this, [&] { d = LeeDatosCorreo(conf_); })) return;
     if (d.destino.trimmed().isEmpty()) {
         MensajeError(QStringLiteral("Verificar datos de configuración!"), this);
         return;

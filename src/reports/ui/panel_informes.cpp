@@ -34,10 +34,6 @@ PanelInformes::PanelInformes(Almacen& almacen, const Configuracion& conf, Salida
     periodo->addSpacing(8);
     periodo->addWidget(new QLabel(QStringLiteral("Hasta :"), this));
     periodo->addWidget(hasta_);
-    periodo->addSpacing(16);
-    auto* nota = new QLabel(QStringLiteral("El destino y las copias se eligen en Utilidades."), this);
-    nota->setStyleSheet(QStringLiteral("color: #5b6b7b;"));
-    periodo->addWidget(nota);
     periodo->addStretch(1);
     capa->addLayout(periodo);
 
@@ -95,38 +91,43 @@ void PanelInformes::fijaPeriodo(const QDate& desde, const QDate& hasta) {
 QDate PanelInformes::d1() const { return desde_->date(); }
 QDate PanelInformes::d2() const { return hasta_->date(); }
 
+// Cada entrada del panel es una acción con su guardia: la selección y la salida del informe.
 void PanelInformes::usual(const QString& nombre) {
-    try {
-        salida_.imprime(nombre, SeleccionUsual(nombre, d1(), d2()));
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    }
+    Intenta(this, [&] { salida_.emite(nombre, SeleccionUsual(nombre, d1(), d2())); });
 }
 
 void PanelInformes::comprobantes() {
     PanPrinComprobantes d(this);
     if (d.exec() != QDialog::Accepted) return;
     const bool comerciales = d.comerciales();
-    salida_.imprime(comerciales ? QStringLiteral("lista_facturas.rpt") : QStringLiteral("lista_no_comerciales.rpt"),
-                    SeleccionListaComprobantes(comerciales, d1(), d2()));
+    Intenta(this, [&] {
+        salida_.emite(comerciales ? QStringLiteral("lista_facturas.rpt") : QStringLiteral("lista_no_comerciales.rpt"),
+                      SeleccionListaComprobantes(comerciales, d1(), d2()));
+    });
 }
 
 void PanelInformes::ventasResumen() {
-    salida_.imprime(QStringLiteral("lista_tot_facturas_diario.rpt"), SeleccionVentasResumen(d1(), d2()));
+    Intenta(this, [&] {
+        salida_.emite(QStringLiteral("lista_tot_facturas_diario.rpt"), SeleccionVentasResumen(d1(), d2()));
+    });
 }
 
 void PanelInformes::ventasItems() {
     PanRepSelArt d(d1(), d2(), this);
     if (d.exec() != QDialog::Accepted) return;
-    salida_.imprime(QStringLiteral("total_articulos.rpt"),
-                    SeleccionVentasItems(d.desde(), d.hasta(), d.todos() ? QString() : d.codigo()));
+    Intenta(this, [&] {
+        salida_.emite(QStringLiteral("total_articulos.rpt"),
+                      SeleccionVentasItems(d.desde(), d.hasta(), d.todos() ? QString() : d.codigo()));
+    });
 }
 
 void PanelInformes::ventasCliente() {
     PanRepSelVen d(almacen_, d1(), d2(), this);
     if (d.exec() != QDialog::Accepted) return;
-    salida_.imprime(QStringLiteral("lista_ventas_clientes.rpt"),
-                    SeleccionVentasClientes(d.desde(), d.hasta(), d.todos() ? QString() : d.nombre()));
+    Intenta(this, [&] {
+        salida_.emite(QStringLiteral("lista_ventas_clientes.rpt"),
+                      SeleccionVentasClientes(d.desde(), d.hasta(), d.todos() ? QString() : d.nombre()));
+    });
 }
 
 void PanelInformes::deudaClientes() { usual(QStringLiteral("saldotodosclientes.rpt")); }
@@ -137,13 +138,15 @@ void PanelInformes::inventario() { usual(QStringLiteral("inventario.rpt")); }
 void PanelInformes::deudaProveedores() { usual(QStringLiteral("saldotodosprove.rpt")); }
 
 void PanelInformes::compras() {
-    salida_.imprime(QStringLiteral("compras1.rpt"), SeleccionCompras(d1(), d2(), std::nullopt));
+    Intenta(this, [&] { salida_.emite(QStringLiteral("compras1.rpt"), SeleccionCompras(d1(), d2(), std::nullopt)); });
 }
 
 void PanelInformes::estadoCuentas() {
     PanSelCta d(almacen_, d1(), d2(), this);
     if (d.exec() != QDialog::Accepted) return;
-    salida_.imprime(QStringLiteral("movctas.rpt"), SeleccionEstadoCuenta(d.idCuenta(), d.desde(), d.hasta()));
+    Intenta(this, [&] {
+        salida_.emite(QStringLiteral("movctas.rpt"), SeleccionEstadoCuenta(d.idCuenta(), d.desde(), d.hasta()));
+    });
 }
 
 void PanelInformes::catalogo() {

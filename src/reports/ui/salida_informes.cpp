@@ -5,7 +5,7 @@
 #include "reports/ui/visor_informe.h"
 #include "shell/mensajes.h"
 #include "store/aviso.h"
-#include "store/formato.h"
+#include "store/entrada.h"
 
 #include <QDir>
 #include <QFile>
@@ -105,7 +105,8 @@ void SalidaInformes::fijaDestino(const QString& textoCombo, const QString& copia
 
 void SalidaInformes::fijaCopias(const QString& copias) {
     const QString t = copias.trimmed();
-    copias_ = EsNumerico(QStringView(t)) ? qBound(1, int(Val(t)), 999) : 1;
+    // Text10 sólo admite enteros de 1 a 999; otra cosa (vacío, mientras se escribe) es una copia.
+    copias_ = int(LeeEntero(t, 1, 999).value_or(1));
 }
 
 void SalidaInformes::reinicia() {
@@ -187,13 +188,10 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
 }
 
 bool SalidaInformes::imprimeComprobante(const QString& plantilla, qint64 idComprobante) {
-    try {
-        return emite(plantilla, SeleccionComprobante(idComprobante));
-    } catch (const std::exception&) {
-        Mensaje(QStringLiteral("Error en la lectura de la plantilla : ") + plantilla, QStringLiteral("Error"), Icono::Stop,
-                ventana_);
-    }
-    return false;
+    bool salio = false;
+    Intenta(ventana_, [&] { salio = emite(plantilla, SeleccionComprobante(idComprobante)); },
+            QStringLiteral("Error en la lectura de la plantilla : ") + plantilla);
+    return salio;
 }
 
 bool SalidaInformes::imprime(const QString& nombre, const Seleccion& seleccion) {

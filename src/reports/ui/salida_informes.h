@@ -1,7 +1,7 @@
 #pragma once
-// Salida de los informes: el destino elegido en "Utilidades y Configuraciones" (Combo1) y las
-// copias (Text10) quedan para todos los informes que siguen, los lance la pantalla que los lance,
-// hasta que el destino se cambie. Una sola instancia, en la ventana principal.
+// Salida de los informes: el destino elegido en la ventana principal (Combo1, arriba, junto a la
+// fecha) y las copias (Text10) quedan para todos los informes que siguen, los lance la pantalla
+// que los lance, hasta que el destino se cambie. Una sola instancia, en la ventana principal.
 //
 //   0 - A una ventana     visor con páginas, zoom, impresión y exportación
 //   1 - A la impresora    diálogo de impresión con las copias de Text10

@@ -25,7 +25,9 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
+#include <functional>
 
 namespace orv {
 namespace {
@@ -299,6 +301,49 @@ TEST_F(PantallasAcceso, NivelRenombradoSeGuardaAlCerrarYUnNombreRepetidoNoSeAcep
     EXPECT_TRUE(caja->vista);
     EXPECT_EQ(LeeNivel(a(), id)->nombre, QStringLiteral("Dueño"));
     EXPECT_EQ(LeeNivel(a(), otro)->nombre, QStringLiteral("Repositores"));
+}
+
+// Otro puesto borra el nivel que se está editando con un cambio sin grabar: cualquier salida lo
+// dice una sola vez, descarta lo pendiente y hace lo que se pidió.
+TEST_F(PantallasAcceso, NivelBorradoPorOtroPuestoNoEncierraAlEditor) {
+    const std::function<void(PanNiveles&)> salidas[] = {
+        [](PanNiveles& p) { hijo<QListWidget>(&p, "DBGrid1")->setCurrentRow(0); },
+        [](PanNiveles& p) { hijo<QPushButton>(&p, "Command3")->click(); },
+        [](PanNiveles& p) {
+            alAbrirse<QInputDialog>([](QInputDialog* d) { d->reject(); });
+            hijo<QPushButton>(&p, "Command1")->click();
+        },
+        [](PanNiveles& p) { hijo<QPushButton>(&p, "cmdCerrar")->click(); },
+        [](PanNiveles& p) { QTest::keyClick(&p, Qt::Key_Escape); },
+    };
+    for (const auto& sale : salidas) {
+        const qint64 id = NuevoNivel(a(), QStringLiteral("Repositores")).value();
+        PanNiveles p(a());
+        p.show();
+        auto* lista = hijo<QListWidget>(&p, "DBGrid1");
+        lista->setCurrentRow(lista->count() - 1);
+        ASSERT_EQ(p.nivelActual(), id);
+        p.casilla(QStringLiteral("VeCaja"))->click();
+        base_->otraConexion()->ejecuta(QStringLiteral("DELETE FROM Niveles WHERE idNivel = ?"), {id});
+        // Cada caja que aparezca se anota y se acepta; después de la salida, Esc cierra sin más.
+        QStringList cajas;
+        QTimer responde;
+        QObject::connect(&responde, &QTimer::timeout, [&cajas] {
+            if (QMessageBox* caja = prueba::cajaVisible()) {
+                cajas << caja->text();
+                prueba::pulsa(caja, QStringLiteral("Aceptar"));
+            }
+        });
+        responde.start(5);
+        sale(p);
+        EXPECT_NE(p.nivelActual(), id);
+        EXPECT_TRUE(lista->findItems(QStringLiteral("Repositores"), Qt::MatchExactly).isEmpty());
+        QTest::keyClick(&p, Qt::Key_Escape);
+        QTest::qWait(30);
+        EXPECT_FALSE(p.isVisible());
+        ASSERT_EQ(cajas.size(), 1) << cajas.join(u'|').toStdString();
+        EXPECT_TRUE(cajas[0].startsWith(QStringLiteral("No encontrado!")));
+    }
 }
 
 } // namespace

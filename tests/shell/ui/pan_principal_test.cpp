@@ -119,9 +119,10 @@ TEST_F(VentanaPrincipal, CargaEnOrdenConLosValoresGuardados) {
     EXPECT_EQ(w->panelVenta()->vendedores()->currentData().toInt(), 1);
 }
 
-TEST_F(VentanaPrincipal, ValoresGuardadosQueNoSonNumerosDanLosDeSiempre) {
-    conf_->graba(clave::miscelaneas, QStringLiteral("ModoPrint"), QStringLiteral("impresora"));
-    conf_->graba(clave::miscelaneas, QStringLiteral("CopiasPrint"), QStringLiteral("dos"));
+TEST_F(VentanaPrincipal, ValoresGuardadosQueNoSonEnterosDanLosDeSiempre) {
+    // Un número que no es entero no se corta: "2,5" no es 2 copias ni "1.5" el destino 1.
+    conf_->graba(clave::miscelaneas, QStringLiteral("ModoPrint"), QStringLiteral("1.5"));
+    conf_->graba(clave::miscelaneas, QStringLiteral("CopiasPrint"), QStringLiteral("2,5"));
     a().ejecuta(QStringLiteral("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, Correlativo) "
                                "VALUES ('NOTA DE CREDITO B', 'B', '0002', 41)"));
     conf_->graba(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"), QStringLiteral("2"));
@@ -174,6 +175,25 @@ TEST_F(VentanaPrincipal, NivelesApaganSoloSusControles) {
     EXPECT_FALSE(w->agrandada());
     // Sin "Precio en la venta de artículos" las líneas no se corrigen en la grilla.
     EXPECT_TRUE(w->panelVenta()->soloLectura());
+}
+
+// Destino y copias son de la ventana: un nivel con informes y sin utilidades los elige igual.
+TEST_F(VentanaPrincipal, SinUtilidadesElDestinoYLasCopiasSeEligenDesdeCualquierPanel) {
+    estado_.idNivelActual = nivel({QStringLiteral("VeUtilidades"), QStringLiteral("SoloPOS")});
+    auto w = ventana();
+    w->show();
+    auto* combo1 = w->findChild<QComboBox*>(QStringLiteral("Combo1"));
+    auto* text10 = w->findChild<QLineEdit*>(QStringLiteral("Text10"));
+    for (int panel : {4, 3, 0}) {
+        w->botPrincipal(panel);
+        EXPECT_TRUE(combo1->isVisible() && combo1->isEnabled() && text10->isVisible() && text10->isEnabled()) << panel;
+    }
+    combo1->setCurrentIndex(2);
+    text10->selectAll();
+    QTest::keyClicks(text10, QStringLiteral("3,5")); // la coma no entra: nada se lee como 3
+    EXPECT_EQ(w->salidaInformes()->destino(), SalidaInformes::Archivo);
+    EXPECT_EQ(w->salidaInformes()->copias(), 35);
+    EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("CopiasPrint")), QStringLiteral("35"));
 }
 
 TEST_F(VentanaPrincipal, NivelBorradoNoTieneNingunPermiso) {
