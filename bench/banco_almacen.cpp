@@ -1,4 +1,5 @@
-// Apertura de un almacén grande y al día: abrir, comprobar la versión del esquema y cerrar.
+// Apertura de un almacén grande y al día: abrir, comprobar la versión del esquema y cerrar; en SQLite
+// también con el control de integridad del arranque (PRAGMA quick_check acotado, en sólo lectura).
 // El almacén (100 000 artículos, 1 000 000 de filas de caja) se genera una vez por proceso, en
 // SQLite en una carpeta temporal y, si ORVANTA_PRUEBA_PG está definida, en un esquema nuevo de
 // ese servidor PostgreSQL.
@@ -35,9 +36,9 @@ void genera(const QString& destino, const char* motor) {
                  o.filasCaja, double(t.elapsed()) / 1000.0);
 }
 
-void abreAlDia(benchmark::State& estado, const QString& destino) {
+void abreAlDia(benchmark::State& estado, const QString& destino, orv::Apertura apertura) {
     for (auto _ : estado) {
-        auto a = orv::Almacen::abre(destino);
+        auto a = orv::Almacen::abre(destino, apertura);
         const int aplicados = orv::actualizaEsquema(*a);
         benchmark::DoNotOptimize(aplicados);
         a->cierra();
@@ -58,7 +59,12 @@ int main(int argc, char** argv) {
     try {
         genera(sqlite, "SQLite");
         benchmark::RegisterBenchmark("AbreAlmacenAlDia/SQLite",
-                                     [sqlite](benchmark::State& s) { abreAlDia(s, sqlite); })
+                                     [sqlite](benchmark::State& s) { abreAlDia(s, sqlite, orv::Apertura::Comun); })
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime();
+        benchmark::RegisterBenchmark(
+            "AbreAlmacenAlDia/SQLite/ControlDeIntegridad",
+            [sqlite](benchmark::State& s) { abreAlDia(s, sqlite, orv::Apertura::ControlaIntegridad); })
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
 
@@ -66,7 +72,9 @@ int main(int argc, char** argv) {
             const QString postgres = esquema.crea();
             genera(postgres, "PostgreSQL");
             benchmark::RegisterBenchmark("AbreAlmacenAlDia/PostgreSQL",
-                                         [postgres](benchmark::State& s) { abreAlDia(s, postgres); })
+                                         [postgres](benchmark::State& s) {
+                                             abreAlDia(s, postgres, orv::Apertura::Comun);
+                                         })
                 ->Unit(benchmark::kMillisecond)
                 ->UseRealTime();
         }

@@ -1,6 +1,7 @@
 #include "app/arranque.h"
 
 #include "store/actualizacion.h"
+#include "store/archivos.h"
 #include "store/formato.h"
 
 #include <QDir>
@@ -31,6 +32,7 @@ int codigoSalida(FinArranque fin) {
     switch (fin) {
     case FinArranque::Ventana:
     case FinArranque::RegionalRechazado:
+    case FinArranque::AlmacenVacio:
     case FinArranque::SinIngreso:
         return 0;
     case FinArranque::OtraInstancia:
@@ -71,16 +73,45 @@ QString Arranque::destinoAlmacen(const Configuracion& conf) {
 }
 
 bool Arranque::carpetaUtilizable(const QString& carpeta) {
-    if (carpeta.isEmpty()) return false;
-    QDir().mkpath(carpeta);
-    const QFileInfo fi(carpeta);
-    return fi.isDir() && fi.isWritable();
+    if (!CreaCarpetaPrivada(carpeta)) return false;
+    return QFileInfo(carpeta).isWritable();
 }
 
 QString Arranque::textoFallaAlmacen(const QString& inicio, const ErrorAlmacen& e, int linea) {
     return inicio + QStringLiteral("Error detectado :") + e.descripcion() + QLatin1Char('\n') +
            QStringLiteral("Numero : ") + e.numero() + QLatin1Char('\n') + QStringLiteral("Modulo : ") + kModulo +
            QLatin1Char('\n') + QStringLiteral("Línea : ") + QString::number(linea);
+}
+
+QString Arranque::textoAlmacenDanado(const QString& archivo, const ErrorAlmacen& e) {
+    const QFileInfo fi(archivo);
+    return QStringLiteral("La base de datos del sistema está dañada y no se abrió: %1\n"
+                          "Problema encontrado: %2\n"
+                          "El programa no escribió nada en ella.\n\n"
+                          "Para volver a trabajar, cierre el programa, guarde ese archivo en otro lugar (puede "
+                          "servir para recuperar datos) y copie en la carpeta de datos %3 la última copia de "
+                          "respaldo (un archivo ORVBACK_... de la carpeta donde guarda sus respaldos) con el "
+                          "nombre %4.")
+        .arg(QDir::toNativeSeparators(fi.absoluteFilePath()), e.descripcion(),
+             QDir::toNativeSeparators(fi.absolutePath()), fi.fileName());
+}
+
+QString Arranque::textoAlmacenMasNuevo(int delAlmacen, int delPrograma) {
+    return QStringLiteral("La base de datos del sistema fue actualizada por un Orvanta más nuevo que este: está en la "
+                          "versión %1 del esquema y este programa llega hasta la versión %2.\n"
+                          "Instale en este equipo la versión de Orvanta que usan los demás puestos. La base de "
+                          "datos no se modificó.")
+        .arg(delAlmacen)
+        .arg(delPrograma);
+}
+
+QString Arranque::textoAlmacenVacio(const QString& archivo) {
+    return QStringLiteral("El archivo de la base de datos del sistema está vacío (0 bytes): %1\n"
+                          "Si es una instalación nueva, responda Sí y el programa preparará en él una base de "
+                          "datos nueva.\nSi allí estaban sus datos, responda No: el programa termina sin tocar el "
+                          "archivo, y puede reponer su última copia de respaldo.\n"
+                          "¿Prepara una base de datos nueva en ese archivo?")
+        .arg(QDir::toNativeSeparators(QFileInfo(archivo).absoluteFilePath()));
 }
 
 void Arranque::leeConfiguracion() {
@@ -109,12 +140,24 @@ bool Arranque::otraInstancia() {
     return tomado;
 }
 
+bool Arranque::aceptaAlmacenVacio() {
+    const QString destino = destinoAlmacen(conf_);
+    if (destino.startsWith(QLatin1String("postgres"), Qt::CaseInsensitive)) return true;
+    const QFileInfo fi(destino);
+    // Un almacén que perdió su contenido no se convierte callado en uno nuevo.
+    if (!fi.isFile() || fi.size() != 0) return true;
+    return ui_.pregunta(textoAlmacenVacio(destino), QStringLiteral("Atención"));
+}
+
 bool Arranque::abreAlmacen() {
     const QString destino = destinoAlmacen(conf_);
     try {
-        almacen_ = Almacen::abre(destino);
+        // El archivo SQLite se controla antes de escribir nada: uno dañado no se actualiza ni se llena.
+        almacen_ = Almacen::abre(destino, Apertura::ControlaIntegridad);
         estado_.almacenAbierto = almacen_->descripcion();
         return true;
+    } catch (const AlmacenDanado& e) {
+        ui_.mensaje(textoAlmacenDanado(destino, e), QStringLiteral("Error"), Icono::Stop);
     } catch (const ErrorAlmacen& e) {
         ui_.mensaje(textoFallaAlmacen(QStringLiteral("Error al intentar abrir la base de datos del sistema, "), e, 9),
                     QStringLiteral("Error"), Icono::Stop);
@@ -131,6 +174,8 @@ bool Arranque::actualiza() {
     try {
         actualizaEsquema(*almacen_);
         return true;
+    } catch (const AlmacenMasNuevo& e) {
+        ui_.mensaje(textoAlmacenMasNuevo(e.delAlmacen(), e.delPrograma()), QStringLiteral("Error"), Icono::Stop);
     } catch (const ErrorAlmacen& e) {
         ui_.mensaje(textoFallaAlmacen(QStringLiteral("Error al actualizar la base de datos del sistema, "), e, 10),
                     QStringLiteral("Error"), Icono::Stop);
@@ -182,6 +227,7 @@ FinArranque Arranque::ejecuta() {
     ui_.muestraPortada();
 
     // 9. Almacén.
+    if (!aceptaAlmacenVacio()) return FinArranque::AlmacenVacio;
     if (!abreAlmacen()) return FinArranque::SinAlmacen;
 
     // 10. Esquema al día.

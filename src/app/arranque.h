@@ -39,8 +39,9 @@ public:
 enum class FinArranque {
     Ventana,           // la ventana principal quedó abierta: sigue el bucle de eventos
     OtraInstancia,     // ya hay otro programa abierto sobre la misma carpeta de datos
-    SinAlmacen,        // no se pudo abrir el almacén
-    SinActualizar,     // falló la actualización del esquema
+    SinAlmacen,        // no se pudo abrir el almacén, o está dañado
+    AlmacenVacio,      // BASE.db existe vacío y el usuario no quiso preparar en él un almacén nuevo
+    SinActualizar,     // falló la actualización del esquema, o el almacén es de un programa más nuevo
     RegionalRechazado, // el usuario no aceptó seguir con otro formato regional
     SinIngreso,        // nadie ingresó
 };
@@ -79,15 +80,22 @@ public:
     static qint32 LeeIdRed(const Configuracion& conf, const Reloj& reloj);
     // Dónde está el almacén: el URI de PostgreSQL de "BaseDatos" o <carpeta>/BASE.db.
     static QString destinoAlmacen(const Configuracion& conf);
-    // La carpeta existe (o se pudo crear) y admite escritura.
+    // La carpeta existe (o se pudo crear, sólo para el dueño) y admite escritura.
     static bool carpetaUtilizable(const QString& carpeta);
     // Texto del mensaje de falla al abrir o actualizar el almacén.
     static QString textoFallaAlmacen(const QString& inicio, const ErrorAlmacen& e, int linea);
+    // Almacén SQLite dañado: qué se encontró y cómo volver a trabajar.
+    static QString textoAlmacenDanado(const QString& archivo, const ErrorAlmacen& e);
+    // Almacén actualizado por un programa más nuevo: las dos versiones.
+    static QString textoAlmacenMasNuevo(int delAlmacen, int delPrograma);
+    // Pregunta ante un BASE.db de 0 bytes.
+    static QString textoAlmacenVacio(const QString& archivo);
 
 private:
     void leeConfiguracion();
     bool otraInstancia();
     bool abreAlmacen();
+    bool aceptaAlmacenVacio();
     bool actualiza();
     bool controlRegional();
 

@@ -1,5 +1,7 @@
 #include "app/configuracion.h"
 
+#include "store/archivos.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
@@ -66,7 +68,10 @@ void Configuracion::GrabaRegistro(const QString& ruta, const QString& nombre, co
     const QStringList partes = partesRuta(ruta);
     if (partes.isEmpty() || nombre.isEmpty()) return;
     const QString archivo = archivoMaquina(partes.first());
-    QDir().mkpath(QFileInfo(archivo).absolutePath());
+    // La carpeta de datos y la configuración nacen sólo para el dueño; al reescribirlo, QSettings
+    // conserva los permisos del archivo.
+    CreaCarpetaPrivada(QFileInfo(archivo).absolutePath());
+    if (sePuedeEscribir(archivo)) CreaArchivoPrivado(archivo);
     // Lo que no se puede escribir se pierde en silencio: la próxima lectura da el valor anterior.
     if (!sePuedeEscribir(archivo)) return;
 

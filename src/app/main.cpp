@@ -54,7 +54,7 @@ int cargaEjemplo(const orv::Configuracion& conf, const orv::Reloj& reloj) {
         return 1;
     }
     try {
-        auto a = orv::Almacen::abre(destino);
+        auto a = orv::Almacen::abre(destino, orv::Apertura::ControlaIntegridad);
         orv::actualizaEsquema(*a);
         orv::cargaDatosEjemplo(*a, reloj);
         const auto cuenta = [&a](const char* tabla) {
@@ -66,6 +66,10 @@ int cargaEjemplo(const orv::Configuracion& conf, const orv::Reloj& reloj) {
         return 0;
     } catch (const orv::Aviso& e) {
         error(e.texto());
+    } catch (const orv::AlmacenDanado& e) {
+        error(orv::Arranque::textoAlmacenDanado(orv::Arranque::destinoAlmacen(conf), e));
+    } catch (const orv::AlmacenMasNuevo& e) {
+        error(orv::Arranque::textoAlmacenMasNuevo(e.delAlmacen(), e.delPrograma()));
     } catch (const orv::ErrorAlmacen& e) {
         error(QStringLiteral("Error detectado : ") + e.descripcion() + QStringLiteral(" - ") + e.numero());
     } catch (const std::exception& e) {
@@ -95,7 +99,7 @@ int informe(const orv::Configuracion& conf, const orv::Reloj& reloj, const QStri
         return 1;
     }
     try {
-        auto a = orv::Almacen::abre(orv::Arranque::destinoAlmacen(conf));
+        auto a = orv::Almacen::abre(orv::Arranque::destinoAlmacen(conf), orv::Apertura::ControlaIntegridad);
         orv::actualizaEsquema(*a);
         QString mascara = conf.lee(orv::clave::miscelaneas, QStringLiteral("MascaraMoneda"));
         if (mascara.isEmpty()) mascara = orv::predeterminado::mascaraMoneda;
@@ -105,6 +109,10 @@ int informe(const orv::Configuracion& conf, const orv::Reloj& reloj, const QStri
         return 0;
     } catch (const orv::Aviso& e) {
         error(e.texto());
+    } catch (const orv::AlmacenDanado& e) {
+        error(orv::Arranque::textoAlmacenDanado(orv::Arranque::destinoAlmacen(conf), e));
+    } catch (const orv::AlmacenMasNuevo& e) {
+        error(orv::Arranque::textoAlmacenMasNuevo(e.delAlmacen(), e.delPrograma()));
     } catch (const orv::ErrorAlmacen& e) {
         error(QStringLiteral("Error detectado : ") + e.descripcion() + QStringLiteral(" - ") + e.numero());
     } catch (const std::exception& e) {

@@ -21,6 +21,14 @@ int ultimoPasoAnotado(Almacen& a) {
 
 } // namespace
 
+AlmacenMasNuevo::AlmacenMasNuevo(int delAlmacen, int delPrograma)
+    : ErrorAlmacen(QStringLiteral("La base de datos está en la versión %1 del esquema y este programa llega hasta la "
+                                  "versión %2: la actualizó un Orvanta más nuevo.")
+                       .arg(delAlmacen)
+                       .arg(delPrograma)),
+      delAlmacen_(delAlmacen),
+      delPrograma_(delPrograma) {}
+
 const std::vector<PasoEsquema>& pasosDelSistema() {
     static const std::vector<PasoEsquema> pasos = {
         {1, QStringLiteral("Esquema inicial: tablas, índices, consultas y filas de partida"), creaEsquemaInicial},
@@ -33,7 +41,8 @@ int versionEsquema(Almacen& a) { return ultimoPasoAnotado(a); }
 int actualizaEsquema(Almacen& a, const std::vector<PasoEsquema>& pasos) {
     if (pasos.empty()) return 0;
     const int actual = ultimoPasoAnotado(a); // la única consulta de un almacén al día
-    if (actual >= pasos.back().numero) return 0;
+    if (actual > pasos.back().numero) throw AlmacenMasNuevo(actual, pasos.back().numero);
+    if (actual == pasos.back().numero) return 0;
 
     int aplicados = 0;
     for (const PasoEsquema& paso : pasos) {

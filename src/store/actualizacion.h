@@ -13,6 +13,19 @@
 
 namespace orv {
 
+// El almacén ya tiene pasos que este programa no conoce: lo actualizó una versión más nueva.
+// Nada se escribe en él; seguir haría fallar la primera escritura, o algo peor.
+class AlmacenMasNuevo : public ErrorAlmacen {
+public:
+    AlmacenMasNuevo(int delAlmacen, int delPrograma);
+    int delAlmacen() const { return delAlmacen_; }
+    int delPrograma() const { return delPrograma_; }
+
+private:
+    int delAlmacen_;
+    int delPrograma_;
+};
+
 struct PasoEsquema {
     int numero;
     QString descripcion;
@@ -26,7 +39,8 @@ const std::vector<PasoEsquema>& pasosDelSistema();
 int versionEsquema(Almacen& a);
 
 // Aplica los pasos pendientes; devuelve cuántos aplicó. Lanza ErrorAlmacen si un paso
-// falla: ese paso se deshace entero y el almacén queda en el paso anterior.
+// falla: ese paso se deshace entero y el almacén queda en el paso anterior. Lanza
+// AlmacenMasNuevo, sin escribir nada, si el almacén va más allá del último paso conocido.
 int actualizaEsquema(Almacen& a, const std::vector<PasoEsquema>& pasos = pasosDelSistema());
 
 } // namespace orv

@@ -1,12 +1,18 @@
 #include "store/almacen.h"
 
+#include "store/archivos.h"
+
 #include <QAtomicInteger>
+#include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlRecord>
 #include <QUrl>
 #include <QUrlQuery>
+#include <sqlite3.h>
 
 namespace orv {
 
@@ -31,7 +37,44 @@ QString numeroError(const QSqlError& e) {
     return n.isEmpty() ? QString::number(static_cast<int>(e.type())) : n;
 }
 
+// Códigos de SQLite que dicen que el archivo está dañado o no es una base de datos.
+bool esDano(const QSqlError& e) {
+    bool ok = false;
+    const int codigo = e.nativeErrorCode().toInt(&ok) & 0xff;
+    return ok && (codigo == SQLITE_CORRUPT || codigo == SQLITE_NOTADB);
+}
+
+// Corta el control de integridad cuando vence su plazo.
+struct Plazo {
+    QElapsedTimer reloj;
+    bool agotado = false;
+};
+
+int vigilaPlazo(void* p) {
+    auto* plazo = static_cast<Plazo*>(p);
+    if (plazo->reloj.elapsed() < kPlazoControlIntegridadMs) return 0;
+    plazo->agotado = true;
+    return 1; // SQLite interrumpe la sentencia en curso
+}
+
+sqlite3* manejoSQLite(const QSqlDatabase& db) {
+    const QVariant h = db.driver()->handle();
+    if (qstrcmp(h.typeName(), "sqlite3*") != 0) return nullptr;
+    return *static_cast<sqlite3* const*>(h.constData());
+}
+
 } // namespace
+
+QString DireccionSinClave(const QString& uri) {
+    QString t = uri;
+    // usuario:clave@ -> usuario:***@ (también en una dirección mal escrita, que QUrl no entiende)
+    static const QRegularExpression conClave(QStringLiteral("^([A-Za-z][A-Za-z0-9+.-]*://[^/?#@:]*):[^/?#]*@"));
+    t.replace(conClave, QStringLiteral("\\1:***@"));
+    static const QRegularExpression enOpciones(QStringLiteral("([?&;]password=)[^&#]*"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    t.replace(enOpciones, QStringLiteral("\\1***"));
+    return t;
+}
 
 ErrorAlmacen::ErrorAlmacen(const QString& descripcion, QString numero, QString sql)
     : std::runtime_error(descripcion.toStdString()),
@@ -66,14 +109,60 @@ QSqlDatabase Almacen::base() const {
     return QSqlDatabase::database(conexion_, false);
 }
 
-std::unique_ptr<Almacen> Almacen::abre(const QString& destino) {
+std::unique_ptr<Almacen> Almacen::abre(const QString& destino, Apertura apertura) {
     if (destino.startsWith(QLatin1String("postgresql://"), Qt::CaseInsensitive) ||
         destino.startsWith(QLatin1String("postgres://"), Qt::CaseInsensitive))
         return abrePostgreSQL(destino);
-    return abreSQLite(destino);
+    return abreSQLite(destino, apertura);
 }
 
-std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta) {
+void Almacen::controlaIntegridad(const QString& ruta) {
+    // En sólo lectura: un archivo dañado no recibe ni siquiera el traspaso del diario al cerrar.
+    const QString nombre = nuevaConexion();
+    const QString wal = ruta + QStringLiteral("-wal");
+    const QString shm = ruta + QStringLiteral("-shm");
+    const bool habiaWal = QFileInfo::exists(wal);
+    const bool habiaShm = QFileInfo::exists(shm);
+    QString problema;
+    QString numero;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nombre);
+        db.setDatabaseName(ruta);
+        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=10000"));
+        if (db.open()) {
+            sqlite3* h = manejoSQLite(db);
+            Plazo plazo;
+            plazo.reloj.start();
+            if (h) sqlite3_progress_handler(h, 1000, vigilaPlazo, &plazo);
+            {
+                QSqlQuery q(db);
+                q.setForwardOnly(true);
+                // La cabecera y el esquema; después cada página de tablas e índices, hasta el primer daño.
+                if (q.exec(QStringLiteral("SELECT count(*) FROM sqlite_master")) &&
+                    q.exec(QStringLiteral("PRAGMA quick_check(1)"))) {
+                    if (q.next() && q.value(0).toString() != QLatin1String("ok")) {
+                        problema = q.value(0).toString().simplified();
+                        numero = QString::number(SQLITE_CORRUPT);
+                    }
+                } else if (!plazo.agotado && esDano(q.lastError())) {
+                    problema = textoError(q.lastError());
+                    numero = numeroError(q.lastError());
+                }
+                // Otra falla (bloqueo, permisos) no es un daño: la informa la apertura de siempre.
+            }
+            if (h) sqlite3_progress_handler(h, 0, nullptr, nullptr);
+        }
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(nombre);
+    if (problema.isEmpty()) return;
+    // La carpeta queda como estaba: sin los diarios vacíos que abrir en sólo lectura dejó.
+    if (!habiaWal && QFileInfo(wal).size() == 0) QFile::remove(wal);
+    if (!habiaShm) QFile::remove(shm);
+    throw AlmacenDanado(problema, numero);
+}
+
+std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta, Apertura apertura) {
     const QFileInfo archivo(ruta);
     const QFileInfo carpeta(archivo.absolutePath());
     if (!carpeta.exists() || !carpeta.isDir())
@@ -84,6 +173,13 @@ std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta) {
                            QStringLiteral("13"));
     if (!archivo.exists() && !carpeta.isWritable())
         throw ErrorAlmacen(QStringLiteral("La carpeta %1 no admite escritura").arg(carpeta.absoluteFilePath()),
+                           QStringLiteral("13"));
+    if (archivo.exists() && apertura == Apertura::ControlaIntegridad)
+        controlaIntegridad(archivo.absoluteFilePath());
+    // Un almacén nuevo nace sólo para el dueño; SQLite da a sus diarios (-wal, -shm, -journal) los
+    // permisos del archivo.
+    if (!archivo.exists() && !CreaArchivoPrivado(archivo.absoluteFilePath()))
+        throw ErrorAlmacen(QStringLiteral("No se pudo crear el archivo %1").arg(archivo.absoluteFilePath()),
                            QStringLiteral("13"));
 
     const QString nombre = nuevaConexion();
@@ -102,7 +198,8 @@ std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta) {
     // La primera lectura descubre un archivo que no es una base de datos.
     a->valor(QStringLiteral("SELECT count(*) FROM sqlite_master"));
     a->valor(QStringLiteral("PRAGMA journal_mode=WAL"));
-    a->ejecuta(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    // Lo confirmado queda en el disco aunque se corte la luz o caiga el sistema.
+    a->ejecuta(QStringLiteral("PRAGMA synchronous=FULL"));
     a->ejecuta(QStringLiteral("PRAGMA foreign_keys=OFF"));
     return a;
 }
@@ -110,7 +207,8 @@ std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta) {
 std::unique_ptr<Almacen> Almacen::abrePostgreSQL(const QString& uri) {
     const QUrl url(uri, QUrl::StrictMode);
     if (!url.isValid() || (url.scheme() != QLatin1String("postgresql") && url.scheme() != QLatin1String("postgres")))
-        throw ErrorAlmacen(QStringLiteral("La dirección del servidor no es válida: %1").arg(uri), QStringLiteral("1"));
+        throw ErrorAlmacen(QStringLiteral("La dirección del servidor no es válida: %1").arg(DireccionSinClave(uri)),
+                           QStringLiteral("1"));
 
     QString host = url.host();
     QString base = url.path();

@@ -1,6 +1,9 @@
 #include "store/esquema.h"
 
+#include <QHash>
 #include <QRegularExpression>
+#include <QSet>
+#include <QSqlQuery>
 
 namespace orv {
 
@@ -679,11 +682,201 @@ QString tablaNiveles() {
     return s + QLatin1Char(')');
 }
 
-void creaTablas(Almacen& a) {
+// ---------------------------------------------------------------------------------------------
+// El paso 1 sobre lo que ya hay. Un almacén nuevo no tiene nada y recibe todo; uno hecho antes de
+// los pasos numerados ya tiene sus tablas y sus filas, y recibe sólo lo que le falta.
+// ---------------------------------------------------------------------------------------------
+
+// Nombre de una columna o tabla para comparar: sin comillas y en minúsculas.
+QString comparable(const QString& nombre) {
+    QString n = nombre.trimmed().toLower();
+    if (n.size() >= 2 && n.startsWith(u'"') && n.endsWith(u'"')) n = n.mid(1, n.size() - 2);
+    return n;
+}
+
+struct Columna {
+    QString nombre;     // como va en el SQL ("e-mail" con sus comillas)
+    QString definicion; // tipo con marcadores y restricciones
+    bool esClave() const { return definicion.contains(QLatin1String("{CONTADOR}")); }
+    // Largo de un {TEXTO(n)}; 0 si no es texto con largo.
+    int largo() const {
+        static const QRegularExpression texto(QStringLiteral("\\{TEXTO\\((\\d+)\\)\\}"));
+        const auto m = texto.match(definicion);
+        return m.hasMatch() ? m.captured(1).toInt() : 0;
+    }
+};
+
+struct Tabla {
+    QString crear; // el CREATE TABLE con marcadores
+    QString nombre;
+    QList<Columna> columnas;
+    const Columna* columnaClave() const {
+        for (const Columna& c : columnas)
+            if (c.esClave()) return &c;
+        return nullptr;
+    }
+    bool tiene(const QString& columna) const {
+        for (const Columna& c : columnas)
+            if (comparable(c.nombre) == comparable(columna)) return true;
+        return false;
+    }
+};
+
+// "CREATE TABLE Nombre (col def, col def, ...)" en sus partes.
+Tabla tablaDe(const QString& crear) {
+    Tabla t;
+    t.crear = crear;
+    const qsizetype abre = crear.indexOf(u'(');
+    t.nombre = crear.mid(0, abre).simplified().section(u' ', 2, 2);
+    const QString cuerpo = crear.mid(abre + 1, crear.lastIndexOf(u')') - abre - 1);
+    QString actual;
+    int nivel = 0;
+    const auto agrega = [&t](const QString& parte) {
+        const QString p = parte.simplified();
+        if (p.isEmpty()) return;
+        const qsizetype espacio = p.indexOf(u' ');
+        t.columnas.append({p.left(espacio), p.mid(espacio + 1)});
+    };
+    for (const QChar c : cuerpo) {
+        if (c == u'(') ++nivel;
+        if (c == u')') --nivel;
+        if (c == u',' && nivel == 0) {
+            agrega(actual);
+            actual.clear();
+        } else {
+            actual += c;
+        }
+    }
+    agrega(actual);
+    return t;
+}
+
+QList<Tabla> tablasDelSistema() {
+    QList<Tabla> tablas;
+    for (const char* t : kTablas) tablas.append(tablaDe(QString::fromUtf8(t)));
+    tablas.append(tablaDe(tablaNiveles()));
+    return tablas;
+}
+
+// Lo que el almacén ya tiene: cada tabla con sus columnas (y el largo de las de texto con largo,
+// que sólo PostgreSQL hace valer), y las vistas.
+struct Existente {
+    QHash<QString, QHash<QString, int>> tablas;
+    QSet<QString> vistas;
+};
+
+Existente leeExistente(const Almacen& a) {
+    Existente e;
+    QSqlQuery q = a.esPostgreSQL()
+                      ? a.consulta(QStringLiteral(
+                            "SELECT c.table_name, c.column_name, CASE WHEN c.data_type = 'character varying' "
+                            "THEN COALESCE(c.character_maximum_length, 0) ELSE 0 END "
+                            "FROM information_schema.columns c JOIN information_schema.tables t "
+                            "ON t.table_schema = c.table_schema AND t.table_name = c.table_name "
+                            "WHERE c.table_schema = current_schema() AND t.table_type = 'BASE TABLE'"))
+                      : a.consulta(QStringLiteral("SELECT m.name, p.name, 0 FROM sqlite_master m "
+                                                  "JOIN pragma_table_info(m.name) p WHERE m.type = 'table'"));
+    while (q.next()) e.tablas[comparable(q.value(0).toString())][comparable(q.value(1).toString())] = q.value(2).toInt();
+    QSqlQuery v = a.esPostgreSQL()
+                      ? a.consulta(QStringLiteral("SELECT table_name FROM information_schema.views "
+                                                  "WHERE table_schema = current_schema()"))
+                      : a.consulta(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'view'"));
+    while (v.next()) e.vistas.insert(comparable(v.value(0).toString()));
+    return e;
+}
+
+// SQLite no agrega una clave autonumérica a una tabla con filas: la tabla se rehace con su
+// definición de hoy, las filas en su orden (la clave nueva es su número de fila), las columnas
+// que el sistema no conoce al final y los índices que tenía.
+void rehaceConClave(Almacen& a, const Tabla& t) {
+    QStringList comunes;
+    QStringList extras;
+    QStringList definicionesExtra;
+    QSqlQuery c = a.consulta(QStringLiteral("SELECT name, type, dflt_value FROM pragma_table_info(?) ORDER BY cid"),
+                             {t.nombre});
+    while (c.next()) {
+        const QString nombre = QLatin1Char('"') + c.value(0).toString() + QLatin1Char('"');
+        if (t.tiene(c.value(0).toString())) {
+            comunes << nombre;
+        } else {
+            extras << nombre;
+            QString def = nombre + QLatin1Char(' ') + c.value(1).toString();
+            if (!c.value(2).isNull()) def += QStringLiteral(" DEFAULT ") + c.value(2).toString();
+            definicionesExtra << def;
+        }
+    }
+    QStringList indices;
+    QSqlQuery i = a.consulta(QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL "
+                                            "AND lower(tbl_name) = lower(?)"),
+                             {t.nombre});
+    while (i.next()) indices << i.value(0).toString();
+
+    const QString nueva = QStringLiteral("orv_nueva_") + t.nombre;
+    QString crear = t.crear;
+    crear.replace(crear.indexOf(t.nombre), t.nombre.size(), nueva);
+    if (!definicionesExtra.isEmpty()) crear.insert(crear.lastIndexOf(u')'), QStringLiteral(", ") + definicionesExtra.join(u", "));
+    a.ejecuta(ddl(Dialecto::SQLite, crear));
+    const QString columnas = (QStringList{t.columnaClave()->nombre} + comunes + extras).join(u", ");
+    const QString origen = (QStringList{QStringLiteral("rowid")} + comunes + extras).join(u", ");
+    a.ejecuta(QStringLiteral("INSERT INTO %1 (%2) SELECT %3 FROM %4 ORDER BY rowid").arg(nueva, columnas, origen, t.nombre));
+    a.ejecuta(QStringLiteral("DROP TABLE ") + t.nombre);
+    // Sin revisar las vistas ajenas que nombran la tabla: vuelven a valer con el nombre de siempre.
+    a.ejecuta(QStringLiteral("PRAGMA legacy_alter_table = ON"));
+    struct Restaura {
+        Almacen& a;
+        ~Restaura() {
+            try {
+                a.ejecuta(QStringLiteral("PRAGMA legacy_alter_table = OFF"));
+            } catch (const ErrorAlmacen&) {
+            }
+        }
+    } restaura{a};
+    a.ejecuta(QStringLiteral("ALTER TABLE %1 RENAME TO %2").arg(nueva, t.nombre));
+    for (const QString& sql : indices) a.ejecuta(sql);
+}
+
+// Crea la tabla, o le agrega las columnas que le faltan y ensancha los textos más angostos que
+// los de hoy, sin tocar sus filas.
+void completaTabla(Almacen& a, const Tabla& t, const Existente& e) {
     const Dialecto d = a.dialecto();
-    for (const char* t : kTablas) a.ejecuta(ddl(d, QString::fromUtf8(t)));
-    a.ejecuta(ddl(d, tablaNiveles()));
-    for (const char* i : kIndices) a.ejecuta(QString::fromUtf8(i));
+    const auto hay = e.tablas.constFind(comparable(t.nombre));
+    if (hay == e.tablas.cend()) {
+        a.ejecuta(ddl(d, t.crear));
+        return;
+    }
+    const QHash<QString, int>& columnas = *hay;
+    const Columna* k = t.columnaClave();
+    if (k && !columnas.contains(comparable(k->nombre)) && !a.esPostgreSQL()) {
+        rehaceConClave(a, t);
+        return;
+    }
+    for (const Columna& c : t.columnas) {
+        const auto col = columnas.constFind(comparable(c.nombre));
+        if (col == columnas.cend()) {
+            a.ejecuta(ddl(d, QStringLiteral("ALTER TABLE %1 ADD COLUMN %2 %3").arg(t.nombre, c.nombre, c.definicion)));
+        } else if (*col > 0 && *col < c.largo()) {
+            a.ejecuta(QStringLiteral("ALTER TABLE %1 ALTER COLUMN %2 TYPE VARCHAR(%3)")
+                          .arg(t.nombre, c.nombre)
+                          .arg(c.largo()));
+        }
+    }
+}
+
+void creaIndices(Almacen& a) {
+    for (const char* i : kIndices) {
+        QString sql = QString::fromUtf8(i);
+        sql.replace(sql.indexOf(QLatin1String("INDEX ")), 6, QStringLiteral("INDEX IF NOT EXISTS "));
+        a.ejecuta(sql);
+    }
+}
+
+// Las vistas no guardan datos: las del sistema se vuelven a crear con su texto de hoy (una vieja
+// puede no tener las columnas que el programa lee). Se quitan antes de tocar las tablas, porque
+// PostgreSQL no cambia una columna que una vista usa.
+void quitaVistas(Almacen& a, const Existente& e) {
+    for (const Vista& v : kVistas)
+        if (e.vistas.contains(comparable(QString::fromUtf8(v.nombre))))
+            a.ejecuta(QStringLiteral("DROP VIEW ") + QString::fromUtf8(v.nombre));
 }
 
 void creaVistas(Almacen& a) {
@@ -692,70 +885,130 @@ void creaVistas(Almacen& a) {
                       .arg(QString::fromUtf8(v.nombre), QString::fromUtf8(v.texto).trimmed()));
 }
 
-// Filas que el sistema da por existentes. Sin claves explícitas: las numera el almacén
-// (1, 2, ... en un almacén nuevo), así las secuencias quedan en su lugar.
+bool vacia(const Almacen& a, const QString& tabla) {
+    return a.valor(QStringLiteral("SELECT count(*) FROM ") + tabla).toLongLong() == 0;
+}
+
+// Filas que el sistema da por existentes. En una tabla vacía van todas, numeradas por el almacén
+// (1, 2, ... en un almacén nuevo); en una tabla con filas se agregan sólo las que el programa
+// busca por nombre o por número, y lo demás queda como el comercio lo dejó.
 void cargaFilasDePartida(Almacen& a) {
-    const auto uno = [&a](const QString& sql, const QVariantList& p) { a.ejecuta(sql, p); };
+    const auto falta = [&a](bool tablaVacia, bool requerida, const QString& sqlCuenta, const QVariant& valor) {
+        if (tablaVacia) return true;
+        return requerida && a.valor(sqlCuenta, {valor}).toInt() == 0;
+    };
 
     // El tipo 1 es la compra.
-    for (const char* t : {"Compra", "Venta", "Ajuste de inventario", "Produccion", "Devolucion"})
-        uno(QStringLiteral("INSERT INTO TiposMovimientoStock (TipoMovimientoStock) VALUES (?)"), {QString::fromUtf8(t)});
-
-    for (const char* c : {"Ventas Mostrador", "Cobranza Clientes", "Gastos Generales", "Pago a Proveedores", "Retiros"})
-        uno(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES (?)"), {QString::fromUtf8(c)});
-
-    struct Forma {
-        const char* nombre;
-        int aCuenta;
-        int tarjeta;
-    };
-    for (const Forma& f : {Forma{"EFVO", 0, 0}, Forma{"CTA CTE", 1, 0}, Forma{"CHEQ", 0, 0}, Forma{"TARJETA", 0, 1}})
-        uno(QStringLiteral("INSERT INTO FormasDePago (FormaPago, EsACuenta, EsTarjetaCredito) VALUES (?, ?, ?)"),
-            {QString::fromUtf8(f.nombre), f.aCuenta, f.tarjeta});
-
+    {
+        const bool nueva = vacia(a, QStringLiteral("TiposMovimientoStock"));
+        for (const char* t : {"Compra", "Venta", "Ajuste de inventario", "Produccion", "Devolucion"}) {
+            const QString texto = QString::fromUtf8(t);
+            if (falta(nueva, texto == u"Compra" || texto == u"Venta",
+                      QStringLiteral("SELECT count(*) FROM TiposMovimientoStock WHERE TipoMovimientoStock = ?"), texto))
+                a.ejecuta(QStringLiteral("INSERT INTO TiposMovimientoStock (TipoMovimientoStock) VALUES (?)"), {texto});
+        }
+    }
+    {
+        const bool nueva = vacia(a, QStringLiteral("Cuentas"));
+        int orden = 0;
+        for (const char* c : {"Ventas Mostrador", "Cobranza Clientes", "Gastos Generales", "Pago a Proveedores", "Retiros"}) {
+            const QString texto = QString::fromUtf8(c);
+            if (falta(nueva, orden++ < 2, QStringLiteral("SELECT count(*) FROM Cuentas WHERE Cuenta = ?"), texto))
+                a.ejecuta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES (?)"), {texto});
+        }
+    }
+    {
+        struct Forma {
+            const char* nombre;
+            int aCuenta;
+            int tarjeta;
+            bool requerida;
+        };
+        const bool nueva = vacia(a, QStringLiteral("FormasDePago"));
+        for (const Forma& f : {Forma{"EFVO", 0, 0, true}, Forma{"CTA CTE", 1, 0, true}, Forma{"CHEQ", 0, 0, true},
+                               Forma{"TARJETA", 0, 1, false}}) {
+            const QString texto = QString::fromUtf8(f.nombre);
+            if (falta(nueva, f.requerida, QStringLiteral("SELECT count(*) FROM FormasDePago WHERE FormaPago = ?"), texto))
+                a.ejecuta(QStringLiteral("INSERT INTO FormasDePago (FormaPago, EsACuenta, EsTarjetaCredito) VALUES (?, ?, ?)"),
+                          {texto, f.aCuenta, f.tarjeta});
+        }
+    }
     // El 1 es Consumidor Final: el cliente 1 y la situación por omisión de la venta lo suponen.
-    struct Iva {
-        const char* nombre;
-        const char* fiscal;
-    };
-    for (const Iva& i : {Iva{"Consumidor Final", "F"}, Iva{"Responsable Inscripto", "I"}, Iva{"Monotributo", "M"},
-                         Iva{"Exento", "E"}, Iva{"No Responsable", "N"}, Iva{"Responsable no Inscripto", "R"}})
-        uno(QStringLiteral("INSERT INTO TipoDeIva (TipoIva, Fiscal) VALUES (?, ?)"),
-            {QString::fromUtf8(i.nombre), QString::fromUtf8(i.fiscal)});
+    {
+        struct Iva {
+            const char* nombre;
+            const char* fiscal;
+        };
+        const bool nueva = vacia(a, QStringLiteral("TipoDeIva"));
+        for (const Iva& i : {Iva{"Consumidor Final", "F"}, Iva{"Responsable Inscripto", "I"}, Iva{"Monotributo", "M"},
+                             Iva{"Exento", "E"}, Iva{"No Responsable", "N"}, Iva{"Responsable no Inscripto", "R"}}) {
+            const QString texto = QString::fromUtf8(i.nombre);
+            if (falta(nueva, texto == u"Consumidor Final", QStringLiteral("SELECT count(*) FROM TipoDeIva WHERE TipoIva = ?"),
+                      texto))
+                a.ejecuta(QStringLiteral("INSERT INTO TipoDeIva (TipoIva, Fiscal) VALUES (?, ?)"),
+                          {texto, QString::fromUtf8(i.fiscal)});
+        }
+    }
+    if (vacia(a, QStringLiteral("Zonas")))
+        a.ejecuta(QStringLiteral("INSERT INTO Zonas (Zona) VALUES (?)"), {QStringLiteral("General")});
+    if (a.valor(QStringLiteral("SELECT count(*) FROM Vendedores WHERE idVendedor = 1")).toInt() == 0) {
+        const QVariant zona = a.valor(QStringLiteral("SELECT MIN(idZona) FROM Zonas"));
+        const QVariant consumidor = a.valor(QStringLiteral("SELECT MIN(idTipoIva) FROM TipoDeIva WHERE TipoIva = ?"),
+                                            {QStringLiteral("Consumidor Final")});
+        a.ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, idZona, idTipoIva, Comision, Descuento, "
+                                 "PuntosVIP) VALUES (1, ?, ?, ?, 0, 0, 0)"),
+                  {QStringLiteral("Consumidor Final"), zona, consumidor});
+    }
 
-    const qint64 zona = a.inserta(QStringLiteral("INSERT INTO Zonas (Zona) VALUES (?)"), {QStringLiteral("General")},
-                                  QStringLiteral("idZona"));
-    const qint64 consumidor = a.valor(QStringLiteral("SELECT idTipoIva FROM TipoDeIva WHERE TipoIva = ?"),
-                                      {QStringLiteral("Consumidor Final")}).toLongLong();
-    uno(QStringLiteral("INSERT INTO Vendedores (Nombre, idZona, idTipoIva, Comision, Descuento, PuntosVIP) "
-                       "VALUES (?, ?, ?, 0, 0, 0)"),
-        {QStringLiteral("Consumidor Final"), zona, consumidor});
-
-    uno(QStringLiteral("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, Correlativo, DescuentaStock, "
-                       "RegistraCaja, OperacionInversa, EsComercial, NombrePlantilla) VALUES (?, ?, ?, 0, 1, 1, 0, 1, ?)"),
-        {QStringLiteral("FACTURA B"), QStringLiteral("B"), QStringLiteral("0001"),
-         QStringLiteral("factura_discrimina_iva.rpt")});
+    if (vacia(a, QStringLiteral("TiposDeComprobantes")))
+        a.ejecuta(QStringLiteral("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, Correlativo, DescuentaStock, "
+                                 "RegistraCaja, OperacionInversa, EsComercial, NombrePlantilla) "
+                                 "VALUES (?, ?, ?, 0, 1, 1, 0, 1, ?)"),
+                  {QStringLiteral("FACTURA B"), QStringLiteral("B"), QStringLiteral("0001"), QStringLiteral("factura.rpt")});
 
     // Nivel supervisor con todos los permisos y su usuario, todavía sin contraseña.
-    QString cols = QStringLiteral("Nombre, UsuarioSuper");
-    QString vals = QStringLiteral("?, 1");
-    for (const QString& c : columnasPermiso()) {
-        cols += QStringLiteral(", ") + c;
-        vals += QStringLiteral(", 1");
+    if (vacia(a, QStringLiteral("Niveles"))) {
+        QString cols = QStringLiteral("Nombre, UsuarioSuper");
+        QString vals = QStringLiteral("?, 1");
+        for (const QString& c : columnasPermiso()) {
+            cols += QStringLiteral(", ") + c;
+            vals += QStringLiteral(", 1");
+        }
+        a.ejecuta(QStringLiteral("INSERT INTO Niveles (%1) VALUES (%2)").arg(cols, vals), {QStringLiteral("Supervisor")});
     }
-    const qint64 nivel = a.inserta(QStringLiteral("INSERT INTO Niveles (%1) VALUES (%2)").arg(cols, vals),
-                                   {QStringLiteral("Supervisor")}, QStringLiteral("idNivel"));
-    uno(QStringLiteral("INSERT INTO Usuarios (NombreCompleto, NombreUsuario, Contrasenia, idNivel, Comision) "
-                       "VALUES (?, ?, NULL, ?, 0)"),
-        {QStringLiteral("Supervisor"), QStringLiteral("supervisor"), nivel});
+    const QVariant nivel = a.valor(QStringLiteral("SELECT MIN(idNivel) FROM Niveles WHERE UsuarioSuper <> 0"));
+    if (vacia(a, QStringLiteral("Usuarios")) && !nivel.isNull())
+        a.ejecuta(QStringLiteral("INSERT INTO Usuarios (NombreCompleto, NombreUsuario, Contrasenia, idNivel, Comision) "
+                                 "VALUES (?, ?, NULL, ?, 0)"),
+                  {QStringLiteral("Supervisor"), QStringLiteral("supervisor"), nivel});
+}
+
+// En PostgreSQL una fila escrita con su clave (las de un almacén anterior, el cliente 1) no mueve
+// el contador: se lo pone detrás de la clave más alta de la tabla (de todas, si `sola` está vacía).
+void ajustaContadores(Almacen& a, const QList<Tabla>& tablas, const QString& sola = {}) {
+    if (!a.esPostgreSQL()) return;
+    for (const Tabla& t : tablas) {
+        const Columna* k = t.columnaClave();
+        if (!k || (!sola.isEmpty() && t.nombre != sola)) continue;
+        a.valor(QStringLiteral("SELECT setval(pg_get_serial_sequence(?, ?), COALESCE((SELECT MAX(%1) FROM %2), 0) + 1, "
+                               "false)")
+                    .arg(k->nombre, t.nombre),
+                {comparable(t.nombre), comparable(k->nombre)});
+    }
 }
 
 } // namespace
 
 void creaEsquemaInicial(Almacen& a) {
-    creaTablas(a);
+    const Existente existente = leeExistente(a);
+    const QList<Tabla> tablas = tablasDelSistema();
+    quitaVistas(a, existente);
+    for (const Tabla& t : tablas) completaTabla(a, t, existente);
+    ajustaContadores(a, tablas);
+    creaIndices(a);
     creaVistas(a);
     cargaFilasDePartida(a);
+    ajustaContadores(a, tablas, QStringLiteral("Vendedores"));
 }
 
 } // namespace orv

@@ -21,7 +21,10 @@ QString ddl(Dialecto d, const QString& texto);
 // Sirve para validar el nombre de un permiso antes de ponerlo en el texto SQL.
 const QStringList& columnasPermiso();
 
-// Paso 1 de la actualización: crea el esquema completo de hoy y sus filas de partida.
+// Paso 1 de la actualización: deja el esquema completo de hoy y sus filas de partida. En un almacén
+// nuevo lo crea todo; en uno hecho antes de los pasos numerados agrega sólo lo que falta (tablas,
+// columnas, índices, filas de partida), ensancha los textos más angostos conservando su contenido y
+// vuelve a crear las vistas del sistema. Nunca borra una fila.
 void creaEsquemaInicial(Almacen& a);
 
 } // namespace orv

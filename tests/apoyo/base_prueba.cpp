@@ -1,6 +1,7 @@
 #include "base_prueba.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QRandomGenerator>
 #include <QUrl>
 #include <QUrlQuery>
@@ -45,6 +46,22 @@ AlmacenDePrueba::~AlmacenDePrueba() {
         } catch (...) {
         }
     }
+}
+
+void CreaAlmacenDanado(const QString& ruta) {
+    {
+        auto a = Almacen::abreSQLite(ruta);
+        Transaccion t(*a);
+        a->ejecuta(QStringLiteral("CREATE TABLE Lineas (id INTEGER PRIMARY KEY, texto TEXT)"));
+        for (int i = 0; i < 400; ++i)
+            a->ejecuta(QStringLiteral("INSERT INTO Lineas (texto) VALUES (?)"), {QString(200, QLatin1Char('a' + i % 26))});
+        t.confirmar();
+    } // al cerrar, el diario pasa al archivo
+    const qint64 pagina = 4096;
+    QFile f(ruta);
+    if (!f.open(QIODevice::ReadWrite) || f.size() < 10 * pagina) throw std::runtime_error("almacén de prueba chico");
+    f.seek(6 * pagina); // la séptima página: una hoja de la tabla
+    f.write(QByteArray(64, '\xff'));
 }
 
 std::unique_ptr<Almacen> AlmacenDePrueba::otraConexion() const { return Almacen::abre(destino_); }

@@ -44,6 +44,10 @@ private:
     std::unique_ptr<Almacen> almacen_;
 };
 
+// Un almacén SQLite con una tabla de muchas filas y una página del medio rota: se abre y lee su
+// esquema sin quejarse; sólo un control de integridad (o leer esa tabla) descubre el daño.
+void CreaAlmacenDanado(const QString& ruta);
+
 // Omite la prueba PostgreSQL si no hay servidor de pruebas.
 bool hayPostgreSQL();
 

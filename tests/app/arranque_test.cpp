@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QProcess>
 #include <QSettings>
@@ -287,25 +288,85 @@ TEST_F(ArranqueTest, ServidorPostgreSQLQueNoRespondeDaElMensajeYTerminaEnSeguida
     EXPECT_FALSE(QFile::exists(QDir(datos()).filePath(QStringLiteral("BASE.db"))));
 }
 
-TEST_F(ArranqueTest, ArchivoDeBaseDanadoNoSeTocaYSeInforma) {
+TEST_F(ArranqueTest, AlmacenDanadoSeInformaConElCaminoDeVueltaYNoSeToca) {
     QDir().mkpath(datos());
     const QString ruta = QDir(datos()).filePath(QStringLiteral("BASE.db"));
-    QByteArray basura;
-    for (int i = 0; i < 8192; ++i) basura.append(static_cast<char>((i * 131 + 7) % 251));
-    {
+    prueba::CreaAlmacenDanado(ruta);
+    const auto contenido = [&ruta] {
         QFile f(ruta);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(basura);
-    }
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    };
+    const QByteArray antes = contenido();
     const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    EXPECT_EQ(a.ejecuta(), FinArranque::SinAlmacen);
+    {
+        Arranque a(c, reloj_, ui_);
+        EXPECT_EQ(a.ejecuta(), FinArranque::SinAlmacen);
+    }
     EXPECT_EQ(ui_.pasos, (QStringList{"portada", "mensaje:Error"}));
     ASSERT_EQ(ui_.mensajes.size(), 1);
-    EXPECT_TRUE(ui_.mensajes[0].texto.startsWith(kTextoSinAbrir));
-    QFile f(ruta);
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-    EXPECT_EQ(f.readAll(), basura);
+    // Qué archivo, y cómo volver: la copia de respaldo en la carpeta de datos, con el nombre de siempre.
+    const QString& m = ui_.mensajes[0].texto;
+    EXPECT_TRUE(m.startsWith(QStringLiteral("La base de datos del sistema está dañada"))) << qPrintable(m);
+    EXPECT_TRUE(m.contains(ruta) && m.contains(QStringLiteral("ORVBACK_")) &&
+                m.contains(QStringLiteral("carpeta de datos ") + datos()))
+        << qPrintable(m);
+    EXPECT_EQ(contenido(), antes) << "sin actualizar ni filas de partida";
+}
+
+TEST_F(ArranqueTest, BaseVaciaPreguntaAntesDeVolverseUnAlmacenNuevo) {
+    const QString ruta = QDir(datos()).filePath(QStringLiteral("BASE.db"));
+    for (const bool si : {false, true}) {
+        QDir().mkpath(datos());
+        QFile(ruta).open(QIODevice::WriteOnly);
+        InterfazFalsa ui;
+        ui.respuesta = si;
+        const Configuracion c = conf();
+        Arranque a(c, reloj_, ui);
+        EXPECT_EQ(a.ejecuta(), si ? FinArranque::Ventana : FinArranque::AlmacenVacio);
+        ASSERT_EQ(ui.preguntas.size(), 1);
+        EXPECT_EQ(ui.preguntas[0], Arranque::textoAlmacenVacio(ruta));
+        EXPECT_EQ(QFileInfo(ruta).size() == 0, !si) << "con No, el archivo queda como estaba";
+    }
+}
+
+TEST_F(ArranqueTest, AlmacenDeUnProgramaMasNuevoSeRechazaConLasDosVersiones) {
+    QDir().mkpath(datos());
+    const QString ruta = QDir(datos()).filePath(QStringLiteral("BASE.db"));
+    const int conocido = pasosDelSistema().back().numero;
+    {
+        auto previo = Almacen::abreSQLite(ruta);
+        actualizaEsquema(*previo);
+        previo->ejecuta(QStringLiteral("INSERT INTO PasosEsquema (Paso) VALUES (?)"), {conocido + 4});
+    }
+    const Configuracion c = conf();
+    {
+        Arranque a(c, reloj_, ui_);
+        EXPECT_EQ(a.ejecuta(), FinArranque::SinActualizar);
+    }
+    ASSERT_EQ(ui_.mensajes.size(), 1);
+    const QString& m = ui_.mensajes[0].texto;
+    EXPECT_TRUE(m.contains(QStringLiteral("versión %1 del esquema").arg(conocido + 4)) &&
+                m.contains(QStringLiteral("hasta la versión %1").arg(conocido)))
+        << qPrintable(m);
+    EXPECT_EQ(versionEsquema(*Almacen::abreSQLite(ruta)), conocido + 4);
+}
+
+TEST_F(ArranqueTest, CarpetaAlmacenYConfiguracionSonSoloDelDueno) {
+    const Configuracion c = conf();
+    Arranque a(c, reloj_, ui_);
+    ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
+    // Sólo los bits de dueño, grupo y otros (los "User" repiten los del dueño).
+    const auto modo = [](const QString& ruta) {
+        return QFileInfo(ruta).permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+    };
+    const auto rw = QFile::ReadOwner | QFile::WriteOwner;
+    EXPECT_EQ(modo(datos()), rw | QFile::ExeOwner);
+    // Con el almacén abierto están también sus diarios.
+    for (const char* archivo : {"BASE.db", "BASE.db-wal", "BASE.db-shm", "Orvanta.ini"}) {
+        const QString ruta = QDir(datos()).filePath(QString::fromLatin1(archivo));
+        ASSERT_TRUE(QFile::exists(ruta)) << archivo;
+        EXPECT_EQ(modo(ruta), rw) << archivo;
+    }
 }
 
 TEST_F(ArranqueTest, ActualizacionQueFallaAvisaTerminaYNoDejaMediaBase) {

@@ -5,6 +5,8 @@
 #include "store/esquema.h"
 
 #include <QDate>
+#include <QSqlQuery>
+#include <QSqlRecord>
 #include <atomic>
 #include <mutex>
 #include <thread>
@@ -197,4 +199,98 @@ TEST_P(Actualizacion, DosTerminalesActualizanALaVezUnAlmacenNuevo) {
     EXPECT_EQ(cuenta(QStringLiteral("TiposMovimientoStock")), 5);
     EXPECT_EQ(cuenta(QStringLiteral("Vendedores")), 1);
     EXPECT_EQ(cuenta(QStringLiteral("Usuarios")), 1);
+}
+
+namespace {
+
+// Un almacén de antes de los pasos numerados: menos tablas y columnas, sin las claves propias de
+// hoy, textos más angostos, una columna y un índice que el sistema no conoce y una vista vieja.
+const char* const kAlmacenAnterior[] = {
+    "CREATE TABLE Articulos (idArticulo {CONTADOR}, Codigo {TEXTO(50)}, Descripcion {TEXTO(100)}, "
+    "PrecioVenta {DINERO}, Color {TEXTO(20)})",
+    "CREATE TABLE Compras (idCompra {CONTADOR}, Fecha {FECHA}, Total {DINERO}, Referencia {TEXTO(50)})",
+    "CREATE TABLE Caja (idCaja {CONTADOR}, Detalles {TEXTO(100)}, Ingreso {DINERO})",
+    "CREATE TABLE DetalleComprobantes (idComprobante {LARGO}, idArticulo {LARGO}, Cantidad {DOBLE})",
+    "CREATE INDEX DetalleComprobantes_Anterior ON DetalleComprobantes (idArticulo)",
+    "CREATE TABLE Cuentas (idCuenta {CONTADOR}, Cuenta {TEXTO(100)})",
+    "CREATE TABLE Vendedores (idVendedor {CONTADOR}, Nombre {TEXTO(100)}, \"e-mail\" {TEXTO(50)})",
+    "CREATE VIEW ConsultaArticulos AS SELECT idArticulo, Codigo FROM Articulos",
+};
+
+// Filas como textos comparables en los dos motores: números con cuatro decimales, nulos "NULL".
+QList<QStringList> comoTextos(const QList<QVariantList>& filas) {
+    QList<QStringList> r;
+    for (const QVariantList& f : filas) {
+        QStringList t;
+        for (const QVariant& v : f) {
+            bool esNumero = false;
+            const double d = v.toString().toDouble(&esNumero);
+            t << (v.isNull() ? QStringLiteral("NULL") : esNumero ? QString::number(d, 'f', 4) : v.toString());
+        }
+        r << t;
+    }
+    return r;
+}
+
+QList<QVariantList> filas(Almacen& a, const QString& sql) {
+    QList<QVariantList> r;
+    QSqlQuery q = a.consulta(sql);
+    while (q.next()) {
+        r << QVariantList{};
+        for (int i = 0; i < q.record().count(); ++i) r.last() << q.value(i);
+    }
+    return r;
+}
+
+} // namespace
+
+TEST_P(Actualizacion, AlmacenAnteriorALosPasosSeAdoptaSinPerderFilas) {
+    Almacen& a = almacen();
+    for (const char* sql : kAlmacenAnterior) a.ejecuta(ddl(a.dialecto(), QString::fromUtf8(sql)));
+    const QString referencia = QStringLiteral("Remito 0001-00001234 de Distribuidora Ñandú").leftJustified(50, u'·');
+    const QString yerba = QStringLiteral("Yerba O'Higgins 1 kg");
+    a.ejecuta(QStringLiteral("INSERT INTO Articulos VALUES (3, '010003', ?, 1500.25, 'verde'), (9, '010009', 'Sal', 10.5, NULL)"),
+              {yerba});
+    a.ejecuta(QStringLiteral("INSERT INTO Compras VALUES (4, ?, 300, ?)"), {QDate(2024, 1, 5), referencia});
+    a.ejecuta(QStringLiteral("INSERT INTO Caja VALUES (1, ?, 10.5)"), {QString(100, u'ñ')});
+    a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes VALUES (1, 3, 2), (1, 9, 1)"));
+    a.ejecuta(QStringLiteral("INSERT INTO Cuentas VALUES (1, 'Ventas Mostrador'), (2, 'Banco')"));
+    a.ejecuta(QStringLiteral("INSERT INTO Vendedores VALUES (1, 'Consumidor Final', NULL), (7, 'Ana', 'ana@correo.ar')"));
+
+    EXPECT_EQ(actualizaEsquema(a), static_cast<int>(pasosDelSistema().size()));
+    EXPECT_EQ(actualizaEsquema(a), 0);
+
+    // Cada fila entera; las columnas nuevas con su valor de partida, las claves nuevas en el orden
+    // de las filas, y de las filas de partida sólo las que el programa busca por nombre.
+    const struct {
+        const char* sql;
+        QList<QVariantList> filas;
+    } casos[] = {
+        {"SELECT idArticulo, Codigo, Descripcion, PrecioVenta, Color, PrecioFinal, esMateriaPrima, IdProveedor "
+         "FROM Articulos ORDER BY 1",
+         {{3, "010003", yerba, 1500.25, "verde", 0, 0, {}}, {9, "010009", "Sal", 10.5, {}, 0, 0, {}}}},
+        {"SELECT idCompra, Fecha, Total, Referencia, MontoDescuento FROM Compras", {{4, "2024-01-05", 300, referencia, 0}}},
+        {"SELECT idCaja, Detalles, Ingreso, Egreso, idUsuario FROM Caja", {{1, QString(100, u'ñ'), 10.5, 0, {}}}},
+        {"SELECT idDetalle, idComprobante, idArticulo, Cantidad, SubTotal FROM DetalleComprobantes ORDER BY 1",
+         {{1, 1, 3, 2, 0}, {2, 1, 9, 1, 0}}},
+        {"SELECT idCuenta, Cuenta FROM Cuentas ORDER BY 1", {{1, "Ventas Mostrador"}, {2, "Banco"}, {3, "Cobranza Clientes"}}},
+        {"SELECT idVendedor, Nombre, \"e-mail\", PuntosVIP FROM Vendedores ORDER BY 1",
+         {{1, "Consumidor Final", {}, 0}, {7, "Ana", "ana@correo.ar", 0}}},
+        {"SELECT Codigo, PrecioFinal, Proveedor FROM ConsultaArticulos ORDER BY 1", {{"010003", 0, {}}, {"010009", 0, {}}}},
+    };
+    for (const auto& k : casos) EXPECT_EQ(comoTextos(filas(a, QString::fromUtf8(k.sql))), comoTextos(k.filas)) << k.sql;
+
+    // Los textos angostos se ensancharon, los contadores siguen a las claves que había y el índice
+    // propio del comercio sigue ahí.
+    a.ejecuta(QStringLiteral("UPDATE Compras SET Referencia = ?"), {QString(254, u'é')});
+    EXPECT_EQ(a.inserta(QStringLiteral("INSERT INTO Caja (Detalles) VALUES (?)"), {QString(254, u'é')}, QStringLiteral("idCaja")), 2);
+    EXPECT_EQ(a.inserta(QStringLiteral("INSERT INTO Vendedores (Nombre) VALUES ('Beto')"), {}, QStringLiteral("idVendedor")), 8);
+    EXPECT_EQ(a.inserta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante) VALUES (2)"), {},
+                        QStringLiteral("idDetalle")),
+              3);
+    EXPECT_EQ(a.valor(a.esPostgreSQL() ? QStringLiteral("SELECT count(*) FROM pg_indexes WHERE schemaname = current_schema() "
+                                                        "AND indexname = 'detallecomprobantes_anterior'")
+                                       : QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name = 'DetalleComprobantes_Anterior'"))
+                  .toInt(),
+              1);
 }

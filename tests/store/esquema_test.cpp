@@ -383,7 +383,7 @@ TEST_P(VistasConDatos, ListadosDeComprobantesYVentas) {
                                         "WHERE idComprobante = ?"),
                          {factura})
                   .toString(),
-              QStringLiteral("factura_discrimina_iva.rpt"));
+              QStringLiteral("factura.rpt"));
     EXPECT_EQ(almacen()
                   .valor(QStringLiteral("SELECT count(*) FROM ConsultaHeaderComprobantes WHERE Fecha = ? AND "
                                         "idVendedor = ?"),

@@ -146,9 +146,9 @@ TEST_F(ComprobantesRegistrados, ElDetalleMuestraLasLineasDeUnSoloComprobante) {
 
 TEST_F(ComprobantesRegistrados, LaPlantillaDeReimpresionCaeEnLaDeSiempre) {
     const QString carpeta = base_->carpeta();
-    EXPECT_EQ(PlantillaDeReimpresion(a(), hoy1_, carpeta), QStringLiteral("factura_discrimina_iva.rpt"));
-    a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET NombrePlantilla = 'factura.rpt'"));
     EXPECT_EQ(PlantillaDeReimpresion(a(), hoy1_, carpeta), QStringLiteral("factura.rpt"));
+    a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET NombrePlantilla = 'factura_discrimina_iva.rpt'"));
+    EXPECT_EQ(PlantillaDeReimpresion(a(), hoy1_, carpeta), QStringLiteral("factura_discrimina_iva.rpt"));
     for (const char* otra : {"/no/esta/mas.rpt", "IMPRESORA FISCAL : HASAR|PUERTO : 1", "IMPRESORA TICKETS PUERTO : COM1"}) {
         a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET NombrePlantilla = ?"), {QString::fromLatin1(otra)});
         EXPECT_EQ(PlantillaDeReimpresion(a(), hoy1_, carpeta), QStringLiteral("factura_discrimina_iva.rpt")) << otra;
