@@ -1,6 +1,7 @@
 #include "sales/borrador.h"
 
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/formato.h"
 
 #include <QSqlQuery>
@@ -25,8 +26,46 @@ std::optional<ArticuloVenta> leeArticulo(const Almacen& a, const QString& condic
     return r;
 }
 
-// CLng del Basic: al entero más cercano y, en la mitad, al par.
+// CLng del Basic: al entero más cercano y, en la mitad, al par. Sólo para cantidades ya acotadas.
 qint64 enteroAlPar(double x) { return qint64(std::nearbyint(x)); }
+
+const QString kCantidad = QStringLiteral("Cantidad");
+const QString kUnitario = QStringLiteral("Unitario");
+
+// Una cantidad que puede quedar en una línea: finita y dentro del tope.
+double cantidadEnRango(double cantidad) {
+    if (!std::isfinite(cantidad) || std::fabs(cantidad) > kCantidadMaxima)
+        throw Aviso(kCantidad + QStringLiteral(": ") + kImporteFueraDeRango);
+    return cantidad;
+}
+
+// El SubTotal de una línea, con las mismas cuentas del dinero en todas partes: Unitario × Cantidad
+// redondeado a diezmilésimos, y nunca más allá del tope de un importe.
+Dinero subTotalDe(Dinero unitario, double cantidad) {
+    cantidadEnRango(cantidad);
+    Dinero r;
+    try {
+        r = unitario.por(cantidad);
+    } catch (const ImporteFueraDeRango&) {
+        throw Aviso(kImporteFueraDeRango);
+    }
+    ExigeImporteEnRango(r);
+    return r;
+}
+
+// Unitario y Cantidad guardados de una línea, tomada para cambiarla (en el servidor, hasta confirmar).
+struct LineaGuardada {
+    Dinero unitario;
+    double cantidad = 0;
+};
+
+std::optional<LineaGuardada> tomaLinea(Almacen& a, qint64 idTmpFac) {
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT Unitario, Cantidad FROM TmpFac WHERE idTmpFac = ?") +
+                                 (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                             {idTmpFac});
+    if (!q.next()) return std::nullopt;
+    return LineaGuardada{Dinero::desdeVariant(q.value(0)), q.value(1).toDouble()};
+}
 
 } // namespace
 
@@ -52,8 +91,13 @@ LineaAgregada AgregaLinea(Almacen& a, qint32 idRed, const PedidoLinea& p) {
     }
     if (!art || !EsNumerico(QStringView(p.unitario))) throw Aviso(QStringLiteral("Articulo no encontrado!"));
 
-    Dinero unitario = Dinero::desdeTexto(p.unitario).value_or(Dinero());
-    if (p.origen == OrigenLinea::CodigoBarras) unitario = Dinero::desdeVariant(art->precioVenta);
+    // El precio escrito se toma tal cual o se rechaza: nunca se guarda 0 en lugar de un precio.
+    const Dinero unitario = p.origen == OrigenLinea::CodigoBarras ? Dinero::desdeVariant(art->precioVenta)
+                                                                  : ExigeImporte(p.unitario, kUnitario);
+    ExigeImporteEnRango(unitario);
+    // La cantidad escrita, con la coma sólo de miles ("1,5" se rechaza, no se toma por 1).
+    const bool hayCantidad = EsNumerico(QStringView(p.cantidad));
+    const double pedida = hayCantidad ? ExigeCantidad(p.cantidad, kCantidad) : 0.0;
 
     Transaccion t(a);
     LineaAgregada r;
@@ -63,53 +107,83 @@ LineaAgregada AgregaLinea(Almacen& a, qint32 idRed, const PedidoLinea& p) {
                              {idRed, art->idArticulo});
     if (!q.next()) {
         q.finish();
-        r.cantidad = EsNumerico(QStringView(p.cantidad)) ? Val(p.cantidad) : 1.0;
+        r.cantidad = hayCantidad ? pedida : 1.0;
+        const Dinero subTotal = subTotalDe(unitario, r.cantidad);
         r.idTmpFac = a.inserta(
             QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Cantidad, Descripcion, Unitario, SubTotal, PCRed) "
                            "VALUES (?, ?, ?, ?, ?, ?, ?)"),
-            {art->idArticulo, art->codigo, r.cantidad, art->descripcion, unitario.aVariant(),
-             unitario.por(r.cantidad).aVariant(), idRed},
+            {art->idArticulo, art->codigo, r.cantidad, art->descripcion, unitario.aVariant(), subTotal.aVariant(),
+             idRed},
             QStringLiteral("idTmpFac"));
     } else {
         r.idTmpFac = q.value(0).toLongLong();
         const double guardada = q.value(1).toDouble();
         q.finish();
         r.fusionada = true;
-        r.cantidad = double(enteroAlPar(guardada + Val(p.cantidad)));
+        // Al sumar, lo que no es un número suma lo que Val lee de su principio ("3 cajas" suma 3).
+        r.cantidad = double(enteroAlPar(cantidadEnRango(guardada + (hayCantidad ? pedida : Val(p.cantidad)))));
         a.ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = ?, SubTotal = ? WHERE idTmpFac = ?"),
-                  {r.cantidad, unitario.por(r.cantidad).aVariant(), r.idTmpFac});
+                  {r.cantidad, subTotalDe(unitario, r.cantidad).aVariant(), r.idTmpFac});
     }
     t.confirmar();
     return r;
 }
 
 void CambiaCantidad(Almacen& a, qint64 idTmpFac, double delta) {
-    // En el almacén, para no perder un cambio de otra ventana sobre la misma línea.
-    a.ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = Cantidad + ?, SubTotal = Unitario * (Cantidad + ?) "
-                             "WHERE idTmpFac = ?"),
-              {delta, delta, idTmpFac});
+    // La línea se toma dentro de la transacción, para no perder un cambio de otra ventana sobre ella.
+    Transaccion t(a);
+    const auto linea = tomaLinea(a, idTmpFac);
+    if (!linea) return;
+    const double cantidad = linea->cantidad + delta;
+    a.ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = ?, SubTotal = ? WHERE idTmpFac = ?"),
+              {cantidad, subTotalDe(linea->unitario, cantidad).aVariant(), idTmpFac});
+    t.confirmar();
 }
 
 void CorrigeLinea(Almacen& a, qint64 idTmpFac, const QString& campo, const QVariant& valor) {
-    QString columna;
-    QVariant v = valor;
-    if (campo.compare(QStringLiteral("Cantidad"), Qt::CaseInsensitive) == 0) {
-        columna = QStringLiteral("Cantidad");
-        v = Val(valor.toString());
-    } else if (campo.compare(QStringLiteral("Unitario"), Qt::CaseInsensitive) == 0) {
-        columna = QStringLiteral("Unitario");
-        v = Dinero::desdeTexto(valor.toString()).value_or(Dinero()).aVariant();
-    } else if (campo.compare(QStringLiteral("Sn"), Qt::CaseInsensitive) == 0) {
-        columna = QStringLiteral("Sn");
-        v = valor.toString().left(50);
-    } else {
-        throw Aviso(QStringLiteral("Esa columna no se puede corregir."));
+    const QString texto = valor.toString();
+    if (campo.compare(QStringLiteral("Sn"), Qt::CaseInsensitive) == 0) {
+        a.ejecuta(QStringLiteral("UPDATE TmpFac SET Sn = ? WHERE idTmpFac = ?"), {CortaTexto(texto, 50), idTmpFac});
+        return;
     }
-    a.ejecuta(QStringLiteral("UPDATE TmpFac SET ") + columna + QStringLiteral(" = ? WHERE idTmpFac = ?"), {v, idTmpFac});
+    const bool esCantidad = campo.compare(kCantidad, Qt::CaseInsensitive) == 0;
+    if (!esCantidad && campo.compare(kUnitario, Qt::CaseInsensitive) != 0)
+        throw Aviso(QStringLiteral("Esa columna no se puede corregir."));
+
+    // Lo escrito se lee o se rechaza (la celda vuelve a su valor), y la línea corregida tiene que
+    // poder calcularse: cantidad por unitario dentro del tope de un importe.
+    Transaccion t(a);
+    const auto linea = tomaLinea(a, idTmpFac);
+    if (!linea) return;
+    if (esCantidad) {
+        const double cantidad = ExigeCantidad(texto, kCantidad);
+        subTotalDe(linea->unitario, cantidad);
+        a.ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = ? WHERE idTmpFac = ?"), {cantidad, idTmpFac});
+    } else {
+        const Dinero unitario = ExigeImporte(texto, kUnitario);
+        subTotalDe(unitario, linea->cantidad);
+        a.ejecuta(QStringLiteral("UPDATE TmpFac SET Unitario = ? WHERE idTmpFac = ?"), {unitario.aVariant(), idTmpFac});
+    }
+    t.confirmar();
 }
 
 void RecalculaLineas(Almacen& a, qint32 idRed) {
-    a.ejecuta(QStringLiteral("UPDATE TmpFac SET SubTotal = Unitario * Cantidad WHERE PCRed = ?"), {idRed});
+    // Con las cuentas del dinero, no con aritmética del motor; sólo se escriben las líneas que cambian.
+    Transaccion t(a);
+    QList<QPair<qint64, Dinero>> cambian;
+    {
+        QSqlQuery q = a.consulta(QStringLiteral("SELECT idTmpFac, Unitario, Cantidad, SubTotal FROM TmpFac WHERE PCRed = ? "
+                                                "ORDER BY idTmpFac"),
+                                 {idRed});
+        while (q.next()) {
+            const Dinero subTotal = subTotalDe(Dinero::desdeVariant(q.value(1)), q.value(2).toDouble());
+            if (q.value(3).isNull() || Dinero::desdeVariant(q.value(3)) != subTotal)
+                cambian << qMakePair(q.value(0).toLongLong(), subTotal);
+        }
+    }
+    for (const auto& [id, subTotal] : cambian)
+        a.ejecuta(QStringLiteral("UPDATE TmpFac SET SubTotal = ? WHERE idTmpFac = ?"), {subTotal.aVariant(), id});
+    t.confirmar();
 }
 
 void BorraLinea(Almacen& a, qint64 idTmpFac) {
@@ -143,13 +217,35 @@ ConsultaConParametros BuscaArticulos(const Almacen& a, const QString& texto) {
 
 Totales CalculaTotales(const Almacen& a, qint32 idRed, double porcDescuento, double porcImpuesto) {
     Totales t;
+    // Línea por línea y con el dinero, para que una fila imposible no trabe el panel: se dice cuál
+    // es, los totales quedan en cero y la línea se puede borrar.
     QSqlQuery q = a.consulta(
-        QStringLiteral("SELECT count(*), sum(SubTotal), sum(Cantidad) FROM TmpFac WHERE PCRed = ?"), {idRed});
-    if (!q.next() || q.value(0).toLongLong() == 0) return t;
+        QStringLiteral("SELECT idTmpFac, Descripcion, Cantidad, SubTotal FROM TmpFac WHERE PCRed = ? ORDER BY idTmpFac"),
+        {idRed});
+    Dinero suma;
+    while (q.next()) {
+        ++t.lineas;
+        if (!t.problema.isEmpty()) continue;
+        try {
+            const double cantidad = cantidadEnRango(q.value(2).toDouble());
+            const Dinero subTotal = Dinero::desdeVariant(q.value(3));
+            ExigeImporteEnRango(subTotal);
+            suma += subTotal;
+            ExigeImporteEnRango(suma);
+            t.unidades += cantidad;
+        } catch (const std::exception&) {
+            t.idLineaConProblema = q.value(0).toLongLong();
+            t.problema = QStringLiteral("La línea \"") + q.value(1).toString() +
+                         QStringLiteral("\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala.");
+        }
+    }
+    if (t.lineas == 0) return t;
     t.hayLineas = true;
-    t.lineas = q.value(0).toLongLong();
-    t.subTotal = Dinero::desdeVariant(q.value(1)).aDouble();
-    t.unidades = q.value(2).toDouble();
+    if (!t.problema.isEmpty()) {
+        t.unidades = 0;
+        return t;
+    }
+    t.subTotal = suma.aDouble();
     t.descuento = porcDescuento != 0 ? porcDescuento / 100.0 * t.subTotal : 0.0;
     t.neto = t.subTotal - t.descuento;
     t.impuesto = porcImpuesto != 0 ? porcImpuesto / 100.0 * t.neto : 0.0;

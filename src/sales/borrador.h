@@ -48,14 +48,18 @@ struct LineaAgregada {
 // "Agregar": una línea nueva, o la suma a la línea del mismo artículo. Al sumar, la cantidad
 // queda entera (redondeo a par en la mitad) y el Unitario no cambia; el SubTotal sale del
 // precio nuevo. Lanza Aviso "Articulo no encontrado!" si no hay artículo o el precio no es un
-// número, y Aviso "Error: ..." si se pidió de la lista sin elegir nada. Una sola transacción.
+// número, y Aviso "Error: ..." si se pidió de la lista sin elegir nada. Una cantidad o un precio
+// ambiguos o fuera de rango se rechazan con un aviso que nombra el campo, y nada se escribe
+// si la línea no cabe en los topes de un importe. Una sola transacción.
 LineaAgregada AgregaLinea(Almacen& a, qint32 idRed, const PedidoLinea& p);
 
-// Teclas + y - del teclado numérico: suma delta a la cantidad y recalcula el SubTotal. Sin tope.
+// Teclas + y - del teclado numérico: suma delta a la cantidad y recalcula el SubTotal. Rechaza
+// (sin cambiar nada) lo que deje la línea fuera de los topes.
 void CambiaCantidad(Almacen& a, qint64 idTmpFac, double delta);
-// Corrección en la grilla de Cantidad, Unitario o Sn de una línea (sin recalcular nada).
+// Corrección en la grilla de Cantidad, Unitario o Sn de una línea (sin recalcular el SubTotal).
+// Lo que no se lee o no cabe se rechaza con un aviso y la línea queda como estaba.
 void CorrigeLinea(Almacen& a, qint64 idTmpFac, const QString& campo, const QVariant& valor);
-// SubTotal = Unitario × Cantidad en todas las líneas de la terminal.
+// SubTotal = Unitario × Cantidad en todas las líneas de la terminal, con las cuentas del dinero.
 void RecalculaLineas(Almacen& a, qint32 idRed);
 void BorraLinea(Almacen& a, qint64 idTmpFac);
 // Vacía el borrador de la terminal.
@@ -76,10 +80,15 @@ struct Totales {
     double subTotal = 0, descuento = 0, neto = 0, impuesto = 0, total = 0;
     double unidades = 0;
     qint64 lineas = 0;
+    // Una línea guardada con una cantidad o un importe imposibles: los totales quedan en cero y
+    // el panel dice cuál es para que se borre.
+    QString problema;
+    qint64 idLineaConProblema = 0;
 };
 
 // Descuento sobre el subtotal y el impuesto sobre el neto, sin redondear; el redondeo es el
-// de la máscara al mostrarlos. Sin líneas, hayLineas es falso y sólo el total vale 0.
+// de la máscara al mostrarlos. Sin líneas, hayLineas es falso y sólo el total vale 0. Nunca
+// falla por una línea mala: la señala en `problema`.
 Totales CalculaTotales(const Almacen& a, qint32 idRed, double porcDescuento, double porcImpuesto);
 // "7.0 de 3 ítems." o "0 ítems."
 QString TextoItems(const Totales& t);

@@ -1,6 +1,7 @@
 #include "sales/registro.h"
 
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/rutinas.h"
 
 #include <QSqlQuery>
@@ -14,7 +15,9 @@ const QString kCtaCte = QStringLiteral("CTA CTE");
 
 bool siNo(const QVariant& v) { return !v.isNull() && v.toInt() != 0; }
 
-// Puntos: enteros, redondeando la mitad al par, como al guardarlos siempre se hizo.
+// Los puntos se guardan enteros, redondeando la mitad al par, como siempre se guardó un número
+// con decimales en un campo entero. Los del comprobante están acotados por los topes de la venta.
+constexpr double kPuntosMaximos = 2147483647.0; // lo que guarda un campo entero de puntos
 qint64 redondeaPuntos(double p) { return qint64(std::nearbyint(p)); }
 
 } // namespace
@@ -42,7 +45,7 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
     const bool esComercial = siNo(tipo.value(6));
     tipo.finish();
     const QString nroFactura = NumeroCompleto(letra, puntoDeVenta, r.numero);
-    r.factura = nroFactura.left(15);
+    r.factura = CortaTexto(nroFactura, 15);
     const int signo = inversa ? -1 : 1;
 
     // El borrador, en su orden, con el costo y los puntos del rubro de cada artículo.
@@ -65,6 +68,19 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
                             q.value(5).toString(), q.value(6), q.value(7)};
     }
     if (lineas.isEmpty()) throw Aviso(QStringLiteral("No hay articulos a facturar!"));
+    // Una línea imposible (guardada por otro camino) no llega a un comprobante.
+    for (const Linea& l : lineas) {
+        bool enRango = std::isfinite(l.cantidad) && std::fabs(l.cantidad) <= kCantidadMaxima;
+        try {
+            ExigeImporteEnRango(Dinero::desdeVariant(l.unitario));
+            ExigeImporteEnRango(Dinero::desdeVariant(l.subTotal));
+        } catch (const std::exception&) {
+            enRango = false;
+        }
+        if (!enRango)
+            throw Aviso(QStringLiteral("La línea \"") + l.descripcion +
+                        QStringLiteral("\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala."));
+    }
 
     // Vendedor y su comisión.
     qint64 idVendio = 0;
@@ -80,9 +96,9 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
                        "FormaPago, HizoCaja, HizoStock, TipoStock, EsComercial, Cupon, SuPago, SubTotal, PorcDescuento, "
                        "MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, idUsuario, idEmpresa, ImpresoFiscal, "
                        "idVendio, Comision) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1, ?, ?, ?)"),
-        {r.factura, d.idTipoComprobante, d.idCliente.value_or(0), d.hoy, d.idTipoIva, d.nombreCliente.left(50),
-         d.cuitCliente.left(20), d.formaPago.left(10), registraCaja ? 1 : 0, descuentaStock ? 1 : 0, inversa ? 1 : 0,
-         esComercial ? 1 : 0, d.cupon.isEmpty() ? QStringLiteral("0") : d.cupon.left(30), d.suPago.aVariant(),
+        {r.factura, d.idTipoComprobante, d.idCliente.value_or(0), d.hoy, d.idTipoIva, CortaTexto(d.nombreCliente, 50),
+         CortaTexto(d.cuitCliente, 20), CortaTexto(d.formaPago, 10), registraCaja ? 1 : 0, descuentaStock ? 1 : 0, inversa ? 1 : 0,
+         esComercial ? 1 : 0, d.cupon.isEmpty() ? QStringLiteral("0") : CortaTexto(d.cupon, 30), d.suPago.aVariant(),
          (signo < 0 ? -d.subTotal : d.subTotal).aVariant(), d.porcDescuento, d.montDescuento.aVariant(),
          (signo < 0 ? -d.neto : d.neto).aVariant(), d.porcImpuesto.aVariant(), d.importeIva.aVariant(),
          (signo < 0 ? -d.total : d.total).aVariant(), d.idUsuario, ImpresoFiscalDe(ruta), idVendio, porcComision},
@@ -101,7 +117,7 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
         a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, Sn, "
                                  "costounitario, Fecha, EsComercial, idUsuario, Descripcion) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
                   {r.idComprobante, l.idArticulo, l.cantidad, l.unitario, l.subTotal, l.sn,
-                   l.costo.isNull() ? QVariant(0) : l.costo, d.hoy, esComercial ? 1 : 0, d.idUsuario, l.descripcion.left(100)});
+                   l.costo.isNull() ? QVariant(0) : l.costo, d.hoy, esComercial ? 1 : 0, d.idUsuario, CortaTexto(l.descripcion, 100)});
         const QVariant& pv = l.puntosRubro;
         if (!pv.isNull() && pv.toDouble() > 0)
             puntos += (porImporte ? Dinero::desdeVariant(l.subTotal).aDouble() : l.cantidad) * pv.toDouble();
@@ -116,11 +132,21 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
     }
 
     // Paso 13: puntos del cliente con tarjeta; también en los comprobantes de operación inversa.
+    // Cuenta lo ganado antes de redondear: medio punto o menos deja su fila con 0 puntos.
+    if (!(puntos <= kPuntosMaximos))
+        throw Aviso(QStringLiteral("Los puntos de esta venta no caben en la tarjeta del cliente: revise el puntaje de los rubros."));
     r.puntos = redondeaPuntos(puntos);
-    if (d.clienteEsVip && d.idCliente && r.puntos > 0) {
+    if (d.clienteEsVip && d.idCliente && puntos > 0) {
         a.ejecuta(QStringLiteral("INSERT INTO Vip (idCliente, Fecha, idUsuario, idComprobante, PuntosVIP) VALUES (?, ?, ?, ?, ?)"),
                   {*d.idCliente, d.hoy, d.idUsuario, r.idComprobante, r.puntos});
-        a.ejecuta(QStringLiteral("UPDATE Vendedores SET PuntosVIP = PuntosVIP + ? WHERE idVendedor = ?"), {r.puntos, *d.idCliente});
+        // El saldo es el redondeo de saldo + puntos ganados, en una sola sentencia: la parte entera
+        // se suma y, si lo ganado termina justo en medio punto, la suma va al par.
+        const double entera = std::floor(puntos);
+        const double fraccion = puntos - entera;
+        const qint64 base = qint64(entera) + (fraccion > 0.5 ? 1 : 0);
+        a.ejecuta(QStringLiteral("UPDATE Vendedores SET PuntosVIP = PuntosVIP + ? + "
+                                 "CASE WHEN ? = 1 THEN ABS((PuntosVIP + ?) % 2) ELSE 0 END WHERE idVendedor = ?"),
+                  {base, fraccion == 0.5 ? 1 : 0, base, *d.idCliente});
     }
 
     // Paso 15: comisión del vendedor, sobre el neto.
@@ -133,11 +159,10 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
     if (registraCaja && d.formaPago != kCtaCte) {
         const QVariant cuenta =
             a.valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Ventas Mostrador' ORDER BY idCuenta"));
-        if (cuenta.isNull())
-            throw Aviso(QStringLiteral("No se encuentra la cuenta \"Ventas Mostrador\" para el movimiento de caja."));
-        const QString detalles = (QStringLiteral("VENTA :") + d.textoTipo.left(4) + QStringLiteral(". a ") + d.nombreCliente +
-                                  QStringLiteral(" Nro.") + nroFactura)
-                                     .left(65);
+        // Sin la cuenta, el movimiento queda sin cuenta y la venta se registra igual.
+        const QString detalles = CortaTexto(QStringLiteral("VENTA :") + CortaTexto(d.textoTipo, 4) + QStringLiteral(". a ") +
+                                                d.nombreCliente + QStringLiteral(" Nro.") + nroFactura,
+                                            65);
         a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso, Egreso, FormaPago, idUsuario) "
                                  "VALUES (?, ?, ?, ?, ?, 0, ?, ?)"),
                   {cuenta, r.idComprobante, d.hoy, detalles, d.total.aVariant(), d.formaPago, d.idUsuario});

@@ -1,7 +1,5 @@
 #include "store/letras.h"
 
-#include <stdexcept>
-
 namespace orv {
 
 namespace {
@@ -34,6 +32,18 @@ QString centenas(int n, bool apocope) {
     return l(kCentenas[c]) + (resto ? decenas(resto, apocope) : QString());
 }
 
+// Un grupo de millones (1..999 999): "Un millon", "Cien millones", "mil quinientos millones".
+QString millones(int m, bool alComienzo) {
+    if (m == 1) return l(alComienzo ? "Un millon " : "un millon ");
+    if (m == 100) return l(alComienzo ? "Cien millones " : "cien millones ");
+    const int milesDeMillon = m / 1000, resto = m % 1000;
+    QString t;
+    if (milesDeMillon == 1) t += l("mil ");
+    else if (milesDeMillon > 1) t += centenas(milesDeMillon, true) + l("mil ");
+    if (resto > 0) t += centenas(resto, true);
+    return t + l("millones ");
+}
+
 } // namespace
 
 QString ImporteEnLetras(Dinero importe) {
@@ -41,14 +51,15 @@ QString ImporteEnLetras(Dinero importe) {
     if (centavos < 0) centavos = -centavos;
     const qint64 pesos = centavos / 100;
     const int cc = int(centavos % 100);
-    if (pesos >= 1000000000) throw std::out_of_range("importe demasiado grande para escribirlo en letras");
-    const int millones = int(pesos / 1000000);
+    // Todo el rango del dinero: hasta unos 922 billones.
+    const int billones = int(pesos / 1000000000000);
+    const int grupoMillones = int(pesos / 1000000 % 1000000);
     const int miles = int(pesos / 1000 % 1000);
     const int unidades = int(pesos % 1000);
     QString t;
-    if (millones == 1) t += l("Un millon ");
-    else if (millones == 100) t += l("Cien millones ");
-    else if (millones > 1) t += centenas(millones, true) + l("millones ");
+    if (billones == 1) t += l("Un billon ");
+    else if (billones > 1) t += centenas(billones, true) + l("billones ");
+    if (grupoMillones > 0) t += millones(grupoMillones, t.isEmpty());
     if (miles == 1) t += l("mil ");
     else if (miles == 100) t += l("cien mil ");
     else if (miles > 1) t += centenas(miles, true) + l("mil ");

@@ -7,8 +7,8 @@
 
 namespace orv {
 
-// Pesos en palabras y centavos como "con cc/100.-". Hasta 999 999 999,99; el signo se ignora.
-// Lanza std::out_of_range desde mil millones.
+// Pesos en palabras y centavos como "con cc/100.-", en todo el rango del dinero (mil millones,
+// billones); el signo se ignora.
 QString ImporteEnLetras(Dinero importe);
 
 } // namespace orv

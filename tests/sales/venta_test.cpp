@@ -6,9 +6,12 @@
 #include "sales/tipos_comprobante.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/rutinas.h"
 
 #include <QSqlQuery>
+#include <functional>
+#include <vector>
 
 namespace orv {
 namespace {
@@ -157,6 +160,91 @@ TEST_P(Venta, TeclasMasYMenosYCorreccionesEnLaGrilla) {
     EXPECT_THROW(CorrigeLinea(almacen(), a.idTmpFac, QStringLiteral("PCRed"), 5), Aviso);
     BorraLinea(almacen(), a.idTmpFac);
     EXPECT_EQ(lineas(1), 0);
+}
+
+// Lo que no se puede leer o no cabe se rechaza con un aviso que lo dice, nunca termina el programa
+// y el borrador queda exactamente como estaba.
+TEST_P(Venta, LoEscritoFueraDeRangoSeRechazaSinTocarElBorrador) {
+    const auto l = agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("2"), QStringLiteral("0"));
+    const auto filas = [this] {
+        std::vector<std::string> r;
+        QSqlQuery q = almacen().consulta(QStringLiteral("SELECT idTmpFac, idArticulo, Cantidad, Unitario, SubTotal, Sn FROM TmpFac "
+                                                        "ORDER BY idTmpFac"));
+        while (q.next())
+            r.push_back(QStringLiteral("%1|%2|%3|%4|%5|%6")
+                            .arg(q.value(0).toString(), q.value(1).toString(), QString::number(q.value(2).toDouble()),
+                                 Dinero::desdeVariant(q.value(3)).aTexto(), Dinero::desdeVariant(q.value(4)).aTexto(),
+                                 q.value(5).toString())
+                            .toStdString());
+        return r;
+    };
+    const auto antes = filas();
+    const QString cantidadFuera = QStringLiteral("Cantidad: Importe fuera de rango!");
+    const QString unitarioFuera = QStringLiteral("Unitario: Importe fuera de rango!");
+    const QString malEscrita =
+        QStringLiteral("Cantidad: el número está mal escrito. Use el punto para los decimales (1234.50).");
+    struct Caso {
+        const char* que;
+        std::function<void()> accion;
+        QString aviso;
+    };
+    const auto nueva = [this](const char* cant, const char* unit) {
+        return [this, cant, unit] {
+            agrega(1, OrigenLinea::CodigoProveedor, QStringLiteral("AB'1%*"), QString::fromLatin1(cant), QString::fromLatin1(unit));
+        };
+    };
+    const auto corrige = [this, &l](const char* campo, const char* valor) {
+        return [this, &l, campo, valor] {
+            CorrigeLinea(almacen(), l.idTmpFac, QString::fromLatin1(campo), QString::fromLatin1(valor));
+        };
+    };
+    const std::vector<Caso> casos = {
+        {"código de barras en la cantidad", nueva("4006381333931", "10"), cantidadFuera},
+        {"cantidad 1e300", nueva("1e300", "10"), cantidadFuera},
+        {"cantidad con coma decimal", nueva("1,5", "10"), malEscrita},
+        {"precio que no cabe en el dinero", nueva("1", "922337203685477"), unitarioFuera},
+        {"precio sobre el tope", nueva("1", "1000000000000"), unitarioFuera},
+        {"línea que no cabe", nueva("999999", "999999999"), kImporteFueraDeRango},
+        {"sumar a la línea hasta pasarse", [this] {
+             agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("999999999"), QStringLiteral("0"));
+         }, cantidadFuera},
+        {"tecla + sobre una cantidad enorme", [this, &l] { CambiaCantidad(almacen(), l.idTmpFac, 1e300); }, cantidadFuera},
+        {"tecla + más allá de la cantidad máxima", [this, &l] { CambiaCantidad(almacen(), l.idTmpFac, 999999998); },
+         cantidadFuera},
+        {"corregir con letras", corrige("Cantidad", "abc"), malEscrita},
+        {"corregir con 1e300", corrige("Cantidad", "1e300"), cantidadFuera},
+        {"corregir el unitario hasta pasarse", corrige("Unitario", "999999999999"), kImporteFueraDeRango},
+        {"corregir el unitario con letras", corrige("Unitario", "abc"),
+         QStringLiteral("Unitario: el número está mal escrito. Use el punto para los decimales (1234.50).")},
+    };
+    for (const Caso& c : casos) {
+        QString visto;
+        try {
+            c.accion();
+        } catch (const Aviso& a) {
+            visto = a.texto();
+        }
+        EXPECT_EQ(visto.toStdString(), c.aviso.toStdString()) << c.que;
+        EXPECT_EQ(filas(), antes) << c.que;
+    }
+}
+
+// Una línea imposible guardada por otro camino no traba el panel: los totales la señalan y se
+// puede borrar.
+TEST_P(Venta, UnaLineaImposibleSeSenalaYSePuedeBorrar) {
+    agrega(1, OrigenLinea::CodigoBarras, QStringLiteral("0101"), QStringLiteral("1"), QStringLiteral("0"));
+    const auto mala = agrega(1, OrigenLinea::CodigoProveedor, QStringLiteral("AB'1%*"), QStringLiteral("1"), QStringLiteral("5"));
+    almacen().ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300, SubTotal = 900000000000000 WHERE idTmpFac = ?"),
+                      {mala.idTmpFac});
+    const Totales t = CalculaTotales(almacen(), 1, 0, 0);
+    EXPECT_EQ(std::make_tuple(t.hayLineas, t.lineas, t.total, t.idLineaConProblema, t.problema),
+              std::make_tuple(true, qint64(2), 0.0, mala.idTmpFac,
+                              QStringLiteral("La línea \"Código raro\" tiene una cantidad o un importe fuera de rango: "
+                                             "bórrela o corríjala.")));
+    EXPECT_THROW(RecalculaLineas(almacen(), 1), Aviso);
+    BorraLinea(almacen(), mala.idTmpFac);
+    const Totales despues = CalculaTotales(almacen(), 1, 0, 0);
+    EXPECT_EQ(std::make_tuple(despues.problema, despues.total), std::make_tuple(QString(), 100.0));
 }
 
 TEST_P(Venta, ArticulosPorCodigoProveedorYLista) {

@@ -3,7 +3,8 @@
 #include "store/letras.h"
 
 #include <gtest/gtest.h>
-#include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace orv {
 namespace {
@@ -35,7 +36,26 @@ TEST(ImporteEnLetras, PalabrasYCentavos) {
     // Los centavos se redondean como en pantalla, y el signo no se escribe.
     EXPECT_EQ(letras("10.005"), QStringLiteral("diez con 01/100.-"));
     EXPECT_EQ(letras("-12"), QStringLiteral("doce con 00/100.-"));
-    EXPECT_THROW(letras("1000000000"), std::out_of_range);
+}
+
+TEST(ImporteEnLetras, MilMillonesYBillonesHastaElTopeDelDinero) {
+    const std::vector<std::pair<const char*, const char*>> casos = {
+        {"1000000000", "mil millones con 00/100.-"},
+        {"1001000000", "mil un millones con 00/100.-"},
+        {"1500000001", "mil quinientos millones uno con 00/100.-"},
+        {"21000000000", "veintiun mil millones con 00/100.-"},
+        {"999999999999", "novecientos noventa y nueve mil novecientos noventa y nueve millones novecientos noventa y "
+                         "nueve mil novecientos noventa y nueve con 00/100.-"},
+        {"1000000000000", "Un billon con 00/100.-"},
+        {"1000001000000", "Un billon un millon con 00/100.-"},
+        {"2000100000000", "dos billones cien millones con 00/100.-"},
+        {"2100000000000", "dos billones cien mil millones con 00/100.-"},
+        {"922337203685477.5807", "novecientos veintidos billones trescientos treinta y siete mil doscientos tres "
+                                 "millones seiscientos ochenta y cinco mil cuatrocientos setenta y siete con 58/100.-"},
+        {"-922337203685477.5807", "novecientos veintidos billones trescientos treinta y siete mil doscientos tres "
+                                  "millones seiscientos ochenta y cinco mil cuatrocientos setenta y siete con 58/100.-"},
+    };
+    for (const auto& [importe, esperado] : casos) EXPECT_EQ(letras(importe).toStdString(), std::string(esperado)) << importe;
 }
 
 } // namespace

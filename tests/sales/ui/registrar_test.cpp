@@ -138,7 +138,7 @@ TEST_F(Registrar, RegistraImprimePorLaSalidaVigenteYEmpiezaOtraVenta) {
 }
 
 TEST_F(Registrar, UnaFallaLoDiceUnaVezYGuardaElBorradorYElNumero) {
-    a().ejecuta(QStringLiteral("DELETE FROM Cuentas WHERE Cuenta = 'Ventas Mostrador'"));
+    a().ejecuta(QStringLiteral("DROP TABLE Caja")); // la última escritura del registro falla en el motor
     escanea(QStringLiteral("0101"));
     cliente(QStringLiteral("7"));
     auto cajas = respondeTodas(2);
