@@ -12,6 +12,7 @@
 #include "shell/listas.h"
 #include "shell/mensajes.h"
 #include "shell/paneles.h"
+#include "store/entrada.h"
 #include "store/formato.h"
 #include "store/rutinas.h"
 
@@ -414,9 +415,11 @@ void PanelVenta::conecta() {
     // Enter en cada campo hace lo del botón que corresponde (el lector de códigos termina con
     // Enter en Text7, y la línea se agrega con el precio del artículo).
     connect(text7_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
+    // Enter en el código del proveedor o en la lista trae antes el precio del artículo: nunca se
+    // agrega una línea a un precio que el cajero no vio.
     connect(text16_, &QLineEdit::returnPressed, this, [this] {
-        codigoProveedor();
-        agregar();
+        tag_ = OrigenLinea::CodigoProveedor;
+        agregaConPrecioALaVista(codigoProveedor());
     });
     connect(txtCant_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
     connect(txUnit_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
@@ -436,7 +439,10 @@ void PanelVenta::conecta() {
                        static_cast<QObject*>(grilla_->tabla())})
         o->installEventFilter(this);
     text9_->lineEdit()->installEventFilter(this);
-    connect(text9_->lineEdit(), &QLineEdit::returnPressed, this, &PanelVenta::agregar);
+    connect(text9_->lineEdit(), &QLineEdit::returnPressed, this, [this] {
+        tag_ = OrigenLinea::Lista;
+        agregaConPrecioALaVista(precioPorLista());
+    });
 
     auto atajo = [this](QKeySequence k, auto f) {
         auto* s = new QShortcut(k, this);
@@ -476,13 +482,15 @@ bool PanelVenta::eventFilter(QObject* o, QEvent* e) {
             else if (o == text16_) codigoProveedor();
             else if (o == text9_->lineEdit()) precioPorLista();
             else if (o == txtPorcDescuento_) {
-                if (EsNumerico(QStringView(txtPorcDescuento_->text()))) {
-                    estado_.DescuentoClienteActual = Val(txtPorcDescuento_->text());
+                if (tomaPorcentaje(txtPorcDescuento_, QStringLiteral("Desc."), porcDescuento_)) {
+                    estado_.DescuentoClienteActual = porcDescuento_;
                     totales();
                 }
             } else if (o == txtPorcImpuesto_) {
-                conf_.graba(clave::miscelaneas, QStringLiteral("CoefIva"), txtPorcImpuesto_->text());
-                totales();
+                if (tomaPorcentaje(txtPorcImpuesto_, QStringLiteral("Imp."), porcImpuesto_)) {
+                    conf_.graba(clave::miscelaneas, QStringLiteral("CoefIva"), txtPorcImpuesto_->text());
+                    totales();
+                }
             } else if (o == cboSelTipoCo_ && !cboSelTipoCo_->view()->isVisible()) {
                 cboSelTipoCo_->hide();
                 lblTipCompro_->show();
@@ -523,11 +531,8 @@ void PanelVenta::eligeTipo() {
     if (cboSelTipoCo_->currentIndex() < 0) return;
     estado_.idTipoComprobanteActual = cboSelTipoCo_->currentData().toInt();
     lblTipCompro_->setText(cboSelTipoCo_->currentText());
-    try {
-        lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual));
-    } catch (const ErrorAlmacen&) {
+    if (!Intenta(this, [this] { lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual)); }))
         lblProx_->clear();
-    }
     cboSelTipoCo_->hide();
     lblTipCompro_->show();
 }
@@ -573,10 +578,7 @@ void PanelVenta::entra() {
 }
 
 void PanelVenta::leeLineas(bool alFinal) {
-    try {
-        grilla_->fijaConsulta(kLineas, {estado_.IdRed});
-    } catch (const ErrorAlmacen&) {
-    }
+    Intenta(this, [this] { grilla_->fijaConsulta(kLineas, {estado_.IdRed}); });
     if (alFinal) {
         int ultima = 0;
         while (grilla_->modelo().asegura(ultima + 1)) ++ultima;
@@ -594,13 +596,10 @@ void PanelVenta::fijaSoloLectura(bool si) {
     }
     grilla_->fijaEditables({QStringLiteral("Cantidad"), QStringLiteral("Unitario"), QStringLiteral("Sn")},
                            [this](const QSqlRecord& r, const QString& campo, const QVariant& valor) {
-                               try {
+                               // Si se rechaza, la grilla se refresca y la celda vuelve a su valor.
+                               Intenta(this, [&] {
                                    CorrigeLinea(almacen_, r.value(QStringLiteral("idTmpFac")).toLongLong(), campo, valor);
-                               } catch (const Aviso& a) {
-                                   MuestraAviso(a, this);
-                               } catch (const ErrorAlmacen& e) {
-                                   MensajeErrorAlmacen(e, this);
-                               }
+                               });
                            });
 }
 
@@ -630,14 +629,18 @@ void PanelVenta::muestraPrecio(const QVariant& precio) {
 }
 
 void PanelVenta::actualizaConImpuesto() {
-    const Dinero v = Dinero::desdeTexto(txUnit_->text()).value_or(Dinero());
-    const QString imp = txtPorcImpuesto_->text();
-    const Dinero con = imp == QStringLiteral("0") ? v : v.por(Val(imp) / 100.0 + 1.0);
-    txtUnitImpuesto_->setText(FormatoMoneda(con, estado_.MascaraMoneda));
+    // Sólo se muestra: un precio que no se lee o no cabe deja el precio con impuesto en blanco.
+    const auto v = LeeImporte(txUnit_->text());
+    const double imp = porcentajeVigente(txtPorcImpuesto_, porcImpuesto_);
+    if (!v || *v > Dinero(kImporteMaximo) || *v < -Dinero(kImporteMaximo)) {
+        txtUnitImpuesto_->clear();
+        return;
+    }
+    txtUnitImpuesto_->setText(FormatoMoneda(imp == 0 ? *v : v->por(imp / 100.0 + 1.0), estado_.MascaraMoneda));
 }
 
 void PanelVenta::precioPorCodigo() {
-    try {
+    Intenta(this, [this] {
         const auto art = text7_->text().isEmpty() ? std::nullopt : ArticuloPorCodigo(almacen_, text7_->text());
         if (!art || art->precioVenta.isNull()) {
             text9_->setEditText(QString());
@@ -647,9 +650,7 @@ void PanelVenta::precioPorCodigo() {
             muestraPrecio(art->precioVenta);
             SelComboId(text9_, art->idArticulo);
         }
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
     if (text7_->text().isEmpty()) text9_->setEditText(QString());
 }
 
@@ -659,37 +660,47 @@ std::optional<qint64> PanelVenta::articuloDeLista() const {
     return text9_->itemData(i).toLongLong();
 }
 
-void PanelVenta::precioPorLista() {
-    if (tag_ != OrigenLinea::Lista) return;
+std::optional<ArticuloVenta> PanelVenta::precioPorLista() {
+    if (tag_ != OrigenLinea::Lista) return std::nullopt;
     const auto id = articuloDeLista();
-    if (!id) return;
-    try {
-        const auto art = ArticuloPorId(almacen_, *id);
-        if (!art) {
-            txUnit_->setText(QStringLiteral("0"));
-            txtUnitImpuesto_->setText(QStringLiteral("0"));
-            text7_->clear();
-            text16_->clear();
-            return;
-        }
-        muestraPrecio(art->precioVenta);
-        text7_->setText(art->codigo);
-        text16_->setText(art->cgoProveedor);
-    } catch (const ErrorAlmacen&) {
-        // Como siempre: sigue sin decir nada.
+    if (!id) return std::nullopt;
+    std::optional<ArticuloVenta> art;
+    Intenta(this, [&] { art = ArticuloPorId(almacen_, *id); });
+    if (!art) {
+        txUnit_->setText(QStringLiteral("0"));
+        txtUnitImpuesto_->setText(QStringLiteral("0"));
+        text7_->clear();
+        text16_->clear();
+        return std::nullopt;
     }
+    muestraPrecio(art->precioVenta);
+    text7_->setText(art->codigo);
+    text16_->setText(art->cgoProveedor);
+    return art;
 }
 
-void PanelVenta::codigoProveedor() {
-    if (text16_->text().trimmed().isEmpty()) return;
-    try {
-        if (const auto art = ArticuloPorCgoProveedor(almacen_, text16_->text())) {
-            text9_->setEditText(art->descripcion);
-            text7_->setText(art->codigo);
-            precioPorLista(); // con el Tag "TEXT" no hace nada
-        }
-    } catch (const ErrorAlmacen&) {
+std::optional<ArticuloVenta> PanelVenta::codigoProveedor() {
+    if (text16_->text().trimmed().isEmpty()) return std::nullopt;
+    std::optional<ArticuloVenta> art;
+    Intenta(this, [&] { art = ArticuloPorCgoProveedor(almacen_, text16_->text()); });
+    if (art) {
+        text9_->setEditText(art->descripcion);
+        text7_->setText(art->codigo);
+        precioPorLista(); // con el Tag "TEXT" no hace nada
     }
+    return art;
+}
+
+void PanelVenta::agregaConPrecioALaVista(const std::optional<ArticuloVenta>& art) {
+    // Sin artículo, "Agregar" dice lo que falta. Con artículo sin precio, el cursor va al precio
+    // para que el cajero lo escriba; con precio, se muestra y se agrega.
+    if (art && art->precioVenta.isNull()) {
+        txUnit_->setFocus();
+        txUnit_->selectAll();
+        return;
+    }
+    if (art) muestraPrecio(art->precioVenta);
+    agregar();
 }
 
 // --- agregar, borrar, anular ---
@@ -701,14 +712,15 @@ void PanelVenta::agregar() {
     p.idDeLista = articuloDeLista();
     p.cantidad = txtCant_->text();
     p.unitario = txUnit_->text();
-    try {
-        AgregaLinea(almacen_, estado_.IdRed, p);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
+    const bool agregada = Intenta(this, [&] {
+        try {
+            AgregaLinea(almacen_, estado_.IdRed, p);
+        } catch (const ErrorAlmacen& e) {
+            throw Aviso(QStringLiteral("Error:") + e.descripcion());
+        }
+    });
+    if (!agregada) {
         text7_->setFocus();
-        return;
-    } catch (const ErrorAlmacen& e) {
-        Mensaje(QStringLiteral("Error:") + e.descripcion(), QStringLiteral("Error"), Icono::Stop, this);
         return;
     }
     QApplication::beep();
@@ -732,11 +744,7 @@ void PanelVenta::borrarItem() {
     const auto id = grilla_->claveActual();
     if (!id) return;
     if (!Pregunta(QStringLiteral("Borra este ítem?"), this)) return;
-    try {
-        BorraLinea(almacen_, id->toLongLong());
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    Intenta(this, [&] { BorraLinea(almacen_, id->toLongLong()); });
     leeLineas(false);
 }
 
@@ -748,22 +756,20 @@ void PanelVenta::anular() {
 void PanelVenta::cambiaCantidadActual(double delta) {
     const auto id = grilla_->claveActual();
     if (!id) return;
-    try {
-        CambiaCantidad(almacen_, id->toLongLong(), delta);
-    } catch (const ErrorAlmacen&) {
-    }
+    Intenta(this, [&] { CambiaCantidad(almacen_, id->toLongLong(), delta); });
     grilla_->refresca();
     totales();
 }
 
 void PanelVenta::recalculaLineas() {
-    try {
-        if (!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos"))) return;
-        RecalculaLineas(almacen_, estado_.IdRed);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
+    bool recalculo = false;
+    if (!Intenta(this, [&] {
+            if (!TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos"))) return;
+            RecalculaLineas(almacen_, estado_.IdRed);
+            recalculo = true;
+        }) ||
+        !recalculo)
         return;
-    }
     grilla_->refresca();
     totales();
 }
@@ -801,12 +807,8 @@ void PanelVenta::registrar() {
     };
     preguntas.avisoTickets = [this](const QString& t) { Mensaje(t, QString(), Icono::Ninguno, this); };
     std::optional<Ruta> ruta;
-    try {
-        ruta = DecideRuta(almacen_, plantilla, tipo ? tipo->letra : QString(), idCliente_, preguntas);
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
+    if (!Intenta(this, [&] { ruta = DecideRuta(almacen_, plantilla, tipo ? tipo->letra : QString(), idCliente_, preguntas); }))
         return;
-    }
     if (!ruta) return;
 
     // 7 a 17, todo o nada.
@@ -825,29 +827,31 @@ void PanelVenta::registrar() {
     d.textoTipo = lblTipCompro_->text();
     d.suPago = ImporteMostrado(txSuPago_->text());
     d.subTotal = ImporteMostrado(lblSubTotal_->text());
-    d.porcDescuento = Val(txtPorcDescuento_->text());
+    d.porcDescuento = porcentajeVigente(txtPorcDescuento_, porcDescuento_);
     d.montDescuento = ImporteMostrado(lblImporteDescuento_->text());
     d.neto = ImporteMostrado(txtNeto_->text());
-    d.porcImpuesto = ImporteMostrado(txtPorcImpuesto_->text());
+    d.porcImpuesto = Dinero::desdeDouble(porcentajeVigente(txtPorcImpuesto_, porcImpuesto_));
     d.importeIva = ImporteMostrado(lblImpuestoImporte_->text());
     d.total = ImporteMostrado(txtMontoTotal_->text());
     d.formaCalculoVip = conf_.lee(clave::miscelaneas, QStringLiteral("FormaCalculoVIP"));
     d.hoy = hoy;
-    const auto noSeRegistro = [this](const QString& motivo) {
-        MensajeError(QStringLiteral("No se registró el comprobante: ") + motivo +
-                         QStringLiteral("\nEl borrador queda como estaba."),
-                     this);
+    const auto noSeRegistro = [](const QString& motivo) {
+        return Aviso(QStringLiteral("No se registró el comprobante: ") + motivo +
+                     QStringLiteral("\nEl borrador queda como estaba."));
     };
     Registrado r;
-    try {
-        r = RegistraComprobante(almacen_, d, *ruta);
-    } catch (const Aviso& a) {
-        noSeRegistro(a.texto());
-        return;
-    } catch (const ErrorAlmacen& e) {
-        noSeRegistro(e.descripcion());
-        return;
-    }
+    const bool registrado = Intenta(this, [&] {
+        try {
+            r = RegistraComprobante(almacen_, d, *ruta);
+        } catch (const Aviso& a) {
+            throw noSeRegistro(a.texto());
+        } catch (const ErrorAlmacen& e) {
+            throw noSeRegistro(e.descripcion());
+        } catch (const ImporteFueraDeRango&) {
+            throw noSeRegistro(kImporteFueraDeRango);
+        }
+    });
+    if (!registrado) return;
     estado_.MontDescuentoActual = d.montDescuento;
     // 18. Impresión, con el comprobante ya guardado: una falla no pierde nada.
     if (*ruta == Ruta::Plantilla && salida_) salida_->imprimeComprobante(plantilla, r.idComprobante);
@@ -867,11 +871,7 @@ void PanelVenta::reseteaFactura() {
     // 1 y 2
     txSuPago_->clear();
     txSuVuelto_->setText(QStringLiteral("0"));
-    try {
-        VaciaBorrador(almacen_, estado_.IdRed);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    Intenta(this, [this] { VaciaBorrador(almacen_, estado_.IdRed); });
     // 3
     label6_->setText(QStringLiteral("????"));
     clienteEsVip_ = false;
@@ -893,11 +893,10 @@ void PanelVenta::reseteaFactura() {
     // 5
     const QString ultimo = conf_.lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado"));
     if (!EsNumerico(QStringView(ultimo))) {
-        try {
+        Intenta(this, [this] {
             if (const auto tipo = TipoComprobantePredeterminado(almacen_, conf_))
                 estado_.idTipoComprobanteActual = qint32(*tipo);
-        } catch (const ErrorAlmacen&) {
-        }
+        });
     }
     // 6
     lblCli_->setText(QStringLiteral("<Sin seleccion de cliente>"));
@@ -905,10 +904,7 @@ void PanelVenta::reseteaFactura() {
     lblCuit_->setText(QStringLiteral("CUIT : 0"));
     SelComboId(cboSelTipoCo_, estado_.idTipoComprobanteActual);
     lblTipCompro_->setText(cboSelTipoCo_->currentText());
-    try {
-        lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual));
-    } catch (const ErrorAlmacen&) {
-    }
+    Intenta(this, [this] { lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual)); });
     grilla_->refresca();
     command18_->setEnabled(false);
     lblItems_->setText(QStringLiteral("0 ítems."));
@@ -921,11 +917,11 @@ void PanelVenta::reseteaFactura() {
 void PanelVenta::totales() {
     const QString& m = estado_.MascaraMoneda;
     Totales t;
-    try {
-        t = CalculaTotales(almacen_, estado_.IdRed, Val(txtPorcDescuento_->text()), Val(txtPorcImpuesto_->text()));
-    } catch (const ErrorAlmacen&) {
+    if (!Intenta(this, [&] {
+            t = CalculaTotales(almacen_, estado_.IdRed, porcentajeVigente(txtPorcDescuento_, porcDescuento_),
+                               porcentajeVigente(txtPorcImpuesto_, porcImpuesto_));
+        }))
         return;
-    }
     txtMontoTotal_->setText(Formato(QVariant(0.0), m));
     if (t.hayLineas) {
         lblSubTotal_->setText(Formato(QVariant(t.subTotal), m));
@@ -935,15 +931,56 @@ void PanelVenta::totales() {
         txtMontoTotal_->setText(Formato(QVariant(t.total), m));
         lblItems_->setText(TextoItems(t));
     }
+    // Una línea imposible no traba el panel: se dice cuál es, se elige y se puede borrar.
+    lblItems_->setStyleSheet(t.problema.isEmpty() ? QString() : QStringLiteral("color: #b00020; font-weight: bold;"));
+    if (!t.problema.isEmpty()) {
+        for (QLabel* l : {lblSubTotal_, lblImporteDescuento_, txtNeto_, lblImpuestoImporte_}) l->setText(Formato(QVariant(0.0), m));
+        lblItems_->setText(t.problema);
+        for (int f = 0; grilla_->modelo().asegura(f); ++f)
+            if (grilla_->modelo().registro(f).value(QStringLiteral("idTmpFac")).toLongLong() == t.idLineaConProblema) {
+                grilla_->irAFila(f);
+                break;
+            }
+    }
     command18_->setEnabled(grilla_->filaActual().has_value());
     actualizaVuelto();
 }
 
 void PanelVenta::actualizaVuelto() {
-    if (txSuPago_->text().isEmpty()) return;
-    const Dinero pago = Dinero::desdeTexto(txSuPago_->text()).value_or(Dinero());
-    const Dinero total = Dinero::desdeTexto(txtMontoTotal_->text()).value_or(Dinero());
-    txSuVuelto_->setText(textoLlano(pago - total));
+    // El vuelto sigue a lo que se escribe en "Su Pago ?", también cuando se borra; un pago que no
+    // se lee o no cabe no muestra vuelto.
+    const auto pago = LeeImporte(txSuPago_->text());
+    const auto total = LeeImporte(txtMontoTotal_->text());
+    const Dinero tope(kImporteMaximo);
+    if (txSuPago_->text().trimmed().isEmpty() || !pago || !total || *pago > tope || *pago < -tope) {
+        txSuVuelto_->clear();
+        return;
+    }
+    txSuVuelto_->setText(textoLlano(*pago - *total));
+}
+
+double PanelVenta::porcentajeVigente(const QLineEdit* campo, double& vigente) const {
+    // Vacío es 0; lo que no se lee deja el último porcentaje bueno, y así los totales no cambian.
+    const QString t = campo->text().trimmed();
+    if (t.isEmpty()) return vigente = 0;
+    const auto v = LeeNumero(t);
+    if (v && std::fabs(*v) <= kPorcentajeMaximo) vigente = *v;
+    return vigente;
+}
+
+bool PanelVenta::tomaPorcentaje(QLineEdit* campo, const QString& nombre, double& vigente) {
+    const QString t = campo->text().trimmed();
+    const auto v = t.isEmpty() ? std::optional<double>(0.0) : LeeNumero(t);
+    if (v && std::fabs(*v) <= kPorcentajeMaximo) {
+        vigente = *v;
+        return true;
+    }
+    // El campo vuelve al porcentaje vigente y se dice por qué, después de que el foco termine de moverse.
+    campo->setText(QString::number(vigente, 'g', 12));
+    QTimer::singleShot(0, this, [this, nombre, t] {
+        Intenta(this, [&] { ExigePorcentaje(t, nombre); });
+    });
+    return false;
 }
 
 // --- cliente ---
@@ -964,24 +1001,22 @@ void PanelVenta::llenaCliente(const ClienteVenta& c, const QString& etiqueta) {
 }
 
 void PanelVenta::eligeCliente() {
-    try {
-        if (const auto c = ClientePorNumero(almacen_, text8_->text())) {
-            llenaCliente(*c, c->vip ? QStringLiteral("Cliente VIP:") : QStringLiteral("Cliente:"));
-            text7_->setFocus();
-            return;
-        }
-    } catch (const ErrorAlmacen&) {
+    std::optional<ClienteVenta> porNumero;
+    Intenta(this, [&] { porNumero = ClientePorNumero(almacen_, text8_->text()); });
+    if (porNumero) {
+        llenaCliente(*porNumero, porNumero->vip ? QStringLiteral("Cliente VIP:") : QStringLiteral("Cliente:"));
+        text7_->setFocus();
+        return;
     }
     PanSelCliente busca(almacen_, this);
     if (busca.exec() == QDialog::Accepted && busca.idVendedor()) {
-        try {
-            if (const auto c = ClientePorId(almacen_, *busca.idVendedor())) {
-                text8_->setText(QString::number(c->idVendedor));
-                llenaCliente(*c, QStringLiteral("Cliente:"));
-                clienteEsVip_ = false;
-                text7_->setFocus();
-            }
-        } catch (const ErrorAlmacen&) {
+        std::optional<ClienteVenta> c;
+        Intenta(this, [&] { c = ClientePorId(almacen_, *busca.idVendedor()); });
+        if (c) {
+            text8_->setText(QString::number(c->idVendedor));
+            llenaCliente(*c, QStringLiteral("Cliente:"));
+            clienteEsVip_ = false;
+            text7_->setFocus();
         }
     }
     if (!idCliente_) {
@@ -1025,10 +1060,7 @@ void PanelVenta::masDatos() {
     estado_.FormaPagoActual = r.formaPago;
     if (r.posicionFormaPago >= 0 && r.posicionFormaPago < cboFPago_->count()) cboFPago_->setCurrentIndex(r.posicionFormaPago);
     lblTipCompro_->setText(cboSelTipoCo_->currentText());
-    try {
-        lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual));
-    } catch (const ErrorAlmacen&) {
-    }
+    Intenta(this, [this] { lblProx_->setText(ProximoNumeroMostrado(almacen_, estado_.idTipoComprobanteActual)); });
     totales();
 }
 

@@ -91,8 +91,17 @@ private:
     void armaPantalla();
     void conecta();
     void precioPorCodigo();       // Text7 pierde el foco
-    void precioPorLista();        // Text9 pierde el foco
-    void codigoProveedor();       // Text16 pierde el foco
+    // Text9 pierde el foco: el artículo elegido en la lista, con su precio ya a la vista.
+    std::optional<ArticuloVenta> precioPorLista();
+    // Text16 pierde el foco: el artículo del código del proveedor; nada si no hay.
+    std::optional<ArticuloVenta> codigoProveedor();
+    // Enter en el código del proveedor o en la lista: muestra el precio y agrega, o, si el artículo
+    // no tiene precio, lleva el cursor al precio.
+    void agregaConPrecioALaVista(const std::optional<ArticuloVenta>& art);
+    // El porcentaje del campo si se lee (vacío es 0), si no el último bueno.
+    double porcentajeVigente(const QLineEdit* campo, double& vigente) const;
+    // Al dejar el campo: toma el porcentaje, o lo rechaza con un aviso y el campo vuelve al vigente.
+    bool tomaPorcentaje(QLineEdit* campo, const QString& nombre, double& vigente);
     void muestraPrecio(const QVariant& precio);
     void actualizaConImpuesto();  // cambio de txUnit
     void actualizaVuelto();
@@ -148,6 +157,9 @@ private:
     std::optional<qint64> idCliente_;
     bool clienteEsVip_ = false;
     bool soloLectura_ = false;
+    // Los porcentajes que usan los totales: un texto que no se lee no los cambia.
+    mutable double porcDescuento_ = 0;
+    mutable double porcImpuesto_ = 0;
 };
 
 } // namespace orv

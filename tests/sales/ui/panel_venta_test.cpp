@@ -18,6 +18,8 @@
 #include <QSqlQuery>
 #include <QTableView>
 #include <QTest>
+#include <functional>
+#include <vector>
 
 namespace orv {
 namespace {
@@ -306,6 +308,119 @@ TEST_F(PanelVentaTest, CorregirLaGrillaRecalculaConPermiso) {
     panel_->fijaSoloLectura(true);
     EXPECT_FALSE(panel_->grilla()->modelo().flags(panel_->grilla()->modelo().index(0, col)) & Qt::ItemIsEditable);
     EXPECT_EQ(t->editTriggers(), QAbstractItemView::NoEditTriggers);
+}
+
+// Lo que un cajero puede teclear mal en el panel: cada cosa se rechaza con un mensaje que la nombra,
+// el programa sigue y el borrador guardado no cambia.
+TEST_F(PanelVentaTest, LoTecleadoFueraDeRangoSeRechazaYElBorradorNoCambia) {
+    panel_->fijaSoloLectura(false);
+    escanea(QStringLiteral("0101"));
+    const auto antes = lineas();
+    const auto escribe = [this](const char* campo, const QString& texto) {
+        QLineEdit* c = w<QLineEdit>(campo);
+        c->setFocus();
+        c->selectAll();
+        QTest::keyClicks(c, texto);
+    };
+    const auto cantidadYCodigo = [&](const QString& cantidad) {
+        return [&, cantidad] {
+            escribe("txtCant", cantidad);
+            escanea(QStringLiteral("0303"));
+        };
+    };
+    struct Caso {
+        const char* que;
+        std::function<void()> teclea;
+        QString mensaje;
+    };
+    const QString malEscrito = QStringLiteral(": el número está mal escrito. Use el punto para los decimales (1234.50).");
+    const std::vector<Caso> casos = {
+        {"código de barras en la cantidad", cantidadYCodigo(QStringLiteral("4006381333931")),
+         QStringLiteral("Cantidad: Importe fuera de rango!")},
+        {"cantidad 1e300", cantidadYCodigo(QStringLiteral("1e300")), QStringLiteral("Cantidad: Importe fuera de rango!")},
+        {"unitario que no cabe en el dinero",
+         [&] {
+             // El campo del precio no deja escribirlo; la grilla sí.
+             auto& m = panel_->grilla()->modelo();
+             m.setData(m.index(0, m.columna(QStringLiteral("Unitario"))), QStringLiteral("922337203685477"));
+         },
+         QStringLiteral("Unitario: Importe fuera de rango!")},
+        {"corrección de la grilla con letras",
+         [&] {
+             auto& m = panel_->grilla()->modelo();
+             m.setData(m.index(0, m.columna(QStringLiteral("Cantidad"))), QStringLiteral("abc"));
+         },
+         QStringLiteral("Cantidad") + malEscrito},
+        {"corrección de la grilla con 1e300",
+         [&] {
+             auto& m = panel_->grilla()->modelo();
+             m.setData(m.index(0, m.columna(QStringLiteral("Cantidad"))), QStringLiteral("1e300"));
+         },
+         QStringLiteral("Cantidad: Importe fuera de rango!")},
+        {"descuento con coma decimal",
+         [&] {
+             escribe("txtPorcDescuento", QStringLiteral("1,5"));
+             w<QLineEdit>("Text7")->setFocus();
+         },
+         QStringLiteral("Desc.") + malEscrito},
+    };
+    for (const Caso& c : casos) {
+        QApplication::setActiveWindow(panel_.get()); // las cajas de mensaje se llevan la activación
+        auto caja = respondeCaja(QStringLiteral("Aceptar"));
+        c.teclea();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return caja->vista; }, 3000)) << c.que;
+        EXPECT_EQ(caja->texto.toStdString(), c.mensaje.toStdString()) << c.que;
+        EXPECT_EQ(lineas(), antes) << c.que;
+        // La grilla muestra lo guardado y los totales siguen iguales.
+        auto& m = panel_->grilla()->modelo();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return m.data(m.index(0, m.columna(QStringLiteral("Cantidad")))).toDouble() == 1.0; },
+                                    3000))
+            << c.que;
+        EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("100.00")) << c.que;
+        w<QLineEdit>("txtCant")->setText(QStringLiteral("1"));
+        w<QLineEdit>("txUnit")->setText(QStringLiteral("0"));
+        w<QLineEdit>("Text16")->clear();
+        w<QLineEdit>("Text7")->clear();
+    }
+    EXPECT_EQ(texto("txtPorcDescuento"), QStringLiteral("0"));
+}
+
+// Enter en el código del proveedor (donde se escanea el código del bulto) trae el precio antes de
+// agregar; un artículo sin precio deja el cursor en el precio.
+TEST_F(PanelVentaTest, EnterEnElCodigoDelProveedorAgregaConElPrecioALaVista) {
+    prueba::Teclea(*panel_, "Text16", QStringLiteral("PRV-1"));
+    ASSERT_EQ(lineas().size(), 1u);
+    EXPECT_EQ(lineas()[0], std::make_tuple(QStringLiteral("0101"), 1.0, 100.0, 100.0));
+    a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, CgoProveedor) "
+                               "VALUES ('0404', 'Sin precio', NULL, 'PRV-4')"));
+    prueba::Teclea(*panel_, "Text16", QStringLiteral("PRV-4"));
+    EXPECT_EQ(lineas().size(), 1u);
+    EXPECT_TRUE(w<QLineEdit>("txUnit")->hasFocus());
+}
+
+// Una línea imposible guardada por otro camino no traba el panel: abre, la señala y se borra.
+TEST_F(PanelVentaTest, UnaLineaImposibleNoTrabaElPanel) {
+    escanea(QStringLiteral("0101"));
+    a().ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300, SubTotal = 900000000000000"));
+    panel_ = nuevoPanel(estado_);
+    panel_->entra();
+    EXPECT_EQ(texto("lblItems"), QStringLiteral("La línea \"Yerba 1 kg\" tiene una cantidad o un importe fuera de rango: "
+                                                "bórrela o corríjala."));
+    EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("0.00"));
+    EXPECT_TRUE(panel_->grilla()->claveActual().has_value()); // la línea señalada es la actual
+    QApplication::setActiveWindow(panel_.get());
+    panel_->grilla()->tabla()->setFocus();
+    auto si = respondeCaja(QStringLiteral("Sí"));
+    QTest::keyClick(panel_->grilla()->tabla(), Qt::Key_Delete);
+    EXPECT_TRUE(si->vista);
+    EXPECT_TRUE(lineas().empty());
+    // "Su Vuelto:" sigue a "Su Pago ?" también cuando se borra.
+    escanea(QStringLiteral("0303"));
+    QLineEdit* pago = w<QLineEdit>("txSuPago");
+    pago->setText(QStringLiteral("300"));
+    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("50"));
+    pago->clear();
+    EXPECT_EQ(texto("txSuVuelto"), QString());
 }
 
 } // namespace
