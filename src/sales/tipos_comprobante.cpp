@@ -1,11 +1,17 @@
 #include "sales/tipos_comprobante.h"
 
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/formato.h"
 
 #include <QSqlQuery>
+#include <limits>
 
 namespace orv {
+
+namespace {
+constexpr qint64 kCorrelativoMaximo = 2147483647; // lo que guarda la columna
+} // namespace
 
 QString NumeroMostrado(const QString& letra, const QString& puntoDeVenta, qint64 numero) {
     return letra + u' ' + puntoDeVenta + u'-' + QStringLiteral("%1").arg(numero, 8, 10, QLatin1Char('0'));
@@ -21,7 +27,8 @@ QString ProximoNumeroMostrado(const Almacen& a, qint64 idTipoComprobante) {
 
 std::optional<qint64> TipoComprobantePredeterminado(const Almacen& a, const Configuracion& conf) {
     const QString guardado = conf.lee(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"));
-    if (EsNumerico(QStringView(guardado))) return qint64(Val(guardado));
+    // Un número guardado que no es un entero razonable se toma como si no hubiera ninguno.
+    if (const auto id = LeeEntero(guardado, 1, std::numeric_limits<qint32>::max())) return *id;
     const QVariant primero =
         a.valor(QStringLiteral("SELECT idTipoComprobante FROM TiposDeComprobantes ORDER BY idTipoComprobante"));
     if (primero.isNull()) return std::nullopt;
@@ -30,7 +37,7 @@ std::optional<qint64> TipoComprobantePredeterminado(const Almacen& a, const Conf
 }
 
 QString NumeroGuardado(const QString& letra, const QString& puntoDeVenta, qint64 numero) {
-    return (letra + puntoDeVenta + u'-' + QStringLiteral("%1").arg(numero, 8, 10, QLatin1Char('0'))).left(15);
+    return CortaTexto(letra + puntoDeVenta + u'-' + QStringLiteral("%1").arg(numero, 8, 10, QLatin1Char('0')), 15);
 }
 
 std::optional<TipoComprobante> LeeTipo(const Almacen& a, qint64 idTipoComprobante) {
@@ -44,6 +51,7 @@ std::optional<TipoComprobante> LeeTipo(const Almacen& a, qint64 idTipoComprobant
     t.letra = q.value(1).toString();
     t.puntoDeVenta = q.value(2).toString();
     t.correlativo = QString::number(q.value(3).toLongLong());
+    t.correlativoLeido = q.value(3).toLongLong();
     t.descuentaStock = q.value(4).toInt() != 0;
     t.registraCaja = q.value(5).toInt() != 0;
     t.operacionInversa = q.value(6).toInt() != 0;
@@ -57,16 +65,19 @@ void ValidaTipo(const TipoComprobante& t) {
     if (t.tipo.trimmed().isEmpty() || t.letra.trimmed().isEmpty() || t.puntoDeVenta.trimmed().isEmpty() ||
         t.plantilla == kSinPlantilla || !EsNumerico(QStringView(t.correlativo)))
         throw Aviso(QStringLiteral("Error, ingrese la información correctamente!"));
+    ExigeTexto(t.tipo, 40, QStringLiteral("Tipo"));
+    ExigeEntero(t.correlativo, QStringLiteral("Correlativo"), 0, kCorrelativoMaximo);
 }
 
 qint64 GuardaTipo(Almacen& a, std::optional<qint64> idTipoComprobante, const TipoComprobante& t) {
     ValidaTipo(t);
     const QString mod = t.modDocumento.trimmed();
     const int modDocumento = EsNumerico(QStringView(mod)) ? int(Val(mod.left(3))) : 0;
-    const QVariantList valores{t.tipo.left(40),
-                               t.letra.trimmed().left(1),
-                               t.puntoDeVenta.trimmed().left(4),
-                               qint64(Val(t.correlativo)),
+    const qint64 correlativo = ExigeEntero(t.correlativo, QStringLiteral("Correlativo"), 0, kCorrelativoMaximo);
+    QVariantList valores{t.tipo,
+                               CortaTexto(t.letra.trimmed(), 1),
+                               CortaTexto(t.puntoDeVenta.trimmed(), 4),
+                               correlativo,
                                t.descuentaStock ? 1 : 0,
                                t.registraCaja ? 1 : 0,
                                t.plantilla,
@@ -78,14 +89,28 @@ qint64 GuardaTipo(Almacen& a, std::optional<qint64> idTipoComprobante, const Tip
                                         "DescuentaStock, RegistraCaja, NombrePlantilla, OperacionInversa, EsComercial, "
                                         "ModDocumento) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
                          valores, QStringLiteral("idTipoComprobante"));
+    // El número se toca sólo si el usuario lo cambió, y con la condición de que siga como se leyó.
+    const bool cambiaNumero = !t.correlativoLeido || *t.correlativoLeido != correlativo;
+    const qint64 leido = t.correlativoLeido.value_or(0);
+    valores[3] = cambiaNumero ? 1 : 0;
     QVariantList p = valores;
-    p << *idTipoComprobante;
-    if (a.ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET Tipo = ?, Letra = ?, PuntoDeVenta = ?, Correlativo = ?, "
+    p.insert(4, correlativo);
+    p << *idTipoComprobante << (cambiaNumero && t.correlativoLeido ? 1 : 0) << leido;
+    if (a.ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET Tipo = ?, Letra = ?, PuntoDeVenta = ?, "
+                                 "Correlativo = CASE WHEN ? = 1 THEN ? ELSE Correlativo END, "
                                  "DescuentaStock = ?, RegistraCaja = ?, NombrePlantilla = ?, OperacionInversa = ?, "
-                                 "EsComercial = ?, ModDocumento = ? WHERE idTipoComprobante = ?"),
-                  p) == 0)
-        throw Aviso(QStringLiteral("No encontrado!!"));
-    return *idTipoComprobante;
+                                 "EsComercial = ?, ModDocumento = ? WHERE idTipoComprobante = ? "
+                                 "AND (? = 0 OR COALESCE(Correlativo, 0) = ?)"),
+                  p) > 0)
+        return *idTipoComprobante;
+    const QVariant ahora =
+        a.valor(QStringLiteral("SELECT COALESCE(Correlativo, 0) FROM TiposDeComprobantes WHERE idTipoComprobante = ?"),
+                {*idTipoComprobante});
+    if (!ahora.isValid() || ahora.isNull()) throw Aviso(QStringLiteral("No encontrado!!"));
+    throw Aviso(QStringLiteral("Otro puesto registró un comprobante de este tipo mientras lo editaba: el último número "
+                               "es ahora %1. No se guardó nada; revise el número y vuelva a guardar.")
+                    .arg(ahora.toLongLong()),
+                QStringLiteral("Atención"), Icono::Exclamacion);
 }
 
 void BorraTipo(Almacen& a, qint64 idTipoComprobante) {

@@ -34,6 +34,9 @@ struct TipoComprobante {
     QString letra;
     QString puntoDeVenta;
     QString correlativo = QStringLiteral("0");
+    // El correlativo como estaba al leer el tipo: sólo se escribe el número si el usuario lo cambió,
+    // y sólo si nadie lo movió mientras tanto.
+    std::optional<qint64> correlativoLeido;
     bool descuentaStock = false;
     bool registraCaja = false;
     bool operacionInversa = false;
@@ -44,10 +47,14 @@ struct TipoComprobante {
 
 std::optional<TipoComprobante> LeeTipo(const Almacen& a, qint64 idTipoComprobante);
 // Tipo, letra y punto de venta no vacíos, una plantilla elegida y un correlativo numérico;
-// si no, Aviso "Error, ingrese la información correctamente!".
+// si no, Aviso "Error, ingrese la información correctamente!". Además el nombre cabe en su columna
+// y el correlativo es un entero de 0 en adelante que cabe en la suya; si no, un aviso que lo dice.
 void ValidaTipo(const TipoComprobante& t);
 // Agrega (sin id) o modifica el tipo: letra de un carácter, punto de venta de cuatro,
-// ModDocumento de las tres primeras cifras (0 si no es número). Devuelve el id.
+// ModDocumento de las tres primeras cifras (0 si no es número). Al modificar, el correlativo se
+// escribe sólo si cambió respecto de `correlativoLeido`, y sólo si en el almacén sigue siendo ése:
+// si otro puesto registró un comprobante mientras tanto, un aviso con el número de ahora y nada
+// cambia. Devuelve el id.
 qint64 GuardaTipo(Almacen& a, std::optional<qint64> idTipoComprobante, const TipoComprobante& t);
 void BorraTipo(Almacen& a, qint64 idTipoComprobante);
 

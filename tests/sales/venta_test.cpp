@@ -335,6 +335,64 @@ TEST_P(Venta, TiposDeComprobanteNumeracionYValidaciones) {
     EXPECT_THROW(GuardaTipo(a, id, t), Aviso);
 }
 
+// Editar un tipo no devuelve su número a lo que era al abrir el diálogo: el número se escribe sólo
+// si el usuario lo cambió, y sólo si ningún otro puesto lo movió mientras tanto.
+TEST_P(Venta, ElCorrelativoSeEscribeSoloSiCambioYNadieLoMovio) {
+    Almacen& a = almacen();
+    struct Caso {
+        const char* que;
+        const char* escrito;   // lo que deja el usuario en el diálogo (leyó 100)
+        qint64 otroPuesto;     // el número en el almacén al guardar
+        QString aviso;         // vacío: se guarda
+        QVariantList esperado; // Tipo y Correlativo en el almacén después
+    };
+    const std::vector<Caso> casos = {
+        {"sin tocar el número, otro puesto vendió", "100", 105, {}, {QStringLiteral("FACTURA X NUEVA"), 105}},
+        {"número cambiado, nadie lo movió", "200", 100, {}, {QStringLiteral("FACTURA X NUEVA"), 200}},
+        {"número cambiado, otro puesto vendió", "200", 105,
+         QStringLiteral("Otro puesto registró un comprobante de este tipo mientras lo editaba: el último número es ahora "
+                        "105. No se guardó nada; revise el número y vuelva a guardar."),
+         {QStringLiteral("FACTURA X"), 105}},
+        {"correlativo 1e300", "1e300", 100, QStringLiteral("Correlativo: Importe fuera de rango!"),
+         {QStringLiteral("FACTURA X"), 100}},
+        {"veinte cifras", "99999999999999999999", 100, QStringLiteral("Correlativo: Importe fuera de rango!"),
+         {QStringLiteral("FACTURA X"), 100}},
+        {"negativo", "-1", 100, QStringLiteral("Correlativo: Importe fuera de rango!"), {QStringLiteral("FACTURA X"), 100}},
+    };
+    for (const Caso& c : casos) {
+        TipoComprobante t;
+        t.tipo = QStringLiteral("FACTURA X");
+        t.letra = QStringLiteral("B");
+        t.puntoDeVenta = QStringLiteral("0001");
+        t.correlativo = QStringLiteral("100");
+        t.plantilla = QStringLiteral("factura.rpt");
+        const qint64 id = GuardaTipo(a, std::nullopt, t);
+        TipoComprobante editado = LeeTipo(a, id).value();
+        a.ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET Correlativo = ? WHERE idTipoComprobante = ?"),
+                  {c.otroPuesto, id});
+        editado.tipo = QStringLiteral("FACTURA X NUEVA");
+        editado.correlativo = QString::fromLatin1(c.escrito);
+        QString visto;
+        try {
+            GuardaTipo(a, id, editado);
+        } catch (const Aviso& e) {
+            visto = e.texto();
+        }
+        EXPECT_EQ(visto.toStdString(), c.aviso.toStdString()) << c.que;
+        QSqlQuery q = a.consulta(QStringLiteral("SELECT Tipo, Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = ?"),
+                                 {id});
+        ASSERT_TRUE(q.next());
+        EXPECT_EQ(QVariantList({q.value(0).toString(), q.value(1).toLongLong()}), c.esperado) << c.que;
+    }
+    // Un nombre más largo que su columna se rechaza en vez de cortarse callado.
+    TipoComprobante largo;
+    largo.tipo = QString(41, u'X');
+    largo.letra = QStringLiteral("B");
+    largo.puntoDeVenta = QStringLiteral("0001");
+    largo.plantilla = QStringLiteral("factura.rpt");
+    EXPECT_THROW(GuardaTipo(a, std::nullopt, largo), Aviso);
+}
+
 TEST(TiposDeComprobante, PlantillasDeImpresorasIdaYVuelta) {
     const QString hasar = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar, QStringLiteral("615 - PL8F")), QStringLiteral("3"));
     EXPECT_EQ(hasar, QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : 3"));

@@ -81,15 +81,15 @@ PanBorraFactura::PanBorraFactura(Almacen& almacen, const QDate& hoy, QWidget* pa
 
 bool PanBorraFactura::vaAlDia(const QDate& dia) {
     // Las filas van por fecha: la primera del día está después de todas las anteriores.
-    try {
+    bool encontrado = false;
+    Intenta(this, [&] {
         if (almacen_.valor(QStringLiteral("SELECT count(*) FROM ConsultaFacturas WHERE FECDETALLE = ?"), {dia}).toInt() == 0)
-            return false;
+            return;
         const int antes =
             almacen_.valor(QStringLiteral("SELECT count(*) FROM ConsultaFacturas WHERE FECDETALLE < ?"), {dia}).toInt();
-        return grilla_->irAFila(antes);
-    } catch (const ErrorAlmacen&) {
-        return false;
-    }
+        encontrado = grilla_->irAFila(antes);
+    });
+    return encontrado;
 }
 
 void PanBorraFactura::eliminar() {
@@ -152,7 +152,7 @@ void PanReImpresion::imprimir() {
     const std::optional<QSqlRecord> fila = grilla_->filaActual();
     if (!fila) return;
     const qint64 id = fila->value(QStringLiteral("idComprobante")).toLongLong();
-    try {
+    Intenta(this, [&] {
         if (optFiscal_->isChecked()) {
             // Queda pendiente para la impresora fiscal, sea el tipo que sea.
             almacen_.ejecuta(QStringLiteral("UPDATE Comprobantes SET ImpresoFiscal = 'N' WHERE idComprobante = ?"), {id});
@@ -162,9 +162,7 @@ void PanReImpresion::imprimir() {
         const QString plantilla = PlantillaDeReimpresion(almacen_, id, salida_.carpetaDatos());
         if (plantilla.isEmpty()) return;
         salida_.imprimeComprobante(plantilla, id);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
 }
 
 PanDetComprobante::PanDetComprobante(Almacen& almacen, qint64 idComprobante, QWidget* padre) : QDialog(padre) {

@@ -53,12 +53,10 @@ PanCorrNum::PanCorrNum(Almacen& almacen, const Configuracion& conf, QWidget* pad
     grilla_->fijaTitulo(QStringLiteral("idTipoComprobante"), QStringLiteral("Nro."));
     grilla_->fijaTitulo(QStringLiteral("PuntoDeVenta"), QStringLiteral("Pto. Vta."));
     grilla_->fijaTitulo(QStringLiteral("Correlativo"), QStringLiteral("Último Nro."));
-    try {
+    Intenta(this, [this] {
         grilla_->fijaConsulta(QStringLiteral("SELECT idTipoComprobante, Tipo, Letra, PuntoDeVenta, Correlativo "
                                              "FROM TiposDeComprobantes ORDER BY idTipoComprobante"));
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    });
     grilla_->fijaAnchoColumna(QStringLiteral("idTipoComprobante"), 50);
     grilla_->fijaAnchoColumna(QStringLiteral("Tipo"), 200);
     grilla_->fijaAnchoColumna(QStringLiteral("Letra"), 50);
@@ -127,10 +125,7 @@ PanCorrNum::PanCorrNum(Almacen& almacen, const Configuracion& conf, QWidget* pad
 void PanCorrNum::muestraFila() {
     std::optional<TipoComprobante> t;
     if (const auto id = grilla_->claveActual()) {
-        try {
-            t = LeeTipo(almacen_, id->toLongLong());
-        } catch (const ErrorAlmacen&) {
-        }
+        Intenta(this, [&] { t = LeeTipo(almacen_, id->toLongLong()); });
     }
     txTipo_->setText(t ? t->tipo : QString());
     cbLetra_->setText(t ? t->letra : QString());
@@ -148,13 +143,7 @@ void PanCorrNum::muestraFila() {
 void PanCorrNum::nuevo() {
     PanNueTipoComproba dialogo(almacen_, conf_, std::nullopt, this);
     if (dialogo.exec() != QDialog::Accepted) return;
-    try {
-        GuardaTipo(almacen_, std::nullopt, dialogo.datos());
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    Intenta(this, [&] { GuardaTipo(almacen_, std::nullopt, dialogo.datos()); });
     grilla_->refresca();
     muestraFila();
 }
@@ -167,13 +156,7 @@ void PanCorrNum::editar() {
     }
     PanNueTipoComproba dialogo(almacen_, conf_, id->toLongLong(), this);
     if (dialogo.noEncontrado() || dialogo.exec() != QDialog::Accepted) return;
-    try {
-        GuardaTipo(almacen_, id->toLongLong(), dialogo.datos());
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    Intenta(this, [&] { GuardaTipo(almacen_, id->toLongLong(), dialogo.datos()); });
     grilla_->refresca();
     muestraFila();
 }
@@ -184,11 +167,7 @@ void PanCorrNum::borrar() {
     if (!PreguntaSiNo(QStringLiteral("Está seguro de eliminar este esquema de comprobantes?"),
                       QStringLiteral("Atención !!"), Icono::Exclamacion, this))
         return;
-    try {
-        BorraTipo(almacen_, id->toLongLong());
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    Intenta(this, [&] { BorraTipo(almacen_, id->toLongLong()); });
     grilla_->refresca();
     muestraFila();
 }

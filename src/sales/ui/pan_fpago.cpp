@@ -3,6 +3,7 @@
 #include "shell/listas.h"
 #include "shell/mensajes.h"
 #include "shell/ventanas.h"
+#include "store/entrada.h"
 #include "store/formato.h"
 
 #include <QCheckBox>
@@ -98,17 +99,15 @@ PanFPago::PanFPago(const Almacen& almacen, const QString& claveImpositiva, const
 void PanFPago::formaElegida() {
     if (combo1_->currentIndex() < 0) return;
     std::optional<FormaDePago> fp;
-    try {
-        fp = LeeFormaDePago(almacen_, combo1_->currentData().toLongLong());
-    } catch (const ErrorAlmacen&) {
-        return;
-    }
-    if (!fp) return;
+    if (!Intenta(this, [&] { fp = LeeFormaDePago(almacen_, combo1_->currentData().toLongLong()); }) || !fp) return;
     if (fp->aCuenta) {
+        // Marcar "A cuenta..." hace lo mismo que hacerle clic: "CTA CTE" y la lista quieta.
         check1_->setChecked(true);
+        aCuentaCambiado();
         return;
     }
     check1_->setChecked(false);
+    combo1_->setEnabled(true);
     lblCupon_->setVisible(fp->tarjeta);
     txCupon_->setVisible(fp->tarjeta);
     if (fp->tarjeta) txCupon_->setFocus();
@@ -124,7 +123,7 @@ DatosFPago PanFPago::datos() const {
     DatosFPago d = entrada_;
     d.idTipoComprobante = combo3_->currentIndex() >= 0 ? combo3_->currentData().toLongLong() : entrada_.idTipoComprobante;
     d.observaciones = text1_->text();
-    d.descuento = Val(text2_->text());
+    d.descuento = LeeNumero(text2_->text().trimmed()).value_or(0.0);
     d.cuit = text4_->text();
     d.idTipoIva = combo2_->currentIndex() >= 0 ? combo2_->currentData().toInt() : 0;
     d.cupon = txCupon_->text();
@@ -134,13 +133,12 @@ DatosFPago PanFPago::datos() const {
 }
 
 void PanFPago::acepta() {
-    try {
-        ValidaFPago(combo2_->count() > 0, combo1_->currentText(), combo2_->currentText(), text2_->text());
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        return;
-    }
-    accept();
+    // El descuento se lee como todo porcentaje: "1,5" se rechaza, nunca se toma por 1.
+    if (Intenta(this, [this] {
+            ValidaFPago(combo2_->count() > 0, combo1_->currentText(), combo2_->currentText(), text2_->text());
+            ExigePorcentaje(text2_->text().trimmed(), QStringLiteral("Descuento"));
+        }))
+        accept();
 }
 
 } // namespace orv

@@ -132,11 +132,7 @@ PanNueTipoComproba::PanNueTipoComproba(const Almacen& almacen, const Configuraci
     if (idTipo) {
         setWindowTitle(QStringLiteral("Modificar tipo de comprobante"));
         std::optional<TipoComprobante> t;
-        try {
-            t = LeeTipo(almacen, *idTipo);
-        } catch (const ErrorAlmacen& e) {
-            MensajeErrorAlmacen(e, this);
-        }
+        Intenta(this, [&] { t = LeeTipo(almacen, *idTipo); });
         if (!t) {
             noEncontrado_ = true;
             MensajeError(QStringLiteral("No encontrado!!"), this);
@@ -145,6 +141,7 @@ PanNueTipoComproba::PanNueTipoComproba(const Almacen& almacen, const Configuraci
             cbLetra_->setEditText(t->letra);
             cbPtoVta_->setEditText(t->puntoDeVenta);
             txCorrelativo_->setText(t->correlativo);
+            correlativoLeido_ = t->correlativoLeido;
             txtModDocumento_->setText(t->modDocumento);
             chkStock_->setChecked(t->descuentaStock);
             chkCaja_->setChecked(t->registraCaja);
@@ -213,6 +210,7 @@ TipoComprobante PanNueTipoComproba::datos() const {
     t.letra = cbLetra_->currentText();
     t.puntoDeVenta = cbPtoVta_->currentText();
     t.correlativo = txCorrelativo_->text().trimmed();
+    t.correlativoLeido = correlativoLeido_;
     t.descuentaStock = chkStock_->isChecked();
     t.registraCaja = chkCaja_->isChecked();
     t.operacionInversa = chkInversa_->isChecked();
@@ -223,13 +221,7 @@ TipoComprobante PanNueTipoComproba::datos() const {
 }
 
 void PanNueTipoComproba::acepta() {
-    try {
-        ValidaTipo(datos());
-    } catch (const Aviso& a) {
-        MuestraAviso(a, this);
-        return;
-    }
-    accept();
+    if (Intenta(this, [this] { ValidaTipo(datos()); })) accept();
 }
 
 } // namespace orv

@@ -51,6 +51,7 @@ private:
     QRadioButton* optTickets_;
     QLabel* lblPlantilla_;
     bool noEncontrado_ = false;
+    std::optional<qint64> correlativoLeido_; // el número como estaba al abrir
 };
 
 } // namespace orv

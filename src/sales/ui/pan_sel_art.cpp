@@ -21,11 +21,8 @@ PanSelArt::PanSelArt(Almacen& almacen, const Configuracion& conf, const QString&
     setObjectName(QStringLiteral("panSelArt"));
     setWindowTitle(QStringLiteral("Seleccione Artículo"));
     setModal(true);
-    try {
-        RefrescaPrecioFinal(almacen_, conf.lee(clave::miscelaneas, QStringLiteral("CoefIva")));
-    } catch (const ErrorAlmacen&) {
-        // Sin precio con impuesto al día la búsqueda sirve igual.
-    }
+    // Si falla, se dice, y la búsqueda sirve igual sin el precio con impuesto al día.
+    Intenta(this, [&] { RefrescaPrecioFinal(almacen_, conf.lee(clave::miscelaneas, QStringLiteral("CoefIva"))); });
 
     auto* capa = new QVBoxLayout(this);
     auto* fila = new QHBoxLayout;
@@ -71,11 +68,7 @@ PanSelArt::PanSelArt(Almacen& almacen, const Configuracion& conf, const QString&
 
 void PanSelArt::filtra() {
     const ConsultaConParametros c = BuscaArticulos(almacen_, text1_->text());
-    try {
-        grilla_->fijaConsulta(c.sql, c.parametros);
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    Intenta(this, [&] { grilla_->fijaConsulta(c.sql, c.parametros); });
 }
 
 bool PanSelArt::eventFilter(QObject* o, QEvent* e) {

@@ -33,11 +33,7 @@ PanSelCliente::PanSelCliente(Almacen& almacen, QWidget* padre) : QDialog(padre) 
     grilla_->fijaTitulo(QStringLiteral("Telefono"), QStringLiteral("Teléfono"));
     grilla_->fijaTitulo(QStringLiteral("Cuit"), QStringLiteral("CUIT"));
     grilla_->fijaTitulo(QStringLiteral("NroClienteVIP"), QStringLiteral("Tarjeta"));
-    try {
-        grilla_->fijaConsulta(ConsultaSeleccionClientes());
-    } catch (const ErrorAlmacen& e) {
-        MensajeErrorAlmacen(e, this);
-    }
+    Intenta(this, [this] { grilla_->fijaConsulta(ConsultaSeleccionClientes()); });
     grilla_->fijaAnchoColumna(QStringLiteral("Nombre"), 240);
     grilla_->fijaAnchoColumna(QStringLiteral("Domicilio"), 200);
     capa->addWidget(grilla_, 1);

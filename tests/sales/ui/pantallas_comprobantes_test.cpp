@@ -197,6 +197,9 @@ TEST_F(PantallasComprobantes, MasDatosFormaDePagoACuentaTarjetaYValidaciones) {
     combo1->setCurrentIndex(combo1->findText(QStringLiteral("CTA CTE")));
     p.formaElegida();
     EXPECT_TRUE(check1->isChecked());
+    // ...con el mismo efecto que hacerle clic: CTA CTE y la lista quieta.
+    EXPECT_EQ(combo1->currentText(), QStringLiteral("CTA CTE"));
+    EXPECT_FALSE(combo1->isEnabled());
     combo1->setCurrentIndex(combo1->findText(QStringLiteral("TARJETA")));
     p.formaElegida();
     EXPECT_FALSE(check1->isChecked());
@@ -213,6 +216,12 @@ TEST_F(PantallasComprobantes, MasDatosFormaDePagoACuentaTarjetaYValidaciones) {
     auto caja = respondeCaja(QStringLiteral("Aceptar"));
     QTest::mouseClick(h<QPushButton>(&p, "Command1"), Qt::LeftButton);
     EXPECT_EQ(caja->texto, QStringLiteral("Datos mal ingresados !"));
+    // Un descuento con coma decimal es ambiguo: se rechaza, nunca se toma por 1.
+    h<QLineEdit>(&p, "Text2")->setText(QStringLiteral("1,5"));
+    auto ambiguo = respondeCaja(QStringLiteral("Aceptar"));
+    QTest::mouseClick(h<QPushButton>(&p, "Command1"), Qt::LeftButton);
+    EXPECT_EQ(ambiguo->texto, QStringLiteral("Descuento: el número está mal escrito. Use el punto para los decimales (1234.50)."));
+    EXPECT_NE(p.result(), QDialog::Accepted);
     h<QLineEdit>(&p, "Text2")->setText(QStringLiteral("5"));
     h<QLineEdit>(&p, "txCupon")->setText(QStringLiteral("0042"));
     QTest::mouseClick(h<QPushButton>(&p, "Command1"), Qt::LeftButton);
