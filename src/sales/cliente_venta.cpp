@@ -1,10 +1,12 @@
 #include "sales/cliente_venta.h"
 
 #include "store/aviso.h"
+#include "store/entrada.h"
 #include "store/formato.h"
 
 #include <QSqlQuery>
 #include <QStringList>
+#include <limits>
 
 namespace orv {
 
@@ -36,11 +38,10 @@ std::optional<ClienteVenta> lee(const Almacen& a, const QString& condicion, cons
 std::optional<ClienteVenta> ClientePorNumero(const Almacen& a, const QString& texto) {
     if (!EsNumerico(QStringView(texto))) return std::nullopt;
     if (texto.size() < 6) {
-        bool ok = false;
-        const qint64 id = qint64(Val(texto));
-        ok = double(id) == Val(texto);
-        if (!ok) return std::nullopt;
-        return lee(a, QStringLiteral("idVendedor = ?"), id, false);
+        // Un número de cliente es un entero escrito con cifras ("1e99" no lo es).
+        const auto id = LeeEntero(texto, std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max());
+        if (!id) return std::nullopt;
+        return lee(a, QStringLiteral("idVendedor = ?"), *id, false);
     }
     return lee(a, QStringLiteral("NroClienteVIP = ?"), texto, true);
 }

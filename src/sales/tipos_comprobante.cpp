@@ -72,7 +72,7 @@ void ValidaTipo(const TipoComprobante& t) {
 qint64 GuardaTipo(Almacen& a, std::optional<qint64> idTipoComprobante, const TipoComprobante& t) {
     ValidaTipo(t);
     const QString mod = t.modDocumento.trimmed();
-    const int modDocumento = EsNumerico(QStringView(mod)) ? int(Val(mod.left(3))) : 0;
+    const int modDocumento = int(LeeEntero(mod.left(3), -99, 999).value_or(0));
     const qint64 correlativo = ExigeEntero(t.correlativo, QStringLiteral("Correlativo"), 0, kCorrelativoMaximo);
     QVariantList valores{t.tipo,
                                CortaTexto(t.letra.trimmed(), 1),

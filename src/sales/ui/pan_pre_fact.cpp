@@ -3,6 +3,7 @@
 #include "shell/listas.h"
 #include "shell/mensajes.h"
 #include "shell/ventanas.h"
+#include "store/entrada.h"
 #include "store/formato.h"
 
 #include <QCheckBox>
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <limits>
 
 namespace orv {
 
@@ -25,7 +27,7 @@ PanPreFact::PanPreFact(const Almacen& almacen, const Configuracion& conf, QWidge
                {}, QStringLiteral("Tipo"), QStringLiteral("idTipoComprobante"));
     combo1_->setCurrentIndex(-1);
     const QString pred = conf_.lee(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"));
-    if (EsNumerico(QStringView(pred))) SelComboId(combo1_, qint64(Val(pred)));
+    if (const auto id = LeeEntero(pred, 0, std::numeric_limits<qint32>::max())) SelComboId(combo1_, *id);
     chkUEm_ = new QCheckBox(QStringLiteral("Último emitido queda como predeterminado"), this);
     chkUEm_->setObjectName(QStringLiteral("chkUEm"));
     chkUEm_->setChecked(EsNumerico(QStringView(conf_.lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado")))));
