@@ -134,6 +134,13 @@ int main(int argc, char** argv) {
         w.command55();
         guarda(w, QStringLiteral("principal_3_vender_agrandado") + sufijo);
         w.command55();
+        // Una línea imposible llegada por otro camino: el panel abre, la señala y se puede borrar.
+        almacen->ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300 WHERE idTmpFac = (SELECT max(idTmpFac) FROM TmpFac)"));
+        w.botPrincipal(0);
+        w.botPrincipal(3);
+        guarda(w, QStringLiteral("principal_3_vender_linea_imposible") + sufijo);
+        almacen->ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 2 WHERE idTmpFac = (SELECT max(idTmpFac) FROM TmpFac)"));
+        w.botPrincipal(3);
         {
             orv::DatosFPago d;
             d.idTipoComprobante = 1;

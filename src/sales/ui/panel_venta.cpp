@@ -351,6 +351,7 @@ void PanelVenta::armaPantalla() {
     lblItems_ = new QLabel(QStringLiteral("0 ítems."), caja);
     lblItems_->setObjectName(QStringLiteral("lblItems"));
     lblItems_->setAlignment(Qt::AlignRight);
+    lblItems_->setWordWrap(true); // el aviso de una línea imposible es largo
     gt->addWidget(lblItems_, f++, 0, 1, 3);
     gt->setRowStretch(f++, 1);
     command18_ = new QPushButton(QStringLiteral("Borrar"), caja);
@@ -943,7 +944,8 @@ void PanelVenta::totales() {
             }
     }
     command18_->setEnabled(grilla_->filaActual().has_value());
-    actualizaVuelto();
+    if (t.problema.isEmpty()) actualizaVuelto();
+    else txSuVuelto_->clear(); // sin total no hay vuelto que dar
 }
 
 void PanelVenta::actualizaVuelto() {
