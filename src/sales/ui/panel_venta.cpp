@@ -70,16 +70,6 @@ QLineEdit* campo(const QString& nombre, QWidget* padre, const QString& ayuda = {
     return e;
 }
 
-// Importe sin máscara, como lo escribe el Basic: sin ceros de más ("150.5", "-20").
-QString textoLlano(Dinero d) {
-    QString t = d.aTexto();
-    if (t.contains(u'.')) {
-        while (t.endsWith(u'0')) t.chop(1);
-        if (t.endsWith(u'.')) t.chop(1);
-    }
-    return t;
-}
-
 } // namespace
 
 PanelVenta::PanelVenta(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf, QWidget* padre)
@@ -499,15 +489,15 @@ bool PanelVenta::eventFilter(QObject* o, QEvent* e) {
         }
     } else if (e->type() == QEvent::KeyPress && o == grilla_->tabla()) {
         auto* k = static_cast<QKeyEvent*>(e);
-        if (k->modifiers() & Qt::KeypadModifier) {
-            if (k->key() == Qt::Key_Plus) {
-                cambiaCantidadActual(+1);
-                return true;
-            }
-            if (k->key() == Qt::Key_Minus) {
-                cambiaCantidadActual(-1);
-                return true;
-            }
+        // "+" y "-" cambian la cantidad de la línea, los del teclado numérico y también los del
+        // teclado principal, para la portátil que no tiene teclado numérico.
+        if (k->key() == Qt::Key_Plus) {
+            cambiaCantidadActual(+1);
+            return true;
+        }
+        if (k->key() == Qt::Key_Minus) {
+            cambiaCantidadActual(-1);
+            return true;
         }
         if (k->key() == Qt::Key_Delete) {
             borrarItem();
@@ -871,7 +861,7 @@ void PanelVenta::reimpresion() {
 void PanelVenta::reseteaFactura() {
     // 1 y 2
     txSuPago_->clear();
-    txSuVuelto_->setText(QStringLiteral("0"));
+    txSuVuelto_->setText(FormatoMoneda(Dinero(), estado_.MascaraMoneda));
     Intenta(this, [this] { VaciaBorrador(almacen_, estado_.IdRed); });
     // 3
     label6_->setText(QStringLiteral("????"));
@@ -889,7 +879,7 @@ void PanelVenta::reseteaFactura() {
     estado_.CuponActual = QStringLiteral("000");
     text8_->clear();
     for (QLabel* l : {lblSubTotal_, txtMontoTotal_, txtNeto_, lblImporteDescuento_, lblImpuestoImporte_})
-        l->setText(QStringLiteral("0"));
+        l->setText(FormatoMoneda(Dinero(), estado_.MascaraMoneda));
     txtPorcDescuento_->setText(QStringLiteral("0"));
     // 5
     const QString ultimo = conf_.lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado"));
@@ -958,7 +948,7 @@ void PanelVenta::actualizaVuelto() {
         txSuVuelto_->clear();
         return;
     }
-    txSuVuelto_->setText(textoLlano(*pago - *total));
+    txSuVuelto_->setText(FormatoMoneda(*pago - *total, estado_.MascaraMoneda));
 }
 
 double PanelVenta::porcentajeVigente(const QLineEdit* campo, double& vigente) const {
@@ -997,6 +987,8 @@ void PanelVenta::llenaCliente(const ClienteVenta& c, const QString& etiqueta) {
     estado_.idTipoIvaActual = c.idTipoIva;
     estado_.DescuentoClienteActual = c.descuento; // llega a los totales sólo por "Mas Datos..."
     SelComboId(cboFPago_, c.idTipoFormaPago);
+    // Un cliente sin forma de pago propia paga en efectivo, y la pantalla lo muestra así.
+    if (cboFPago_->currentText().isEmpty()) cboFPago_->setCurrentIndex(cboFPago_->findText(QStringLiteral("EFVO")));
     estado_.FormaPagoActual = cboFPago_->currentText().isEmpty() ? QStringLiteral("EFVO") : cboFPago_->currentText();
     lblDirCli_->setText(c.direccion);
     lblCuit_->setText(QStringLiteral("CUIT - RFC : ") + c.cuit);

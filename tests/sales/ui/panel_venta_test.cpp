@@ -203,9 +203,9 @@ TEST_F(PanelVentaTest, TotalesConDescuentoEImpuestoYPorcentajesMalos) {
     // Su pago y su vuelto, que puede ser negativo.
     QTest::keyClick(panel_.get(), Qt::Key_F6);
     QTest::keyClicks(w<QLineEdit>("txSuPago"), QStringLiteral("1000"));
-    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("346.6"));
+    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("346.60"));
     w<QLineEdit>("txSuPago")->setText(QStringLiteral("600"));
-    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("-53.4"));
+    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("-53.40"));
     // Un porcentaje que no es número deja los totales como estaban.
     desc->setFocus();
     desc->selectAll();
@@ -224,7 +224,7 @@ TEST_F(PanelVentaTest, TeclasMasMenosBorrarYAnular) {
     EXPECT_EQ(lineas()[0], std::make_tuple(QStringLiteral("0101"), 2.0, 100.0, 200.0));
     panel_->grilla()->irAFila(0);
     QTest::keyClick(t, Qt::Key_Minus, Qt::KeypadModifier);
-    QTest::keyClick(t, Qt::Key_Minus, Qt::KeypadModifier);
+    QTest::keyClick(t, Qt::Key_Minus); // el del teclado principal hace lo mismo
     EXPECT_EQ(lineas()[0], std::make_tuple(QStringLiteral("0101"), 0.0, 100.0, 0.0));
     EXPECT_EQ(texto("txtMontoTotal"), QStringLiteral("250.00"));
 
@@ -414,11 +414,15 @@ TEST_F(PanelVentaTest, UnaLineaImposibleNoTrabaElPanel) {
     QTest::keyClick(panel_->grilla()->tabla(), Qt::Key_Delete);
     EXPECT_TRUE(si->vista);
     EXPECT_TRUE(lineas().empty());
+    // Un cliente sin forma de pago propia se ve con EFVO, la forma con que se guarda la venta.
+    prueba::Teclea(*panel_, "Text8", QStringLiteral("12345"));
+    EXPECT_EQ(panel_->findChild<QComboBox*>(QStringLiteral("cboFPago"))->currentText(), QStringLiteral("EFVO"));
+    EXPECT_EQ(estado_.FormaPagoActual, QStringLiteral("EFVO"));
     // "Su Vuelto:" sigue a "Su Pago ?" también cuando se borra.
     escanea(QStringLiteral("0303"));
     QLineEdit* pago = w<QLineEdit>("txSuPago");
     pago->setText(QStringLiteral("300"));
-    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("50"));
+    EXPECT_EQ(texto("txSuVuelto"), QStringLiteral("50.00"));
     pago->clear();
     EXPECT_EQ(texto("txSuVuelto"), QString());
 }
