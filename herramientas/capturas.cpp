@@ -22,6 +22,7 @@
 #include "reports/informe.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/pan_print_crystal.h"
+#include "shell/grilla.h"
 #include "reports/ui/pan_rep_sel.h"
 #include "reports/ui/salida_informes.h"
 #include "reports/ui/visor_informe.h"
@@ -41,6 +42,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTableView>
 #include <cstdio>
 
 namespace {
@@ -141,6 +143,9 @@ int main(int argc, char** argv) {
         guarda(w, QStringLiteral("principal_3_vender_linea_imposible") + sufijo);
         almacen->ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 2 WHERE idTmpFac = (SELECT max(idTmpFac) FROM TmpFac)"));
         w.botPrincipal(3);
+        // La grilla con el foco, como queda con F7.
+        w.panelVenta()->grilla()->tabla()->setFocus();
+        guarda(w, QStringLiteral("principal_3_vender_grilla_con_foco") + sufijo);
         {
             orv::DatosFPago d;
             d.idTipoComprobante = 1;
