@@ -1,5 +1,6 @@
 // Registro de una venta de contado de 50 líneas sobre 100 000 artículos: la lógica completa en su
-// transacción y, como piso, las mismas sentencias sueltas. SQLite y, si ORVANTA_PRUEBA_PG está
+// transacción y, como piso, las mismas escrituras en conjunto (y, al lado, una sentencia por línea);
+// en PostgreSQL, además, cuatro terminales vendiendo a la vez. SQLite y, si ORVANTA_PRUEBA_PG está
 // definida, PostgreSQL.
 
 #include "maintenance/generador.h"
@@ -13,7 +14,10 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <atomic>
 #include <memory>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -90,6 +94,84 @@ void sueltas(benchmark::State& s, Escenario& e) {
     }
 }
 
+// El piso de hoy: las mismas escrituras hechas en conjunto, una sentencia por tabla sea cual sea
+// el largo de la venta.
+void enConjunto(benchmark::State& s, Escenario& e) {
+    int vuelta = 0;
+    orv::Almacen& a = *e.a;
+    for (auto _ : s) {
+        s.PauseTiming();
+        cargaBorrador(e, vuelta++);
+        s.ResumeTiming();
+        orv::Transaccion t(a);
+        const QVariant n = a.valor(QStringLiteral("UPDATE TiposDeComprobantes SET Correlativo = Correlativo + 1 "
+                                                  "WHERE idTipoComprobante = 1 RETURNING Correlativo"));
+        const qint64 id = a.inserta(QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, Fecha, Total) VALUES (?, 1, ?, 5000)"),
+                                    {n, QDate(2026, 11, 23)}, QStringLiteral("idComprobante"));
+        a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal) "
+                                 "SELECT ?, idArticulo, Cantidad, Unitario, SubTotal FROM TmpFac WHERE PCRed = ? ORDER BY idTmpFac"),
+                  {id, kTerminal});
+        a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = COALESCE(StockActual, 0) - s.c FROM (SELECT idArticulo, "
+                                 "SUM(Cantidad) AS c FROM TmpFac WHERE PCRed = ? GROUP BY idArticulo) AS s "
+                                 "WHERE Articulos.idArticulo = s.idArticulo"),
+                  {kTerminal});
+        a.ejecuta(QStringLiteral("INSERT INTO MovimientoStock (idArticulo, idComprobante, Egreso) "
+                                 "SELECT idArticulo, ?, Cantidad FROM TmpFac WHERE PCRed = ? ORDER BY idTmpFac"),
+                  {id, kTerminal});
+        a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Ingreso) VALUES (1, ?, 5000)"), {id});
+        a.ejecuta(QStringLiteral("DELETE FROM TmpFac WHERE PCRed = ?"), {kTerminal});
+        t.confirmar();
+    }
+}
+
+// Cuatro terminales registran 100 ventas de 50 líneas cada una a la vez, todas del mismo tipo y
+// sobre artículos en parte comunes. Informa ventas por segundo; falla si se repite un número o el
+// stock no cierra.
+void cuatroTerminales(benchmark::State& s, Escenario& e, const QString& destino) {
+    constexpr int kTerminales = 4, kVentas = 100;
+    for (auto _ : s) {
+        s.PauseTiming();
+        const QVariant stockAntes = e.a->valor(QStringLiteral("SELECT SUM(StockActual) FROM Articulos"));
+        const QVariant ventasAntes = e.a->valor(QStringLiteral("SELECT count(*) FROM Comprobantes"));
+        std::atomic<int> fallas{0};
+        s.ResumeTiming();
+        std::vector<std::thread> hilos;
+        for (int n = 0; n < kTerminales; ++n)
+            hilos.emplace_back([&, n] {
+                try {
+                    // Cada terminal, su conexión, abierta en su propio hilo.
+                    const auto conexion = orv::Almacen::abre(destino);
+                    orv::Almacen& a = *conexion;
+                    for (int v = 0; v < kVentas; ++v) {
+                        orv::Transaccion t(a);
+                        for (int i = 0; i < kLineas; ++i)
+                            a.ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
+                                                     "VALUES (?, 'X', 'Artículo', 1, 100, 100, ?)"),
+                                      {e.articulos.at((v * 7 + i * 13 + n) % e.articulos.size()), 100 + n});
+                        t.confirmar();
+                        orv::DatosRegistro d = datos();
+                        d.idRed = 100 + n;
+                        orv::RegistraComprobante(a, d, orv::Ruta::Nada);
+                    }
+                } catch (...) {
+                    ++fallas;
+                }
+            });
+        for (auto& h : hilos) h.join();
+        s.PauseTiming();
+        const qint64 ventas = e.a->valor(QStringLiteral("SELECT count(*) FROM Comprobantes")).toLongLong() - ventasAntes.toLongLong();
+        const qint64 distintas = e.a->valor(QStringLiteral("SELECT count(DISTINCT Factura) FROM Comprobantes")).toLongLong();
+        const double bajo = stockAntes.toDouble() - e.a->valor(QStringLiteral("SELECT SUM(StockActual) FROM Articulos")).toDouble();
+        if (fallas.load() || ventas != kTerminales * kVentas ||
+            distintas != e.a->valor(QStringLiteral("SELECT count(*) FROM Comprobantes")).toLongLong() ||
+            bajo != double(kTerminales * kVentas * kLineas))
+            s.SkipWithError("números repetidos, ventas perdidas o stock que no cierra");
+        s.ResumeTiming();
+    }
+    s.counters["ventas_por_segundo"] =
+        benchmark::Counter(double(kTerminales * kVentas) * double(s.iterations()), benchmark::Counter::kIsRate);
+}
+
 void prepara(Escenario& e, const QString& destino, const char* motor) {
     e.a = orv::Almacen::abre(destino);
     orv::actualizaEsquema(*e.a);
@@ -117,13 +199,22 @@ int main(int argc, char** argv) {
             ->Unit(benchmark::kMillisecond)->UseRealTime();
         benchmark::RegisterBenchmark("Registro/Venta50Lineas/SQLite/SentenciasSueltas", [&](benchmark::State& s) { sueltas(s, sqlite); })
             ->Unit(benchmark::kMillisecond)->UseRealTime();
+        benchmark::RegisterBenchmark("Registro/Venta50Lineas/SQLite/EnConjunto", [&](benchmark::State& s) { enConjunto(s, sqlite); })
+            ->Unit(benchmark::kMillisecond)->UseRealTime();
         if (esquema.hay()) {
-            prepara(postgres, esquema.crea(), "PostgreSQL");
+            const QString destino = esquema.crea();
+            prepara(postgres, destino, "PostgreSQL");
             benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL", [&](benchmark::State& s) { registro(s, postgres); })
                 ->Unit(benchmark::kMillisecond)->UseRealTime();
             benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL/SentenciasSueltas",
                                          [&](benchmark::State& s) { sueltas(s, postgres); })
                 ->Unit(benchmark::kMillisecond)->UseRealTime();
+            benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL/EnConjunto",
+                                         [&](benchmark::State& s) { enConjunto(s, postgres); })
+                ->Unit(benchmark::kMillisecond)->UseRealTime();
+            benchmark::RegisterBenchmark("Registro/CuatroTerminalesPor100Ventas/PostgreSQL",
+                                         [&, destino](benchmark::State& s) { cuatroTerminales(s, postgres, destino); })
+                ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1)->Repetitions(3);
         }
         benchmark::RunSpecifiedBenchmarks();
     } catch (const orv::ErrorAlmacen& e) {

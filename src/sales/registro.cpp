@@ -30,11 +30,13 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
     Transaccion tr(a);
     Registrado r;
 
-    // Paso 7: el número, tomado y leído en la misma sentencia.
+    // Paso 7: el número, tomado y leído en la misma sentencia, con la comisión del vendedor elegido.
+    const qint64 idVendio = d.idVendio.value_or(0);
     QSqlQuery tipo = a.consulta(
         QStringLiteral("UPDATE TiposDeComprobantes SET Correlativo = COALESCE(Correlativo, 0) + 1 WHERE idTipoComprobante = ? "
-                       "RETURNING Correlativo, Letra, PuntoDeVenta, OperacionInversa, DescuentaStock, RegistraCaja, EsComercial"),
-        {d.idTipoComprobante});
+                       "RETURNING Correlativo, Letra, PuntoDeVenta, OperacionInversa, DescuentaStock, RegistraCaja, EsComercial, "
+                       "(SELECT Comision FROM Usuarios WHERE idUsuario = ?)"),
+        {d.idTipoComprobante, d.idVendio ? QVariant(idVendio) : QVariant()});
     if (!tipo.next()) throw Aviso(QStringLiteral("El tipo de comprobante ya no existe."));
     r.numero = tipo.value(0).toLongLong();
     const QString letra = tipo.value(1).toString();
@@ -43,29 +45,29 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
     const bool descuentaStock = siNo(tipo.value(4));
     const bool registraCaja = siNo(tipo.value(5));
     const bool esComercial = siNo(tipo.value(6));
+    const double porcComision = d.idVendio ? tipo.value(7).toDouble() : 0;
     tipo.finish();
     const QString nroFactura = NumeroCompleto(letra, puntoDeVenta, r.numero);
     r.factura = CortaTexto(nroFactura, 15);
     const int signo = inversa ? -1 : 1;
 
-    // El borrador, en su orden, con el costo y los puntos del rubro de cada artículo.
+    // El borrador se lee una vez para revisarlo y contar los puntos del rubro de cada artículo;
+    // las escrituras lo toman directamente del almacén.
     struct Linea {
-        QVariant idArticulo;
         double cantidad;
         QVariant unitario, subTotal;
-        QString sn, descripcion;
-        QVariant costo, puntosRubro;
+        QString descripcion;
+        QVariant puntosRubro;
     };
     QList<Linea> lineas;
     {
         QSqlQuery q = a.consulta(
-            QStringLiteral("SELECT t.idArticulo, t.Cantidad, t.Unitario, t.SubTotal, t.Sn, t.Descripcion, ar.PrecioCosto, "
-                           "ru.PuntosVIP FROM TmpFac t LEFT JOIN Articulos ar ON ar.idArticulo = t.idArticulo "
+            QStringLiteral("SELECT t.Cantidad, t.Unitario, t.SubTotal, t.Descripcion, ru.PuntosVIP FROM TmpFac t "
+                           "LEFT JOIN Articulos ar ON ar.idArticulo = t.idArticulo "
                            "LEFT JOIN Rubros ru ON ru.idRubro = ar.idRubro WHERE t.PCRed = ? ORDER BY t.idTmpFac"),
             {d.idRed});
         while (q.next())
-            lineas << Linea{q.value(0), q.value(1).toDouble(), q.value(2), q.value(3), q.value(4).toString(),
-                            q.value(5).toString(), q.value(6), q.value(7)};
+            lineas << Linea{q.value(0).toDouble(), q.value(1), q.value(2), q.value(3).toString(), q.value(4)};
     }
     if (lineas.isEmpty()) throw Aviso(QStringLiteral("No hay articulos a facturar!"));
     // Una línea imposible (guardada por otro camino) no llega a un comprobante.
@@ -82,14 +84,6 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
                         QStringLiteral("\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala."));
     }
 
-    // Vendedor y su comisión.
-    qint64 idVendio = 0;
-    double porcComision = 0;
-    if (d.idVendio) {
-        idVendio = *d.idVendio;
-        porcComision = a.valor(QStringLiteral("SELECT Comision FROM Usuarios WHERE idUsuario = ?"), {idVendio}).toDouble();
-    }
-
     // Paso 12: la cabecera, primero, para escribir las líneas con su id real.
     r.idComprobante = a.inserta(
         QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, Fecha, idTipoIva, Nombre, Cuit, "
@@ -104,35 +98,39 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
          (signo < 0 ? -d.total : d.total).aVariant(), d.idUsuario, ImpresoFiscalDe(ruta), idVendio, porcComision},
         QStringLiteral("idComprobante"));
 
-    // Pasos 8 y 9: líneas, puntos, stock y movimientos.
-    QVariant idVenta;
-    if (descuentaStock)
-        idVenta = a.valor(QStringLiteral("SELECT idTipoMovimiento FROM TiposMovimientoStock WHERE TipoMovimientoStock = 'Venta' "
-                                         "ORDER BY idTipoMovimiento"));
-    double puntos = 0;
-    const bool porImporte = d.formaCalculoVip == QStringLiteral("P");
-    if (descuentaStock)
+    // Pasos 8 y 9: líneas, stock y movimientos, cada uno en una sola sentencia sobre el borrador
+    // de la terminal y en su orden. Un artículo en varias líneas mueve su stock una vez, por la suma.
+    a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, Sn, "
+                             "costounitario, Fecha, EsComercial, idUsuario, Descripcion) "
+                             "SELECT ?, t.idArticulo, COALESCE(t.Cantidad, 0), t.Unitario, t.SubTotal, t.Sn, "
+                             "COALESCE(ar.PrecioCosto, 0), ?, ?, ?, t.Descripcion "
+                             "FROM TmpFac t LEFT JOIN Articulos ar ON ar.idArticulo = t.idArticulo "
+                             "WHERE t.PCRed = ? ORDER BY t.idTmpFac"),
+              {r.idComprobante, d.hoy, esComercial ? 1 : 0, d.idUsuario, d.idRed});
+    if (descuentaStock) {
         BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM TmpFac WHERE PCRed = ?"), {d.idRed});
-    for (const Linea& l : lineas) {
-        a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, Sn, "
-                                 "costounitario, Fecha, EsComercial, idUsuario, Descripcion) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-                  {r.idComprobante, l.idArticulo, l.cantidad, l.unitario, l.subTotal, l.sn,
-                   l.costo.isNull() ? QVariant(0) : l.costo, d.hoy, esComercial ? 1 : 0, d.idUsuario, CortaTexto(l.descripcion, 100)});
-        const QVariant& pv = l.puntosRubro;
-        if (!pv.isNull() && pv.toDouble() > 0)
-            puntos += (porImporte ? Dinero::desdeVariant(l.subTotal).aDouble() : l.cantidad) * pv.toDouble();
-        if (descuentaStock) {
-            a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = COALESCE(StockActual, 0) + ? WHERE idArticulo = ?"),
-                      {inversa ? l.cantidad : -l.cantidad, l.idArticulo});
-            a.ejecuta(QStringLiteral("INSERT INTO MovimientoStock (idArticulo, Fecha, idTipoMovimiento, Comprobante, idComprobante, "
-                                     "Ingreso, Egreso) VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                      {l.idArticulo, d.hoy, idVenta, nroFactura, r.idComprobante, inversa ? l.cantidad : 0.0,
-                       inversa ? 0.0 : l.cantidad});
-        }
+        a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = COALESCE(StockActual, 0) ") +
+                      (inversa ? QStringLiteral("+") : QStringLiteral("-")) +
+                      QStringLiteral(" s.Cantidad FROM (SELECT idArticulo, SUM(COALESCE(Cantidad, 0)) AS Cantidad FROM TmpFac "
+                                     "WHERE PCRed = ? GROUP BY idArticulo) AS s WHERE Articulos.idArticulo = s.idArticulo"),
+                  {d.idRed});
+        const QString cantidad = QStringLiteral("COALESCE(t.Cantidad, 0)");
+        const QString cero = QStringLiteral("0");
+        a.ejecuta(QStringLiteral("INSERT INTO MovimientoStock (idArticulo, Fecha, idTipoMovimiento, Comprobante, idComprobante, "
+                                 "Ingreso, Egreso) SELECT t.idArticulo, ?, (SELECT idTipoMovimiento FROM TiposMovimientoStock "
+                                 "WHERE TipoMovimientoStock = 'Venta' ORDER BY idTipoMovimiento LIMIT 1), ?, ?, ") +
+                      (inversa ? cantidad : cero) + QStringLiteral(", ") + (inversa ? cero : cantidad) +
+                      QStringLiteral(" FROM TmpFac t WHERE t.PCRed = ? ORDER BY t.idTmpFac"),
+                  {d.hoy, nroFactura, r.idComprobante, d.idRed});
     }
 
     // Paso 13: puntos del cliente con tarjeta; también en los comprobantes de operación inversa.
     // Cuenta lo ganado antes de redondear: medio punto o menos deja su fila con 0 puntos.
+    double puntos = 0;
+    const bool porImporte = d.formaCalculoVip == QStringLiteral("P");
+    for (const Linea& l : lineas)
+        if (!l.puntosRubro.isNull() && l.puntosRubro.toDouble() > 0)
+            puntos += (porImporte ? Dinero::desdeVariant(l.subTotal).aDouble() : l.cantidad) * l.puntosRubro.toDouble();
     if (!(puntos <= kPuntosMaximos))
         throw Aviso(QStringLiteral("Los puntos de esta venta no caben en la tarjeta del cliente: revise el puntaje de los rubros."));
     r.puntos = redondeaPuntos(puntos);
@@ -157,15 +155,14 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
 
     // Pasos 16 y 17: caja o cuenta corriente, nunca las dos.
     if (registraCaja && d.formaPago != kCtaCte) {
-        const QVariant cuenta =
-            a.valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Ventas Mostrador' ORDER BY idCuenta"));
-        // Sin la cuenta, el movimiento queda sin cuenta y la venta se registra igual.
+        // Sin la cuenta "Ventas Mostrador", el movimiento queda sin cuenta y la venta se registra igual.
         const QString detalles = CortaTexto(QStringLiteral("VENTA :") + CortaTexto(d.textoTipo, 4) + QStringLiteral(". a ") +
                                                 d.nombreCliente + QStringLiteral(" Nro.") + nroFactura,
                                             65);
         a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso, Egreso, FormaPago, idUsuario) "
-                                 "VALUES (?, ?, ?, ?, ?, 0, ?, ?)"),
-                  {cuenta, r.idComprobante, d.hoy, detalles, d.total.aVariant(), d.formaPago, d.idUsuario});
+                                 "VALUES ((SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Ventas Mostrador' ORDER BY idCuenta "
+                                 "LIMIT 1), ?, ?, ?, ?, 0, ?, ?)"),
+                  {r.idComprobante, d.hoy, detalles, d.total.aVariant(), d.formaPago, d.idUsuario});
     }
     if (registraCaja && d.formaPago == kCtaCte && d.idCliente)
         a.ejecuta(QStringLiteral("INSERT INTO Comisiones (idVendedor, Fecha, idComprobante, Tipo, Comision, Liquidacion) "
@@ -203,17 +200,14 @@ void BorraComprobante(Almacen& a, const ComprobanteABorrar& c) {
     a.ejecuta(QStringLiteral("DELETE FROM MovimientoStock WHERE idComprobante = ?"), {id});
     if (c.hizoStock) {
         BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM DetalleComprobantes WHERE idComprobante = ?"), {id});
-        // Vuelve lo que salió (o sale lo que entró, con la operación inversa). Nulo + número sigue nulo.
-        const double sentido = c.tipoStock ? -1.0 : 1.0;
-        QList<QPair<QVariant, double>> lineas;
-        QSqlQuery q = a.consulta(QStringLiteral("SELECT idArticulo, Cantidad FROM DetalleComprobantes WHERE idComprobante = ? "
-                                                "ORDER BY idDetalle"),
-                                 {id});
-        while (q.next()) lineas << qMakePair(q.value(0), q.value(1).toDouble());
-        q.finish();
-        for (const auto& [articulo, cantidad] : lineas)
-            a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = StockActual + ? WHERE idArticulo = ?"),
-                      {cantidad * sentido, articulo});
+        // Vuelve lo que salió (o sale lo que entró, con la operación inversa), una vez por artículo
+        // con la suma de sus líneas. Nulo + número sigue nulo.
+        a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = StockActual ") +
+                      (c.tipoStock ? QStringLiteral("-") : QStringLiteral("+")) +
+                      QStringLiteral(" s.Cantidad FROM (SELECT idArticulo, SUM(COALESCE(Cantidad, 0)) AS Cantidad "
+                                     "FROM DetalleComprobantes WHERE idComprobante = ? GROUP BY idArticulo) AS s "
+                                     "WHERE Articulos.idArticulo = s.idArticulo"),
+                  {id});
     }
     a.ejecuta(QStringLiteral("DELETE FROM DetComisiones WHERE idComprobante = ?"), {id});
     a.ejecuta(QStringLiteral("DELETE FROM DetalleComprobantes WHERE idComprobante = ?"), {id});

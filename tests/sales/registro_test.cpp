@@ -8,6 +8,7 @@
 #include "store/aviso.h"
 
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <atomic>
 #include <mutex>
 #include <set>
@@ -80,6 +81,22 @@ protected:
     double stock(qint64 art) { return valor(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?"), {art}).toDouble(); }
     QVariant stockCrudo(qint64 art) { return valor(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?"), {art}); }
     Dinero dinero(const QString& sql, const QVariantList& p) { return Dinero::desdeVariant(valor(sql, p)); }
+    // Filas de una consulta, un texto por fila con sus valores separados por "|" (números como
+    // números en los dos motores, nulo como "-").
+    QStringList filas(const QString& sql, const QVariantList& p = {}) {
+        QStringList r;
+        QSqlQuery q = almacen().consulta(sql, p);
+        while (q.next()) {
+            QStringList f;
+            for (int i = 0; i < q.record().count(); ++i) {
+                bool numero = false;
+                const double x = q.value(i).toDouble(&numero);
+                f << (q.value(i).isNull() ? QStringLiteral("-") : numero ? QString::number(x) : q.value(i).toString());
+            }
+            r << f.join(u'|');
+        }
+        return r;
+    }
 
     qint64 rubroVip_ = 0, yerba_ = 0, vela_ = 0, cliente_ = 0, vendedor_ = 0;
 };
@@ -136,6 +153,48 @@ TEST_P(Registro, VentaDeContadoDejaCadaFilaComoCorresponde) {
     // Sin tarjeta no hay puntos; el borrador quedó vacío.
     EXPECT_EQ(cuenta(QStringLiteral("Vip")), 0);
     EXPECT_EQ(cuenta(QStringLiteral("TmpFac")), 0);
+}
+
+// Líneas y movimientos salen en el orden del borrador, con un artículo repetido (su stock se
+// mueve por la suma) y otro borrado del catálogo (línea y movimiento sin stock que mover); la nota
+// de crédito hace lo mismo al revés, y borrar la venta devuelve exactamente lo que sacó.
+TEST_P(Registro, LineasStockYMovimientosEnElOrdenDelBorrador) {
+    const qint64 factura = tipo("FACTURA B", true, true, false, true);
+    const qint64 nota = tipo("NOTA DE CREDITO B", true, true, true, true, 7);
+    auto carga = [&] {
+        almacen().ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, Sn, PCRed) "
+                                         "VALUES (?, 'A1', 'Yerba 1 kg', 2, 121, 242, NULL, 1), (?, 'V1', 'Vela', 0.5, 10, 5, 'S/N 9', 1), "
+                                         "(9999, 'Z9', 'Ya no está', 1, 3, 3, NULL, 1), (?, 'A1', 'Yerba 1 kg', 1.25, 121, 151.25, NULL, 1)"),
+                          {yerba_, vela_, yerba_});
+    };
+    const QString lineas = QStringLiteral("SELECT idArticulo, Cantidad, Unitario, SubTotal, Sn, costounitario, Descripcion, EsComercial "
+                                          "FROM DetalleComprobantes WHERE idComprobante = ? ORDER BY idDetalle");
+    const QString movimientos = QStringLiteral("SELECT idArticulo, Comprobante, Ingreso, Egreso FROM MovimientoStock "
+                                               "WHERE idComprobante = ? ORDER BY idMovimientoStock");
+    const QString y = QString::number(yerba_), v = QString::number(vela_);
+    carga();
+    const Registrado venta = RegistraComprobante(almacen(), datos(factura), Ruta::Nada);
+    EXPECT_EQ(filas(lineas, {venta.idComprobante}),
+              QStringList({y + "|2|121|242|-|70|Yerba 1 kg|1", v + "|0.5|10|5|S/N 9|5|Vela|1", "9999|1|3|3|-|0|Ya no está|1",
+                           y + "|1.25|121|151.25|-|70|Yerba 1 kg|1"}));
+    EXPECT_EQ(filas(movimientos, {venta.idComprobante}),
+              QStringList({y + "|B0001-00000042|0|2", v + "|B0001-00000042|0|0.5", "9999|B0001-00000042|0|1",
+                           y + "|B0001-00000042|0|1.25"}));
+    EXPECT_DOUBLE_EQ(stock(yerba_), 6.75);
+    EXPECT_DOUBLE_EQ(stock(vela_), -0.5);
+
+    carga();
+    const Registrado devolucion = RegistraComprobante(almacen(), datos(nota), Ruta::Nada);
+    EXPECT_EQ(filas(movimientos, {devolucion.idComprobante}),
+              QStringList({y + "|B0001-00000008|2|0", v + "|B0001-00000008|0.5|0", "9999|B0001-00000008|1|0",
+                           y + "|B0001-00000008|1.25|0"}));
+    EXPECT_DOUBLE_EQ(stock(yerba_), 10);
+    EXPECT_DOUBLE_EQ(stock(vela_), 0);
+
+    BorraComprobante(almacen(), *LeeComprobanteABorrar(almacen(), venta.idComprobante));
+    EXPECT_DOUBLE_EQ(stock(yerba_), 13.25);
+    EXPECT_DOUBLE_EQ(stock(vela_), 0.5);
+    EXPECT_TRUE(filas(movimientos, {venta.idComprobante}).isEmpty());
 }
 
 TEST_P(Registro, CuentaCorrienteNotasDeCreditoYPresupuestos) {
