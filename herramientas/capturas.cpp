@@ -16,6 +16,7 @@
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
 #include "sales/ui/pan_sel_art.h"
+#include "sales/cliente_venta.h"
 #include "sales/ui/panel_venta.h"
 #include "maintenance/datos_ejemplo.h"
 #include "reports/catalogo.h"
@@ -109,15 +110,17 @@ int main(int argc, char** argv) {
     estado.almacenAbierto = almacen->descripcion();
     const orv::Configuracion conf(datos.path(), datos.filePath(QStringLiteral("usuario.conf")));
 
-    const QList<QSize> tamanios = {QSize(1280, 800), QSize(1024, 768)};
+    const QList<QSize> tamanios = {QSize(1280, 800), QSize(1024, 768), QSize(800, 600)};
     const char* const nombres[] = {"articulos", "clientes", "caja", "vender", "informes", "", "utilidades",
                                    "proveedores"};
     for (const QSize& t : tamanios) {
         const QString sufijo = QStringLiteral("_%1x%2").arg(t.width()).arg(t.height());
         orv::PanPrincipal w(*almacen, estado, conf, reloj);
         w.fijaTerminacion([](int) {});
-        w.resize(t);
         w.show();
+        w.setWindowState(Qt::WindowNoState); // abre maximizada; aquí, del tamaño de cada captura
+        w.resize(t);
+        QApplication::setActiveWindow(&w); // el foco se ve como lo ve el cajero
         guarda(w, QStringLiteral("principal_bienvenida") + sufijo);
         for (int i = 0; i < 8; ++i) {
             if (i == 5) continue; // Mensajería: su pantalla propia, más abajo
@@ -146,6 +149,20 @@ int main(int argc, char** argv) {
         // La grilla con el foco, como queda con F7.
         w.panelVenta()->grilla()->tabla()->setFocus();
         guarda(w, QStringLiteral("principal_3_vender_grilla_con_foco") + sufijo);
+        // Con cliente predeterminado, la venta nueva empieza con él y el cursor en el código; un
+        // código que no es de ningún artículo se avisa en el panel.
+        orv::FijaClientePredeterminado(*almacen, conf, QStringLiteral("1"));
+        w.panelVenta()->reseteaFactura();
+        guarda(w, QStringLiteral("principal_3_vender_cliente_predeterminado") + sufijo);
+        auto* codigo = w.findChild<QLineEdit*>(QStringLiteral("Text7"));
+        codigo->setText(QStringLiteral("7790000000017"));
+        QMetaObject::invokeMethod(codigo, "returnPressed");
+        guarda(w, QStringLiteral("principal_3_vender_codigo_no_encontrado") + sufijo);
+        orv::FijaClientePredeterminado(*almacen, conf, QString());
+        almacen->ejecuta(QStringLiteral(
+            "INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, Sn, PCRed) "
+            "SELECT idArticulo, Codigo, Descripcion, 2, PrecioVenta, 2 * PrecioVenta, '', 1 FROM Articulos "
+            "ORDER BY idArticulo LIMIT 12"));
         {
             orv::DatosFPago d;
             d.idTipoComprobante = 1;

@@ -3,6 +3,7 @@
 #include "app/ui/aplicacion.h"
 #include "app/ui/interfaz_arranque_qt.h"
 #include "maintenance/datos_ejemplo.h"
+#include "sales/cliente_venta.h"
 #include "reports/catalogo.h"
 #include "reports/informe.h"
 #include "store/actualizacion.h"
@@ -57,6 +58,8 @@ int cargaEjemplo(const orv::Configuracion& conf, const orv::Reloj& reloj) {
         auto a = orv::Almacen::abre(destino, orv::Apertura::ControlaIntegridad);
         orv::actualizaEsquema(*a);
         orv::cargaDatosEjemplo(*a, reloj);
+        // El comercio de ejemplo vende casi siempre al consumidor final: cada venta empieza con él.
+        orv::FijaClientePredeterminado(*a, conf, QStringLiteral("1"));
         const auto cuenta = [&a](const char* tabla) {
             return a->valor(QStringLiteral("SELECT count(*) FROM ") + QLatin1String(tabla)).toLongLong();
         };

@@ -398,6 +398,9 @@ void cargaArticulos(Almacen& a, Azar& azar, const std::vector<qint64>& proveedor
                                      .arg(m.empresa, 4, 10, QLatin1Char('0'))
                                      .arg((iRubro + 1) * 1000 + iProducto + 1, 5, 10, QLatin1Char('0'));
             const QString ean = doce + QString::number(verificadorEan13(doce));
+            // La mitad de lo envasado se vende por el código de barras del paquete, como en un
+            // comercio que escanea; lo que se vende suelto o por peso, por el código interno.
+            const QString codigoVenta = !r.porPeso && k % 2 == 0 ? ean : codigo;
 
             // Cada marca tiene su nivel de precio y cada artículo una pequeña variación.
             static const int nivelMarca[3] = {100, 92, 110};
@@ -422,7 +425,7 @@ void cargaArticulos(Almacen& a, Azar& azar, const std::vector<qint64>& proveedor
                           "INSERT INTO Articulos (idRubro, IdProveedor, Codigo, Descripcion, StockActual, StockMinimo, "
                           "PrecioCosto, PrecioVenta, PrecioFinal, UtilidadPorcentaje, CgoProveedor, ImprimeCodigoBarra, "
                           "esMateriaPrima, Foto, UltimaFechaCompra) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-                      {idRubro, proveedores[size_t(r.proveedor)], codigo, descripcion, stock, minimo, importe(costo),
+                      {idRubro, proveedores[size_t(r.proveedor)], codigoVenta, descripcion, stock, minimo, importe(costo),
                        importe(venta), precioFinal.aVariant(), double(margen), ean, r.etiqueta ? 1 : 0, p.materiaPrima ? 1 : 0,
                        QString(), hoy.addDays(-azar.entre(1, 60))});
         }

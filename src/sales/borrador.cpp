@@ -4,6 +4,7 @@
 #include "store/entrada.h"
 #include "store/formato.h"
 
+#include <QRegularExpression>
 #include <QSqlQuery>
 #include <cmath>
 
@@ -81,6 +82,13 @@ std::optional<ArticuloVenta> ArticuloPorCgoProveedor(const Almacen& a, const QSt
     return leeArticulo(a, QStringLiteral("CgoProveedor = ?"), cgoProveedor);
 }
 
+CodigoConCantidad SeparaCantidad(const QString& texto) {
+    static const QRegularExpression multiplicador(QStringLiteral("^([0-9]+(?:\\.[0-9]+)?)\\*(.+)$"));
+    const QRegularExpressionMatch m = multiplicador.match(texto);
+    if (!m.hasMatch()) return {texto, std::nullopt};
+    return {m.captured(2), m.captured(1)};
+}
+
 LineaAgregada AgregaLinea(Almacen& a, qint32 idRed, const PedidoLinea& p) {
     std::optional<ArticuloVenta> art;
     if (p.origen != OrigenLinea::Lista) {
@@ -89,7 +97,7 @@ LineaAgregada AgregaLinea(Almacen& a, qint32 idRed, const PedidoLinea& p) {
         if (!p.idDeLista) throw Aviso(QStringLiteral("Error:No hay ningún artículo elegido en la lista."));
         art = ArticuloPorId(a, *p.idDeLista);
     }
-    if (!art || !EsNumerico(QStringView(p.unitario))) throw Aviso(QStringLiteral("Articulo no encontrado!"));
+    if (!art || !EsNumerico(QStringView(p.unitario))) throw Aviso(kArticuloNoEncontrado);
 
     // El precio escrito se toma tal cual o se rechaza: nunca se guarda 0 en lugar de un precio.
     const Dinero unitario = p.origen == OrigenLinea::CodigoBarras ? Dinero::desdeVariant(art->precioVenta)

@@ -30,6 +30,16 @@ enum class OrigenLinea {
     Lista,        // "COMBO": el elegido en la lista, con el precio tal como está escrito
 };
 
+inline const QString kArticuloNoEncontrado = QStringLiteral("Articulo no encontrado!");
+
+// El multiplicador de la caja: "3*" antes del código pide 3 de ese artículo ("1.5*" también,
+// con el punto decimal). Sin un número y un asterisco adelante, el texto entero es el código.
+struct CodigoConCantidad {
+    QString codigo;
+    std::optional<QString> cantidad;
+};
+CodigoConCantidad SeparaCantidad(const QString& texto);
+
 struct PedidoLinea {
     OrigenLinea origen = OrigenLinea::CodigoBarras;
     QString codigo;                    // Text7

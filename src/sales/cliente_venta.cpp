@@ -50,6 +50,28 @@ std::optional<ClienteVenta> ClientePorId(const Almacen& a, qint64 idVendedor) {
     return lee(a, QStringLiteral("idVendedor = ?"), idVendedor, false);
 }
 
+namespace {
+const QString kClientePredeterminado = QStringLiteral("ClientePredeterminado");
+}
+
+std::optional<ClienteVenta> ClientePredeterminado(const Almacen& a, const Configuracion& conf) {
+    const auto id = LeeEntero(conf.lee(clave::miscelaneas, kClientePredeterminado).trimmed(), 1,
+                              std::numeric_limits<qint64>::max());
+    if (!id) return std::nullopt;
+    return ClientePorId(a, *id);
+}
+
+void FijaClientePredeterminado(const Almacen& a, const Configuracion& conf, const QString& numero) {
+    const QString texto = numero.trimmed();
+    if (!texto.isEmpty()) {
+        const auto id = LeeEntero(texto, 1, std::numeric_limits<qint64>::max());
+        if (!id || !ClientePorId(a, *id))
+            throw Aviso(QStringLiteral("No hay ningún cliente con el número ") + texto +
+                        QStringLiteral(": escriba el número de un cliente o deje el campo vacío."));
+    }
+    conf.graba(clave::miscelaneas, kClientePredeterminado, texto);
+}
+
 std::optional<FormaDePago> LeeFormaDePago(const Almacen& a, qint64 idTipoFormaPago) {
     QSqlQuery q = a.consulta(
         QStringLiteral("SELECT EsACuenta, EsTarjetaCredito FROM FormasDePago WHERE idTipoFormaPago = ?"), {idTipoFormaPago});

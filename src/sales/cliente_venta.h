@@ -1,6 +1,7 @@
 #pragma once
 // Cliente de la venta: por número de cliente, por número de tarjeta o elegido en la búsqueda.
 
+#include "app/configuracion.h"
 #include "store/almacen.h"
 
 #include <QString>
@@ -24,6 +25,13 @@ struct ClienteVenta {
 // Nada si el texto no es numérico o no hay cliente (entonces se busca por nombre).
 std::optional<ClienteVenta> ClientePorNumero(const Almacen& a, const QString& texto);
 std::optional<ClienteVenta> ClientePorId(const Almacen& a, qint64 idVendedor);
+
+// Cliente con que empieza cada venta ("ClientePredeterminado" de "Miscelaneas": un número de
+// cliente). Nada si no hay ninguno fijado o el cliente ya no existe: la venta empieza sin cliente.
+std::optional<ClienteVenta> ClientePredeterminado(const Almacen& a, const Configuracion& conf);
+// Fija el cliente con que empieza cada venta; vacío lo quita. Un número que no es de un cliente
+// se rechaza con un aviso y el valor guardado no cambia.
+void FijaClientePredeterminado(const Almacen& a, const Configuracion& conf, const QString& numero);
 
 struct FormaDePago {
     bool aCuenta = false;

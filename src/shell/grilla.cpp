@@ -402,6 +402,10 @@ private:
 // ---------------------------------------------------------------------------------------------
 // Grilla
 
+namespace {
+const QString kMarcoConFoco = QStringLiteral("QTableView, QTreeWidget { border: 2px solid #2f7bd1; }");
+}
+
 Grilla::Grilla(Almacen& a, QWidget* padre)
     : QWidget(padre), almacen_(a), modelo_(new ModeloGrilla(this)) {
     auto* l = new QVBoxLayout(this);
@@ -466,6 +470,8 @@ Grilla::Grilla(Almacen& a, QWidget* padre)
         if (it && it->parent()) Q_EMIT filaActivada();
     });
     connect(arbol_, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* it) { cargaGrupo(it); });
+    tabla_->installEventFilter(this);
+    arbol_->installEventFilter(this);
     setFocusProxy(tabla_);
 }
 
@@ -1096,6 +1102,11 @@ void Grilla::cargaGrupo(QTreeWidgetItem* grupo) {
 }
 
 bool Grilla::eventFilter(QObject* o, QEvent* e) {
+    // Con el foco, la grilla se enmarca: el cajero ve dónde van las teclas + y -.
+    if ((o == tabla_ || o == arbol_) && (e->type() == QEvent::FocusIn || e->type() == QEvent::FocusOut)) {
+        static_cast<QWidget*>(o)->setStyleSheet(e->type() == QEvent::FocusIn ? kMarcoConFoco : QString());
+        return QWidget::eventFilter(o, e);
+    }
     auto* enc = tabla_->horizontalHeader();
     if (o == enc->viewport()) {
         if (e->type() == QEvent::MouseButtonPress) {

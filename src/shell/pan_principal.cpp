@@ -33,6 +33,8 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSqlQuery>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -43,8 +45,9 @@ namespace orv {
 
 namespace {
 
-const char* const kCaptions[8] = {"Artículos", "Clientes", "Caja", "Vender", "Informes", "Mensajería", "Utilidades",
-                                  "Proveedores"};
+// Con la letra subrayada, Alt + esa letra abre el panel desde cualquier lugar de la ventana.
+const char* const kCaptions[8] = {"&Artículos", "C&lientes", "&Caja", "&Vender", "&Informes", "&Mensajería",
+                                  "&Utilidades", "&Proveedores"};
 
 const QString kEstiloBarra = QStringLiteral(
     "QFrame#barraLateral { background: #243447; }"
@@ -189,10 +192,17 @@ void PanPrincipal::armaVentana() {
     usuarios_ = new PanelUsuarios(almacen_, pila_);
     paneles_ = {articulos_, clientes_, caja_, venta_, armaInformes(), nullptr, armaUtilidades(), proveedores_,
                 usuarios_};
+    // Cada panel en su zona desplazable: en una pantalla chica aparecen las barras en lugar de
+    // quedar controles fuera de la vista.
     for (int i = 0; i < kPaneles; ++i)
         if (QWidget* p = paneles_[size_t(i)]) {
             p->setObjectName(QStringLiteral("PanelPrincipal%1").arg(i));
-            pila_->addWidget(p);
+            auto* zona = new QScrollArea(pila_);
+            zona->setObjectName(QStringLiteral("zonaPanel%1").arg(i));
+            zona->setWidgetResizable(true);
+            zona->setFrameShape(QFrame::NoFrame);
+            zona->setWidget(p);
+            pila_->addWidget(zona);
         }
     derecha->addWidget(pila_, 1);
     fila->addLayout(derecha, 1);
@@ -351,7 +361,7 @@ QWidget* PanPrincipal::armaUtilidades() {
     capa->addStretch(1);
 
     connect(usuarios, &QPushButton::clicked, this, [this] {
-        pila_->setCurrentWidget(paneles_[8]);
+        muestraPanel(paneles_[8]);
         botones_[6]->setChecked(true);
         usuarios_->grilla()->setFocus();
     });
@@ -371,9 +381,12 @@ QWidget* PanPrincipal::armaUtilidades() {
 }
 
 void PanPrincipal::carga() {
-    // 1. Centrar y texto fijo de la línea de estado.
-    resize(1180, 760);
+    // 1. Centrar y texto fijo de la línea de estado. La ventana abre maximizada; al restaurarla
+    // queda de un tamaño que cabe en la pantalla.
+    const QRect libre = screen() ? screen()->availableGeometry() : QRect(0, 0, 1280, 800);
+    resize(qMin(1180, libre.width()), qMin(760, libre.height()));
     CentrarVentana(this);
+    setWindowState(windowState() | Qt::WindowMaximized);
     findChild<QLabel*>(QStringLiteral("StatusTxt"))
         ->setText(QStringLiteral("Terminal %1  ·  %2").arg(estado_.IdRed).arg(estado_.almacenAbierto));
     fecha_->setText(Formato(QVariant(reloj_.hoy()), QStringLiteral("long date")));
@@ -519,6 +532,7 @@ void PanPrincipal::aplicaNiveles() {
 
 int PanPrincipal::panelActual() const {
     QWidget* w = pila_->currentWidget();
+    if (auto* zona = qobject_cast<QScrollArea*>(w)) w = zona->widget();
     for (int i = 0; i < kPaneles; ++i)
         if (paneles_[size_t(i)] == w) return i;
     return kBienvenida;
@@ -533,7 +547,7 @@ void PanPrincipal::botPrincipal(int indice) {
         return;
     }
     QWidget* p = paneles_[size_t(indice)];
-    pila_->setCurrentWidget(p);
+    muestraPanel(p);
     botones_[size_t(indice)]->setChecked(true);
     switch (indice) {
     case 0: articulos_->grilla()->setFocus(); break;
@@ -547,11 +561,20 @@ void PanPrincipal::botPrincipal(int indice) {
     }
 }
 
+void PanPrincipal::muestraPanel(QWidget* panel) {
+    // El panel está dentro de su zona desplazable, que es la que se apila.
+    for (QWidget* w = panel; w; w = w->parentWidget())
+        if (w->parentWidget() == pila_) {
+            pila_->setCurrentWidget(w);
+            return;
+        }
+}
+
 void PanPrincipal::agranda(bool si) {
     agrandada_ = si;
     barraLateral_->setVisible(!si);
     encabezado_->setVisible(!si);
-    if (si) pila_->setCurrentWidget(venta_);
+    if (si) muestraPanel(venta_);
     QTimer::singleShot(0, venta_, &PanelVenta::ajustaGrilla);
 }
 

@@ -84,6 +84,7 @@ private:
     void carga();
     void refrescaCaja();
     void agranda(bool si);
+    void muestraPanel(QWidget* panel);
     std::vector<std::pair<Grilla*, QString>> grillasConArchivo() const;
 
     Almacen& almacen_;

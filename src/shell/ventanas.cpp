@@ -20,6 +20,15 @@ void CentrarVentana(QWidget* ventana) {
     ventana->move(zona.x() + (zona.width() - tam.width()) / 2, zona.y() + (zona.height() - tam.height()) / 2);
 }
 
+void TamanioDeLectura(QWidget* ventana, int anchoMaximo) {
+    if (!ventana) return;
+    QScreen* pantalla = ventana->parentWidget() ? ventana->parentWidget()->screen() : ventana->screen();
+    if (!pantalla) pantalla = QGuiApplication::primaryScreen();
+    const QRect zona = pantalla ? pantalla->availableGeometry() : QRect(0, 0, 1024, 768);
+    ventana->resize(qMin(anchoMaximo, zona.width() * 95 / 100), zona.height() * 92 / 100);
+    CentrarVentana(ventana);
+}
+
 QPushButton* BotonesAlPie(QDialog* dialogo, QBoxLayout* capa, bool predeterminado, const QString& aceptar,
                           const QString& cancelar) {
     auto* botones = new QDialogButtonBox(dialogo);

@@ -12,6 +12,9 @@ namespace orv {
 
 // Centra la ventana en la pantalla donde está (o en la principal).
 void CentrarVentana(QWidget* ventana);
+// Una ventana para leer páginas: casi todo el alto de la pantalla y el ancho de una hoja que se
+// lee sin acercar (hasta `anchoMaximo`), centrada.
+void TamanioDeLectura(QWidget* ventana, int anchoMaximo = 1100);
 
 // Aceptar ("Command1") y Cancelar ("Command2", que cierra el diálogo con reject) al pie de
 // `capa`. Devuelve Aceptar para conectarlo; con `predeterminado`, Enter lo pulsa.

@@ -85,14 +85,20 @@ TEST_P(DatosEjemplo, ArticulosConCodigoEanYPreciosExactos) {
         "FROM (Articulos LEFT JOIN Proveedores ON Articulos.IdProveedor = Proveedores.idProveedor) "
         "LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro"));
     static const QRegularExpression seis(QStringLiteral("^\\d{6}$"));
+    int porBarras = 0;
     while (q.next()) {
+        // El código es el interno (rubro y número) o el de barras del paquete.
         const QString codigo = q.value(0).toString();
-        EXPECT_TRUE(seis.match(codigo).hasMatch()) << qPrintable(codigo);
-        EXPECT_EQ(codigo.left(2).toInt(), q.value(1).toInt()) << "el código empieza por el rubro: " << qPrintable(codigo);
+        const QString ean = q.value(2).toString();
+        if (codigo == ean) {
+            ++porBarras;
+        } else {
+            EXPECT_TRUE(seis.match(codigo).hasMatch()) << qPrintable(codigo);
+            EXPECT_EQ(codigo.left(2).toInt(), q.value(1).toInt()) << "el código empieza por el rubro: " << qPrintable(codigo);
+        }
         EXPECT_FALSE(codigos.contains(codigo)) << "código repetido " << qPrintable(codigo);
         codigos << codigo;
 
-        const QString ean = q.value(2).toString();
         EXPECT_TRUE(eanValido(ean)) << qPrintable(ean);
         EXPECT_TRUE(ean.startsWith(QLatin1String("779"))) << qPrintable(ean);
         EXPECT_FALSE(barras.contains(ean)) << "código de barras repetido " << qPrintable(ean);

@@ -10,6 +10,7 @@
 #include "store/rutinas.h"
 
 #include <QSqlQuery>
+#include <QTemporaryDir>
 #include <functional>
 #include <vector>
 
@@ -281,6 +282,54 @@ TEST_P(Venta, ClientePorNumeroOPorTarjetaSegunElLargo) {
     EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("Ana")));
     EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("1'")));
     EXPECT_FALSE(ClientePorNumero(a, QStringLiteral("1.5")));
+}
+
+// El cliente con que empieza cada venta: sólo un número de cliente que existe; lo demás se rechaza
+// sin cambiar lo guardado, y un cliente que ya no está deja la venta sin cliente.
+TEST_P(Venta, ClientePredeterminadoSoloDeUnClienteQueExiste) {
+    Almacen& a = almacen();
+    QTemporaryDir d;
+    const Configuracion conf(d.path(), d.filePath(QStringLiteral("usuario.conf")));
+    const qint64 ana = a.inserta(QStringLiteral("INSERT INTO Vendedores (Nombre, idTipoIva) VALUES ('Ana', 1)"), {},
+                                 QStringLiteral("idVendedor"));
+    EXPECT_FALSE(ClientePredeterminado(a, conf));
+    FijaClientePredeterminado(a, conf, QStringLiteral(" ") + QString::number(ana) + QStringLiteral(" "));
+    ASSERT_TRUE(ClientePredeterminado(a, conf));
+    EXPECT_EQ(ClientePredeterminado(a, conf)->nombre, QStringLiteral("Ana"));
+    EXPECT_FALSE(ClientePredeterminado(a, conf)->vip);
+    for (const QString& malo : {QStringLiteral("99999"), QStringLiteral("Ana"), QStringLiteral("1.5"), QStringLiteral("-1"),
+                                QStringLiteral("99999999999999999999")}) {
+        EXPECT_THROW(FijaClientePredeterminado(a, conf, malo), Aviso) << qPrintable(malo);
+        EXPECT_EQ(conf.lee(clave::miscelaneas, QStringLiteral("ClientePredeterminado")), QString::number(ana));
+    }
+    a.ejecuta(QStringLiteral("DELETE FROM Vendedores WHERE idVendedor = ?"), {ana});
+    EXPECT_FALSE(ClientePredeterminado(a, conf));
+    FijaClientePredeterminado(a, conf, QString());
+    EXPECT_TRUE(conf.lee(clave::miscelaneas, QStringLiteral("ClientePredeterminado")).isEmpty());
+}
+
+TEST(Multiplicador, NumeroYAsteriscoAntesDelCodigo) {
+    const struct {
+        const char* escrito;
+        const char* codigo;
+        std::optional<QString> cantidad;
+    } casos[] = {
+        {"3*7791234567890", "7791234567890", QStringLiteral("3")},
+        {"1.5*0303", "0303", QStringLiteral("1.5")},
+        {"12*AB'1%*", "AB'1%*", QStringLiteral("12")},
+        {"0101", "0101", std::nullopt},
+        {"AB'1%*", "AB'1%*", std::nullopt}, // el asterisco del código no es un multiplicador
+        {"3*", "3*", std::nullopt},         // sin código todavía
+        {"*0101", "*0101", std::nullopt},
+        {"1,5*0303", "1,5*0303", std::nullopt}, // la coma no es decimal
+        {"-2*0101", "-2*0101", std::nullopt},
+        {"3.*0101", "3.*0101", std::nullopt},
+    };
+    for (const auto& c : casos) {
+        const CodigoConCantidad r = SeparaCantidad(QString::fromUtf8(c.escrito));
+        EXPECT_EQ(r.codigo, QString::fromUtf8(c.codigo)) << c.escrito;
+        EXPECT_EQ(r.cantidad, c.cantidad) << c.escrito;
+    }
 }
 
 TEST_P(Venta, TiposDeComprobanteNumeracionYValidaciones) {

@@ -4,6 +4,7 @@
 #include "reports/correo.h"
 #include "reports/ui/visor_informe.h"
 #include "shell/mensajes.h"
+#include "shell/ventanas.h"
 #include "store/aviso.h"
 #include "store/entrada.h"
 
@@ -12,6 +13,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPrintDialog>
+#include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -171,7 +173,7 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
         vista.setObjectName(QStringLiteral("vistaPrevia"));
         vista.setWindowTitle(QStringLiteral("Vista previa - ") + inf.titulo);
         connect(&vista, &QPrintPreviewDialog::paintRequested, &vista, [&inf](QPrinter* p) { PintaInforme(inf, *p); });
-        vista.resize(900, 760);
+        TamanioDeLectura(&vista);
         vista.exec();
         return true;
     }
@@ -183,6 +185,12 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
     visor->show();
     visor->raise();
     visor->activateWindow();
+    // Al cerrarlo (Esc), la ventana de la que salió vuelve al frente con el foco donde lo dejó: en
+    // la venta, el campo con que empieza la venta siguiente.
+    if (ventana_)
+        connect(visor, &QObject::destroyed, ventana_, [w = QPointer<QWidget>(ventana_)] {
+            if (w) w->window()->activateWindow();
+        });
     visor_ = visor;
     return true;
 }

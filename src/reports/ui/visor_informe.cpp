@@ -2,6 +2,7 @@
 
 #include "reports/ui/salida_informes.h"
 #include "shell/mensajes.h"
+#include "shell/ventanas.h"
 #include "store/aviso.h"
 
 #include <QDir>
@@ -64,7 +65,7 @@ VisorInforme::VisorInforme(InformeArmado informe, std::function<void(const QStri
     new QShortcut(QKeySequence(Qt::Key_PageUp), this, this, [this] { vista_->setCurrentPage(vista_->currentPage() - 1); });
     new QShortcut(QKeySequence::Print, this, this, &VisorInforme::imprimir);
 
-    resize(900, 760);
+    TamanioDeLectura(this);
     vista_->fitToWidth();
     vista_->updatePreview();
     vista_->setCurrentPage(1);

@@ -1,5 +1,6 @@
 #include "sales/ui/pan_pre_fact.h"
 
+#include "sales/cliente_venta.h"
 #include "shell/listas.h"
 #include "shell/mensajes.h"
 #include "shell/ventanas.h"
@@ -9,13 +10,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <limits>
 
 namespace orv {
 
-PanPreFact::PanPreFact(const Almacen& almacen, const Configuracion& conf, QWidget* padre) : QDialog(padre), conf_(conf) {
+PanPreFact::PanPreFact(const Almacen& almacen, const Configuracion& conf, QWidget* padre) : QDialog(padre), almacen_(almacen), conf_(conf) {
     setObjectName(QStringLiteral("panPreFact"));
     setWindowTitle(QStringLiteral("Seleccione el comprobante a predeterminar"));
     setModal(true);
@@ -33,6 +35,17 @@ PanPreFact::PanPreFact(const Almacen& almacen, const Configuracion& conf, QWidge
     chkUEm_->setChecked(EsNumerico(QStringView(conf_.lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado")))));
     capa->addWidget(combo1_);
     capa->addWidget(chkUEm_);
+    // El cliente de cada venta, para el negocio que casi siempre vende al consumidor final: la
+    // venta empieza con él y el cursor en el código. Vacío, cada venta pide su cliente.
+    capa->addSpacing(8);
+    auto* rotuloCliente = new QLabel(QStringLiteral("Cliente con que empieza cada venta (Nro. de cliente, vacío: ninguno) :"), this);
+    rotuloCliente->setWordWrap(true);
+    capa->addWidget(rotuloCliente);
+    txtClientePred_ = new QLineEdit(this);
+    txtClientePred_->setObjectName(QStringLiteral("txtClientePredeterminado"));
+    txtClientePred_->setPlaceholderText(QStringLiteral("Ninguno"));
+    txtClientePred_->setText(conf_.lee(clave::miscelaneas, QStringLiteral("ClientePredeterminado")));
+    capa->addWidget(txtClientePred_);
     connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanPreFact::acepta);
     resize(420, sizeHint().height());
     CentrarVentana(this);
@@ -41,6 +54,11 @@ PanPreFact::PanPreFact(const Almacen& almacen, const Configuracion& conf, QWidge
 void PanPreFact::acepta() {
     if (combo1_->currentIndex() < 0) {
         MensajeError(QStringLiteral("Seleccione un tipo de comprobante!"), this);
+        return;
+    }
+    if (!Intenta(this, [this] { FijaClientePredeterminado(almacen_, conf_, txtClientePred_->text()); })) {
+        txtClientePred_->setFocus();
+        txtClientePred_->selectAll();
         return;
     }
     conf_.graba(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"), combo1_->currentData().toString());

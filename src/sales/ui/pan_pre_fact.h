@@ -1,5 +1,6 @@
 #pragma once
-// "Seleccione el comprobante a predeterminar": el tipo con que empieza cada venta.
+// "Seleccione el comprobante a predeterminar": el tipo y, si se quiere, el cliente con que
+// empieza cada venta.
 
 #include "app/configuracion.h"
 #include "store/almacen.h"
@@ -8,6 +9,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLineEdit;
 
 namespace orv {
 
@@ -19,9 +21,11 @@ public:
 private:
     void acepta();
 
+    const Almacen& almacen_;
     const Configuracion& conf_;
     QComboBox* combo1_;
     QCheckBox* chkUEm_;
+    QLineEdit* txtClientePred_;
 };
 
 } // namespace orv

@@ -82,8 +82,32 @@ void PanelVenta::armaPantalla() {
     auto* capa = new QVBoxLayout(this);
     capa->setContentsMargins(0, 0, 0, 0);
     capa->setSpacing(8);
+    capa->addLayout(armaCabeza());
+    capa->addWidget(armaCliente());
+    capa->addWidget(armaEntrada());
+    auto* cuerpo = new QHBoxLayout;
+    cuerpo->setSpacing(12);
+    cuerpo->addWidget(armaLineas(), 1);
+    cuerpo->addWidget(armaTotales());
+    capa->addLayout(cuerpo, 1);
 
-    // Cabeza: título, tipo de comprobante, próximo número y el botón de agrandar.
+    auto* teclas = new QLabel(QStringLiteral(
+        "F2 Cliente · F3 Buscar artículo · F4 Cgo. proveedor · F5 Mas Datos... · F6 Su Pago · "
+        "F7 Líneas · Supr Borrar ítem · +/− cantidad de la línea · 3* antes del código: 3 unidades · "
+        "F8 Anular · F9 Registrar · Esc Código"), this);
+    teclas->setObjectName(QStringLiteral("lblTeclas"));
+    teclas->setEnabled(false);
+    teclas->setWordWrap(true);
+    capa->addWidget(teclas);
+
+    limpiaEntrada();
+    lblCli_->setText(QStringLiteral("<Sin seleccion de cliente>"));
+    lblDirCli_->setText(QStringLiteral("Domicilio - Telefonos - e-mail"));
+    lblCuit_->setText(QStringLiteral("CUIT : 0"));
+}
+
+// Cabeza: título, tipo de comprobante, próximo número y el botón de agrandar.
+QHBoxLayout* PanelVenta::armaCabeza() {
     auto* cabeza = new QHBoxLayout;
     cabeza->addWidget(TituloPanel(QStringLiteral("Vender"), this));
     cabeza->addSpacing(24);
@@ -120,9 +144,11 @@ void PanelVenta::armaPantalla() {
     command55_->setAutoDefault(false);
     command55_->setFocusPolicy(Qt::NoFocus);
     cabeza->addWidget(command55_);
-    capa->addLayout(cabeza);
+    return cabeza;
+}
 
-    // Cliente, vendedor y forma de pago.
+// Cliente, vendedor y forma de pago.
+QGroupBox* PanelVenta::armaCliente() {
     auto* cliente = new QGroupBox(this);
     auto* gc = new QGridLayout(cliente);
     gc->setContentsMargins(10, 8, 10, 8);
@@ -172,9 +198,11 @@ void PanelVenta::armaPantalla() {
     gc->addWidget(cboFPago_, 1, 5);
     gc->addWidget(command17_, 0, 6, 2, 1);
     gc->setColumnStretch(3, 1); // el nombre del cliente toma el lugar que sobra
-    capa->addWidget(cliente);
+    return cliente;
+}
 
-    // Carga de artículos.
+// Carga de artículos, con el aviso del código que no se encontró debajo del código.
+QGroupBox* PanelVenta::armaEntrada() {
     auto* entrada = new QGroupBox(this);
     auto* ge = new QGridLayout(entrada);
     ge->setContentsMargins(10, 6, 10, 8);
@@ -249,11 +277,21 @@ void PanelVenta::armaPantalla() {
     ge->setColumnStretch(1, 3);
     text16_->setMaximumWidth(QWIDGETSIZE_MAX);
     text7_->setMinimumWidth(200);
-    capa->addWidget(entrada);
+    lblNoEncontrado_ = new QLabel(entrada);
+    lblNoEncontrado_->setObjectName(QStringLiteral("lblNoEncontrado"));
+    lblNoEncontrado_->setStyleSheet(
+        QStringLiteral("background: #b00020; color: white; font-weight: bold; padding: 6px 10px; border-radius: 3px;"));
+    QFont fav = lblNoEncontrado_->font();
+    fav.setPointSizeF(fav.pointSizeF() * 1.2);
+    lblNoEncontrado_->setFont(fav);
+    lblNoEncontrado_->setWordWrap(true);
+    lblNoEncontrado_->hide();
+    ge->addWidget(lblNoEncontrado_, 4, 0, 1, 6);
+    return entrada;
+}
 
-    // Líneas y totales.
-    auto* cuerpo = new QHBoxLayout;
-    cuerpo->setSpacing(12);
+// Las líneas de la venta.
+Grilla* PanelVenta::armaLineas() {
     grilla_ = new Grilla(almacen_, this);
     grilla_->setObjectName(QStringLiteral("DBGrid4"));
     grilla_->fijaTituloImpresion(QStringLiteral("Venta en curso"));
@@ -274,8 +312,11 @@ void PanelVenta::armaPantalla() {
     grilla_->tabla()->horizontalHeader()->setMinimumSectionSize(12);
     // Las columnas se reparten el ancho (ajustaGrilla): no hace falta desplazarse a los costados.
     grilla_->tabla()->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    cuerpo->addWidget(grilla_, 1);
+    return grilla_;
+}
 
+// Totales, pago y vuelto, y los botones de la venta.
+QGroupBox* PanelVenta::armaTotales() {
     auto* caja = new QGroupBox(this);
     caja->setObjectName(QStringLiteral("cajaTotales"));
     caja->setMinimumWidth(290);
@@ -366,21 +407,7 @@ void PanelVenta::armaPantalla() {
     gt->addLayout(botones, f++, 0, 1, 3);
     gt->addWidget(command16_, f++, 0, 1, 3);
     gt->setColumnStretch(2, 1);
-    cuerpo->addWidget(caja);
-    capa->addLayout(cuerpo, 1);
-
-    auto* teclas = new QLabel(QStringLiteral(
-        "F2 Cliente · F3 Buscar artículo · F4 Cgo. proveedor · F5 Mas Datos... · F6 Su Pago · "
-        "F7 Líneas · Supr Borrar ítem · +/− cantidad de la línea · F8 Anular · F9 Registrar · Esc Código"), this);
-    teclas->setObjectName(QStringLiteral("lblTeclas"));
-    teclas->setEnabled(false);
-    teclas->setWordWrap(true);
-    capa->addWidget(teclas);
-
-    limpiaEntrada();
-    lblCli_->setText(QStringLiteral("<Sin seleccion de cliente>"));
-    lblDirCli_->setText(QStringLiteral("Domicilio - Telefonos - e-mail"));
-    lblCuit_->setText(QStringLiteral("CUIT : 0"));
+    return caja;
 }
 
 void PanelVenta::conecta() {
@@ -406,6 +433,10 @@ void PanelVenta::conecta() {
     // Enter en cada campo hace lo del botón que corresponde (el lector de códigos termina con
     // Enter en Text7, y la línea se agrega con el precio del artículo).
     connect(text7_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
+    // "3*" antes del código: la cantidad se ve en su campo mientras llega el código.
+    connect(text7_, &QLineEdit::textEdited, this, [this](const QString& t) {
+        if (const auto cantidad = SeparaCantidad(t + QStringLiteral("0")).cantidad) txtCant_->setText(*cantidad);
+    });
     // Enter en el código del proveedor o en la lista trae antes el precio del artículo: nunca se
     // agrega una línea a un precio que el cajero no vio.
     connect(text16_, &QLineEdit::returnPressed, this, [this] {
@@ -565,7 +596,18 @@ void PanelVenta::entra() {
     leeLineas(false);
     eligeTipo();
     QTimer::singleShot(0, this, &PanelVenta::ajustaGrilla);
-    text8_->setFocus();
+    // Una venta sin cliente toma el predeterminado, si lo hay; con cliente, el cajero sigue cargando.
+    if (idCliente_ || aplicaClientePredeterminado()) text7_->setFocus();
+    else text8_->setFocus();
+}
+
+bool PanelVenta::aplicaClientePredeterminado() {
+    std::optional<ClienteVenta> c;
+    Intenta(this, [&] { c = ClientePredeterminado(almacen_, conf_); });
+    if (!c) return false;
+    text8_->setText(QString::number(c->idVendedor));
+    llenaCliente(*c, QStringLiteral("Cliente:"));
+    return true;
 }
 
 void PanelVenta::leeLineas(bool alFinal) {
@@ -632,7 +674,8 @@ void PanelVenta::actualizaConImpuesto() {
 
 void PanelVenta::precioPorCodigo() {
     Intenta(this, [this] {
-        const auto art = text7_->text().isEmpty() ? std::nullopt : ArticuloPorCodigo(almacen_, text7_->text());
+        const QString codigo = SeparaCantidad(text7_->text()).codigo;
+        const auto art = codigo.isEmpty() ? std::nullopt : ArticuloPorCodigo(almacen_, codigo);
         if (!art || art->precioVenta.isNull()) {
             text9_->setEditText(QString());
             txUnit_->setText(QStringLiteral("0"));
@@ -699,26 +742,48 @@ void PanelVenta::agregaConPrecioALaVista(const std::optional<ArticuloVenta>& art
 void PanelVenta::agregar() {
     PedidoLinea p;
     p.origen = tag_;
-    p.codigo = text7_->text();
+    const CodigoConCantidad escrito = SeparaCantidad(text7_->text());
+    p.codigo = escrito.codigo;
     p.idDeLista = articuloDeLista();
-    p.cantidad = txtCant_->text();
+    p.cantidad = escrito.cantidad.value_or(txtCant_->text());
     p.unitario = txUnit_->text();
+    bool noEncontrado = false;
     const bool agregada = Intenta(this, [&] {
         try {
             AgregaLinea(almacen_, estado_.IdRed, p);
         } catch (const ErrorAlmacen& e) {
             throw Aviso(QStringLiteral("Error:") + e.descripcion());
+        } catch (const Aviso& a) {
+            if (a.texto() != kArticuloNoEncontrado) throw;
+            noEncontrado = true;
         }
     });
+    if (noEncontrado) {
+        muestraNoEncontrado(p.origen == OrigenLinea::Lista ? text9_->currentText() : p.codigo);
+        return;
+    }
     if (!agregada) {
         text7_->setFocus();
         return;
     }
     QApplication::beep();
+    lblNoEncontrado_->hide();
     leeLineas(true);
     limpiaEntrada();
     tag_ = OrigenLinea::CodigoBarras;
     text7_->setFocus();
+}
+
+void PanelVenta::muestraNoEncontrado(const QString& codigo) {
+    // Sin caja modal: el Enter del próximo escaneo no se pierde cerrándola. El código queda
+    // marcado y lo que se escanee después lo reemplaza.
+    lblNoEncontrado_->setText(kArticuloNoEncontrado +
+                              (codigo.trimmed().isEmpty() ? QString() : QStringLiteral("   ") + codigo.trimmed()));
+    lblNoEncontrado_->show();
+    QApplication::beep();
+    QTimer::singleShot(180, this, [] { QApplication::beep(); }); // dos pitidos: no entró
+    text7_->setFocus();
+    text7_->selectAll();
 }
 
 void PanelVenta::limpiaEntrada() {
@@ -900,7 +965,9 @@ void PanelVenta::reseteaFactura() {
     command18_->setEnabled(false);
     lblItems_->setText(QStringLiteral("0 ítems."));
     limpiaEntrada();
-    text8_->setFocus();
+    lblNoEncontrado_->hide();
+    if (aplicaClientePredeterminado()) text7_->setFocus();
+    else text8_->setFocus();
 }
 
 // --- totales y vuelto ---

@@ -17,6 +17,8 @@
 #include <optional>
 
 class QComboBox;
+class QGroupBox;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -43,7 +45,7 @@ public:
     void leeCoefIva();
 
     // Al entrar al panel: vuelve a leer las líneas de esta terminal y el tipo elegido, y pone el
-    // cursor en el cliente.
+    // cursor en el cliente; con cliente (elegido o predeterminado), en el código del artículo.
     void entra();
     // Anchos de las cinco primeras columnas de las líneas: 18, 10, 30, 19 y 19 % del ancho.
     void ajustaGrilla();
@@ -89,6 +91,13 @@ protected:
 
 private:
     void armaPantalla();
+    QHBoxLayout* armaCabeza();
+    QGroupBox* armaCliente();
+    QGroupBox* armaEntrada();
+    Grilla* armaLineas();
+    QGroupBox* armaTotales();
+    bool aplicaClientePredeterminado();
+    void muestraNoEncontrado(const QString& codigo);
     void conecta();
     void precioPorCodigo();       // Text7 pierde el foco
     // Text9 pierde el foco: el artículo elegido en la lista, con su precio ya a la vista.
@@ -145,6 +154,7 @@ private:
     QLineEdit* txSuPago_ = nullptr;
     QLabel* txSuVuelto_ = nullptr;
     QLabel* lblItems_ = nullptr;
+    QLabel* lblNoEncontrado_ = nullptr; // el código que no es de ningún artículo, sin caja modal
     QPushButton* command18_ = nullptr;
     QPushButton* command21_ = nullptr;
     QPushButton* command16_ = nullptr;

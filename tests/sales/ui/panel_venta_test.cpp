@@ -3,6 +3,7 @@
 #include "apoyo/pantalla_prueba.h"
 #include "panel_prueba.h"
 #include "apoyo/modal.h"
+#include "sales/cliente_venta.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_sel_cliente.h"
 #include "sales/ui/panel_venta.h"
@@ -101,11 +102,62 @@ TEST_F(PanelVentaTest, MedioKiloDosVecesYArticuloQueNoEsta) {
         QTest::keyClick(cant, Qt::Key_Return);
         EXPECT_DOUBLE_EQ(std::get<1>(lineas()[0]), i == 0 ? 0.5 : 1.0);
     }
+    // Un código que no está se avisa en el panel, sin una caja que se trague el Enter del próximo
+    // escaneo: el código queda marcado y el próximo lo reemplaza.
     auto caja = respondeCaja(QStringLiteral("Aceptar"));
     escanea(QStringLiteral("NO-EXISTE"));
-    EXPECT_TRUE(caja->vista);
-    EXPECT_EQ(caja->texto, QStringLiteral("Articulo no encontrado!"));
+    auto* aviso = w<QLabel>("lblNoEncontrado");
+    EXPECT_TRUE(aviso->isVisible());
+    EXPECT_EQ(aviso->text(), QStringLiteral("Articulo no encontrado!   NO-EXISTE"));
+    EXPECT_EQ(w<QLineEdit>("Text7")->selectedText(), QStringLiteral("NO-EXISTE"));
     EXPECT_EQ(lineas().size(), 1u);
+    QTest::keyClicks(w<QLineEdit>("Text7"), QStringLiteral("0101"));
+    QTest::keyClick(w<QLineEdit>("Text7"), Qt::Key_Return);
+    EXPECT_FALSE(aviso->isVisible());
+    ASSERT_EQ(lineas().size(), 2u);
+    EXPECT_EQ(std::get<0>(lineas()[1]), QStringLiteral("0101"));
+    QTest::qWait(30);
+    EXPECT_FALSE(caja->vista);
+}
+
+// "3*" antes del código pide 3 sin pasar por "Cantidad", que muestra el número mientras llega el
+// código; un código que sólo parece un multiplicador se busca entero.
+TEST_F(PanelVentaTest, MultiplicadorAntesDelCodigo) {
+    QLineEdit* t7 = w<QLineEdit>("Text7");
+    t7->setFocus();
+    QTest::keyClicks(t7, QStringLiteral("3*"));
+    EXPECT_EQ(texto("txtCant"), QStringLiteral("3"));
+    QTest::keyClicks(t7, QStringLiteral("0101"));
+    QTest::keyClick(t7, Qt::Key_Return);
+    escanea(QStringLiteral("1.5*0303"));
+    escanea(QStringLiteral("2*0101")); // se suma a la línea que ya estaba
+    escanea(QStringLiteral("AB'1%*"));
+    using L = std::tuple<QString, double, double, double>;
+    EXPECT_EQ(lineas(), (std::vector<L>{{QStringLiteral("0101"), 5.0, 100.0, 500.0},
+                                        {QStringLiteral("0303"), 1.5, 250.0, 375.0},
+                                        {QStringLiteral("AB'1%*"), 1.0, 19.99, 19.99}}));
+    EXPECT_EQ(texto("txtCant"), QStringLiteral("1"));
+}
+
+// Con cliente predeterminado, cada venta empieza con él y el cursor en el código; escribir otro
+// número lo cambia para esta venta, y la siguiente vuelve a empezar con el predeterminado.
+TEST_F(PanelVentaTest, ClientePredeterminadoEnCadaVentaNueva) {
+    FijaClientePredeterminado(a(), *conf_, QStringLiteral("5"));
+    auto panel = nuevoPanel(estado_);
+    auto* t8 = panel->findChild<QLineEdit*>(QStringLiteral("Text8"));
+    EXPECT_EQ(t8->text(), QStringLiteral("5"));
+    EXPECT_EQ(panel->findChild<QLabel*>(QStringLiteral("lblCli"))->text(), QStringLiteral("Ana O'Neil"));
+    EXPECT_EQ(panel->idCliente(), std::optional<qint64>(5));
+    EXPECT_TRUE(panel->findChild<QLineEdit*>(QStringLiteral("Text7"))->hasFocus());
+    t8->setFocus();
+    t8->selectAll();
+    QTest::keyClicks(t8, QStringLiteral("12345"));
+    QTest::keyClick(t8, Qt::Key_Return);
+    EXPECT_EQ(panel->idCliente(), std::optional<qint64>(12345));
+    panel->reseteaFactura();
+    EXPECT_EQ(panel->idCliente(), std::optional<qint64>(5));
+    EXPECT_EQ(estado_.NombreClienteActual, QStringLiteral("Ana O'Neil"));
+    EXPECT_TRUE(panel->findChild<QLineEdit*>(QStringLiteral("Text7"))->hasFocus());
 }
 
 TEST_F(PanelVentaTest, CodigoDeProveedorConOtroPrecioSumaConElUnitarioViejo) {

@@ -5,6 +5,8 @@
 #include "apoyo/pantalla_prueba.h"
 #include "panel_prueba.h"
 #include "reports/ui/salida_informes.h"
+#include "reports/ui/visor_informe.h"
+#include "sales/cliente_venta.h"
 #include "sales/ui/panel_venta.h"
 #include "store/actualizacion.h"
 #include "../../ui/caja_modal.h"
@@ -15,6 +17,8 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QMessageBox>
+#include <QPointer>
+#include <QScreen>
 #include <QTimer>
 
 namespace orv {
@@ -135,6 +139,34 @@ TEST_F(Registrar, RegistraImprimePorLaSalidaVigenteYEmpiezaOtraVenta) {
     EXPECT_EQ(cuenta("TmpFac"), 0);
     EXPECT_TRUE(campo("Text8")->text().isEmpty());
     EXPECT_FALSE(panel_->idCliente());
+}
+
+// La caja que nunca toca el mouse: con cliente predeterminado, escanear y F9; el comprobante se ve
+// en una ventana casi del alto de la pantalla, Esc la cierra y la próxima venta ya está lista
+// para escanear, con su cliente.
+TEST_F(Registrar, SoloConElTecladoDelEscaneoALaVentaSiguiente) {
+    FijaClientePredeterminado(a(), *conf_, QStringLiteral("7"));
+    SalidaInformes aLaVentana(a(), *conf_, estado_, reloj_, panel_.get());
+    aLaVentana.fijaDestino(QStringLiteral("0 - A una ventana"), QStringLiteral("1"));
+    panel_->fijaSalida(&aLaVentana);
+    panel_->reseteaFactura();
+    EXPECT_TRUE(campo("Text7")->hasFocus());
+    escanea(QStringLiteral("0101"));
+    auto cajas = respondeTodas(1);
+    f9();
+    ASSERT_EQ(cajas->size(), 1); // sólo la pregunta de registrar
+    EXPECT_TRUE(cajas->at(0).startsWith(QStringLiteral("Registra e Imprime :FACTURA B")));
+    EXPECT_EQ(a().valor(QStringLiteral("SELECT Nombre FROM Comprobantes")).toString(), QStringLiteral("Kiosco O'Hara"));
+    QPointer<VisorInforme> visor = aLaVentana.ultimoVisor();
+    ASSERT_TRUE(visor);
+    const QRect pantalla = visor->screen()->availableGeometry();
+    EXPECT_GE(visor->height(), pantalla.height() * 9 / 10);
+    QApplication::setActiveWindow(visor);
+    QTest::keyClick(visor, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return visor.isNull(); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return campo("Text7")->hasFocus(); }, 2000));
+    EXPECT_EQ(panel_->idCliente(), std::optional<qint64>(7));
+    panel_->fijaSalida(salida_.get());
 }
 
 TEST_F(Registrar, UnaFallaLoDiceUnaVezYGuardaElBorradorYElNumero) {

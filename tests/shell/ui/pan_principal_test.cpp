@@ -22,6 +22,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QTableView>
 #include <QTest>
@@ -217,7 +218,7 @@ TEST_F(VentanaPrincipal, CambioDePanelYVentaQueSobrevive) {
     auto* pila = w->findChild<QStackedWidget*>(QStringLiteral("pilaPaneles"));
     QTest::mouseClick(w->botonLateral(3), Qt::LeftButton);
     EXPECT_EQ(w->panelActual(), 3);
-    EXPECT_EQ(pila->currentWidget()->objectName(), QStringLiteral("PanelPrincipal3"));
+    EXPECT_EQ(pila->currentWidget()->objectName(), QStringLiteral("zonaPanel3"));
     Grilla* lineas = w->panelVenta()->grilla();
     ASSERT_EQ(lineas->modelo().rowCount(), 2);
     EXPECT_EQ(lineas->modelo().valor(0, lineas->modelo().columna(QStringLiteral("Codigo"))).toString(),
@@ -249,6 +250,30 @@ TEST_F(VentanaPrincipal, CambioDePanelYVentaQueSobrevive) {
     QTest::mouseClick(w->botonLateral(6), Qt::LeftButton);
     QTest::mouseClick(w->findChild<QPushButton*>(QStringLiteral("Label37")), Qt::LeftButton);
     EXPECT_EQ(w->panelActual(), 8);
+}
+
+// La ventana abre maximizada, cada panel lateral se abre con Alt y su letra subrayada, y en una
+// pantalla chica el panel se desplaza en lugar de quedar cortado.
+TEST_F(VentanaPrincipal, PanelesConElTecladoYEnPantallaChica) {
+    auto w = ventana();
+    EXPECT_TRUE(w->windowState() & Qt::WindowMaximized);
+    w->show();
+    QApplication::setActiveWindow(w.get());
+    const std::pair<char, int> teclas[] = {{'V', 3}, {'A', 0}, {'L', 1}, {'C', 2}, {'I', 4}, {'U', 6}, {'P', 7}, {'V', 3}};
+    for (const auto& [letra, panel] : teclas) {
+        QTest::keyClick(w.get(), Qt::Key(letra), Qt::AltModifier);
+        // El botón se muestra pulsado un instante antes de abrir su panel.
+        EXPECT_TRUE(QTest::qWaitFor([&, panel = panel] { return w->panelActual() == panel; }, 2000)) << letra;
+    }
+    w->setWindowState(Qt::WindowNoState);
+    w->resize(800, 600);
+    QApplication::processEvents();
+    auto* zona = w->findChild<QScrollArea*>(QStringLiteral("zonaPanel3"));
+    ASSERT_NE(zona, nullptr);
+    const QWidget* registrar = w->findChild<QPushButton*>(QStringLiteral("Command16"));
+    // "Registrar" queda a la vista o a un desplazamiento: dentro del panel desplazable, nunca fuera.
+    EXPECT_GE(zona->widget()->width(), zona->widget()->minimumSizeHint().width());
+    EXPECT_TRUE(zona->widget()->rect().contains(registrar->mapTo(zona->widget(), registrar->rect().bottomRight())));
 }
 
 TEST_F(VentanaPrincipal, MaximizarYRestaurarConLasProporcionesDeLaGrilla) {
