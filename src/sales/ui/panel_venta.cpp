@@ -433,7 +433,8 @@ void PanelVenta::conecta() {
     // Enter en cada campo hace lo del botón que corresponde (el lector de códigos termina con
     // Enter en Text7, y la línea se agrega con el precio del artículo).
     connect(text7_, &QLineEdit::returnPressed, this, &PanelVenta::agregar);
-    // "3*" antes del código: la cantidad se ve en su campo mientras llega el código.
+    // "3*" antes del código: la cantidad se ve en su campo mientras llega el código (el "0" hace
+    // las veces del código que todavía no se escribió).
     connect(text7_, &QLineEdit::textEdited, this, [this](const QString& t) {
         if (const auto cantidad = SeparaCantidad(t + QStringLiteral("0")).cantidad) txtCant_->setText(*cantidad);
     });
@@ -1057,7 +1058,8 @@ void PanelVenta::llenaCliente(const ClienteVenta& c, const QString& etiqueta) {
     // Un cliente sin forma de pago propia paga en efectivo, y la pantalla lo muestra así.
     if (cboFPago_->currentText().isEmpty()) cboFPago_->setCurrentIndex(cboFPago_->findText(QStringLiteral("EFVO")));
     estado_.FormaPagoActual = cboFPago_->currentText().isEmpty() ? QStringLiteral("EFVO") : cboFPago_->currentText();
-    lblDirCli_->setText(c.direccion);
+    // Un cliente sin domicilio, teléfonos ni e-mail (el consumidor final) no muestra sólo las comas.
+    lblDirCli_->setText(QString(c.direccion).remove(u',').trimmed().isEmpty() ? QString() : c.direccion);
     lblCuit_->setText(QStringLiteral("CUIT - RFC : ") + c.cuit);
 }
 
