@@ -598,7 +598,8 @@ void PanelVenta::entra() {
     eligeTipo();
     QTimer::singleShot(0, this, &PanelVenta::ajustaGrilla);
     // Una venta sin cliente toma el predeterminado, si lo hay; con cliente, el cajero sigue cargando.
-    if (idCliente_ || aplicaClientePredeterminado()) text7_->setFocus();
+    // Un número escrito y todavía no confirmado no se pisa.
+    if (idCliente_ || (text8_->text().isEmpty() && aplicaClientePredeterminado())) text7_->setFocus();
     else text8_->setFocus();
 }
 
