@@ -784,13 +784,18 @@ std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant
         if (cercaDelFinal) {
             if (!extremo_ || despues(v, extremo_->ultimo)) {
                 // Total y último valor en una sola sentencia, para que se correspondan (el último,
-                // por el índice; MAX no lo usaría a través de una vista con uniones).
+                // por el índice; MAX no lo usaría a través de una vista con uniones). El total son
+                // todas las filas menos las de valor nulo: un COUNT(*) sin condición sobre una
+                // consulta de una sola tabla lo responde SQLite con el índice más chico, sin leer
+                // las filas; las nulas se cuentan por el índice de la columna.
+                const QString de = QStringLiteral(" FROM (") + orden_->base + QStringLiteral(") AS q");
                 QSqlQuery q = ejecutaAdelante(
                     almacen_,
-                    QStringLiteral("SELECT COUNT(*), (SELECT ") + c + QStringLiteral(" FROM (") + orden_->base +
-                        QStringLiteral(") AS u WHERE ") + c + QStringLiteral(" IS NOT NULL ORDER BY ") + c + inverso +
-                        QStringLiteral(" LIMIT 1)") + desde + c + QStringLiteral(" IS NOT NULL"),
-                    parametros_ + parametros_);
+                    QStringLiteral("SELECT (SELECT COUNT(*)") + de + QStringLiteral(") - (SELECT COUNT(*)") + de +
+                        QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NULL), (SELECT ") + c + de +
+                        QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NOT NULL ORDER BY ") + c + inverso +
+                        QStringLiteral(" LIMIT 1)"),
+                    parametros_ + parametros_ + parametros_);
                 if (q.next() && esEntero(q.value(1)))
                     extremo_ = Extremo{q.value(0).toLongLong(), q.value(1).toLongLong()};
                 else

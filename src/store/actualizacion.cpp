@@ -32,6 +32,8 @@ AlmacenMasNuevo::AlmacenMasNuevo(int delAlmacen, int delPrograma)
 const std::vector<PasoEsquema>& pasosDelSistema() {
     static const std::vector<PasoEsquema> pasos = {
         {1, QStringLiteral("Esquema inicial: tablas, índices, consultas y filas de partida"), creaEsquemaInicial},
+        {2, QStringLiteral("Consulta de caja que se cuenta sin leer cuentas, comprobantes ni usuarios"),
+         rehaceConsultaCaja},
     };
     return pasos;
 }

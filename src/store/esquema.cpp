@@ -415,10 +415,16 @@ const char* const kIndices[] = {
     "CREATE INDEX Usuarios_NombreUsuario ON Usuarios (NombreUsuario)",
 };
 
-// Consultas guardadas, como vistas. El mismo texto sirve a los dos motores.
+// Consultas guardadas, como vistas. El mismo texto sirve a los dos motores, salvo donde SQLite
+// tiene su propia forma de la misma consulta (las mismas filas y columnas, con los mismos tipos).
 struct Vista {
     const char* nombre;
     const char* texto;
+    const char* textoSQLite = nullptr;
+
+    QString textoPara(Dialecto d) const {
+        return QString::fromUtf8(d == Dialecto::SQLite && textoSQLite ? textoSQLite : texto).trimmed();
+    }
 };
 
 const Vista kVistas[] = {
@@ -439,7 +445,23 @@ const Vista kVistas[] = {
                Usuarios.NombreUsuario, Usuarios.NombreCompleto
         FROM ((Caja LEFT JOIN Cuentas ON Caja.idCuenta = Cuentas.idCuenta)
               LEFT JOIN Comprobantes ON Caja.idComprobante = Comprobantes.idComprobante)
-             LEFT JOIN Usuarios ON Caja.idUsuario = Usuarios.idUsuario)"},
+             LEFT JOIN Usuarios ON Caja.idUsuario = Usuarios.idUsuario)",
+     // En SQLite la cuenta, el comprobante y el usuario se leen por su clave en la misma fila: una
+     // por movimiento, nula si ya no está, como con LEFT JOIN. SQLite sólo los lee para las filas
+     // que entrega, así que contar los movimientos (COUNT(*) sale del índice más chico de Caja) y
+     // saltar filas hasta una página lejana de la grilla no pasa por esas tablas; con las uniones,
+     // SQLite las recorre para cada fila aunque no se pidan. PostgreSQL deja de lado por sí mismo
+     // una unión LEFT JOIN por clave que no se usa, y arma mejor las lecturas grandes con uniones.
+     R"(
+        SELECT Caja.Fecha,
+               (SELECT Cuentas.Cuenta FROM Cuentas WHERE Cuentas.idCuenta = Caja.idCuenta) AS Cuenta,
+               (SELECT Comprobantes.Factura FROM Comprobantes
+                 WHERE Comprobantes.idComprobante = Caja.idComprobante) AS Factura,
+               Caja.Detalles, Caja.Ingreso, Caja.Egreso, Caja.FormaPago, Caja.idCaja, Caja.idComprobante,
+               Caja.idCuenta, Caja.idUsuario,
+               (SELECT Usuarios.NombreUsuario FROM Usuarios WHERE Usuarios.idUsuario = Caja.idUsuario) AS NombreUsuario,
+               (SELECT Usuarios.NombreCompleto FROM Usuarios WHERE Usuarios.idUsuario = Caja.idUsuario) AS NombreCompleto
+        FROM Caja)"},
 
     {"ConsultaCtaCte", R"(
         SELECT Comisiones.idVendedor, Comisiones.Fecha, Comisiones.Tipo, Comprobantes.Factura,
@@ -881,8 +903,7 @@ void quitaVistas(Almacen& a, const Existente& e) {
 
 void creaVistas(Almacen& a) {
     for (const Vista& v : kVistas)
-        a.ejecuta(QStringLiteral("CREATE VIEW %1 AS %2")
-                      .arg(QString::fromUtf8(v.nombre), QString::fromUtf8(v.texto).trimmed()));
+        a.ejecuta(QStringLiteral("CREATE VIEW %1 AS %2").arg(QString::fromUtf8(v.nombre), v.textoPara(a.dialecto())));
 }
 
 bool vacia(const Almacen& a, const QString& tabla) {
@@ -997,6 +1018,21 @@ void ajustaContadores(Almacen& a, const QList<Tabla>& tablas, const QString& sol
     }
 }
 
+// Vuelve a crear una vista del sistema con su texto de hoy. PostgreSQL la reemplaza en su lugar
+// (las mismas columnas), así no molesta una vista propia del comercio que la use.
+void rehaceVista(Almacen& a, const char* nombre) {
+    for (const Vista& v : kVistas) {
+        if (qstrcmp(v.nombre, nombre) != 0) continue;
+        const QString n = QString::fromUtf8(v.nombre);
+        if (a.esPostgreSQL()) {
+            a.ejecuta(QStringLiteral("CREATE OR REPLACE VIEW %1 AS %2").arg(n, v.textoPara(a.dialecto())));
+        } else {
+            a.ejecuta(QStringLiteral("DROP VIEW IF EXISTS ") + n);
+            a.ejecuta(QStringLiteral("CREATE VIEW %1 AS %2").arg(n, v.textoPara(a.dialecto())));
+        }
+    }
+}
+
 } // namespace
 
 void creaEsquemaInicial(Almacen& a) {
@@ -1010,5 +1046,7 @@ void creaEsquemaInicial(Almacen& a) {
     cargaFilasDePartida(a);
     ajustaContadores(a, tablas, QStringLiteral("Vendedores"));
 }
+
+void rehaceConsultaCaja(Almacen& a) { rehaceVista(a, "ConsultaCaja"); }
 
 } // namespace orv

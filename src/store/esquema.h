@@ -27,4 +27,8 @@ const QStringList& columnasPermiso();
 // vuelve a crear las vistas del sistema. Nunca borra una fila.
 void creaEsquemaInicial(Almacen& a);
 
+// Paso 2: la consulta de caja con su texto de hoy (en SQLite, la cuenta, el comprobante y el
+// usuario de cada movimiento se leen por su clave en vez de unir las tablas). No toca datos.
+void rehaceConsultaCaja(Almacen& a);
+
 } // namespace orv

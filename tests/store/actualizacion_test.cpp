@@ -118,6 +118,28 @@ TEST_P(Actualizacion, UnPasoNuevoAgregaColumnaEIndiceSinPerderFilas) {
     EXPECT_EQ(actualizaEsquema(almacen(), pasos), 0) << "cada paso se aplica una sola vez";
 }
 
+TEST_P(Actualizacion, LaConsultaDeCajaSeRehaceSinRomperUnaVistaDelComercio) {
+    // Un almacén que quedó en el paso 1, con movimientos y una vista propia sobre la consulta de caja.
+    ASSERT_EQ(actualizaEsquema(almacen(), std::vector<PasoEsquema>{pasosDelSistema().front()}), 1);
+    Almacen& a = almacen();
+    a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idUsuario, Fecha, Ingreso, Egreso) VALUES (1, 1, ?, ?, 0), "
+                             "(555, 1, ?, ?, 0)"),
+              {QDate(2024, 1, 2), QStringLiteral("10.5000"), QDate(2024, 1, 3), QStringLiteral("3.0000")});
+    a.ejecuta(QStringLiteral("CREATE VIEW CajaDelComercio AS SELECT Fecha, Cuenta, NombreUsuario, Ingreso "
+                             "FROM ConsultaCaja"));
+
+    EXPECT_EQ(actualizaEsquema(a), static_cast<int>(pasosDelSistema().size()) - 1);
+    EXPECT_EQ(versionEsquema(a), ultimoPaso());
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT Cuenta, NombreUsuario FROM CajaDelComercio ORDER BY Fecha"));
+    ASSERT_TRUE(q.next());
+    EXPECT_EQ(q.value(0).toString(), QStringLiteral("Ventas Mostrador"));
+    EXPECT_EQ(q.value(1).toString(), QStringLiteral("supervisor"));
+    ASSERT_TRUE(q.next());
+    EXPECT_TRUE(q.value(0).isNull()) << "la cuenta 555 no existe";
+    EXPECT_FALSE(q.next());
+    EXPECT_EQ(cuenta(QStringLiteral("ConsultaCaja")), 2);
+}
+
 TEST_P(Actualizacion, UnPasoQueFallaSeDeshaceEntero) {
     almacenConDatos();
     if (HasFatalFailure()) return;

@@ -301,6 +301,47 @@ TEST_P(VistasConDatos, CajaConSuCuentaYSuComprobante) {
               24691200);
 }
 
+TEST_P(VistasConDatos, CajaUnaFilaPorMovimientoAunqueFalteSuCuentaComprobanteOUsuario) {
+    Almacen& a = almacen();
+    const qint64 bancos = a.inserta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES (?)"), {QStringLiteral("Bancos")},
+                                    QStringLiteral("idCuenta"));
+    const QVariant nulo(QMetaType(QMetaType::LongLong));
+    struct Movimiento {
+        QVariant idCuenta, idComprobante, idUsuario;
+    };
+    const Movimiento movimientos[] = {
+        {bancos, nulo, 1},          // la cuenta se borra después; sin comprobante
+        {1, 0, 77},                 // comprobante 0 y un usuario que no existe
+        {1, presupuesto, nulo},     // sin usuario
+        {999, factura, 1},          // una cuenta que nunca existió
+    };
+    for (const Movimiento& m : movimientos)
+        a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, idUsuario, Fecha, Ingreso, Egreso) "
+                                 "VALUES (?, ?, ?, ?, 1, 0)"),
+                  {m.idCuenta, m.idComprobante, m.idUsuario, dia});
+    a.ejecuta(QStringLiteral("DELETE FROM Cuentas WHERE idCuenta = ?"), {bancos});
+
+    // Cuenta, factura, usuario y nombre completo de cada movimiento, en orden; "-" es nulo.
+    const QStringList esperadas = {
+        QStringLiteral("Ventas Mostrador|B0001-00000001|supervisor|Supervisor"),
+        QStringLiteral("-|-|supervisor|Supervisor"),
+        QStringLiteral("Ventas Mostrador|-|-|-"),
+        QStringLiteral("Ventas Mostrador|X0001-00000001|-|-"),
+        QStringLiteral("-|B0001-00000001|supervisor|Supervisor"),
+    };
+    QStringList filas;
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT Cuenta, Factura, NombreUsuario, NombreCompleto FROM ConsultaCaja "
+                                            "ORDER BY idCaja"));
+    while (q.next()) {
+        QStringList f;
+        for (int c = 0; c < 4; ++c) f << (q.value(c).isNull() ? QStringLiteral("-") : q.value(c).toString());
+        filas << f.join(u'|');
+    }
+    EXPECT_EQ(filas, esperadas);
+    EXPECT_EQ(a.valor(QStringLiteral("SELECT COUNT(*) FROM ConsultaCaja")).toInt(), int(esperadas.size()));
+    EXPECT_EQ(a.valor(QStringLiteral("SELECT COUNT(*) FROM ConsultaCaja WHERE Cuenta IS NULL")).toInt(), 2);
+}
+
 TEST_P(VistasConDatos, SaldoDelClienteEsDebitosMenosCreditos) {
     // 2469.12 + 0.10 - 1000.03 = 1469.19, exacto.
     EXPECT_EQ(diezmilesimos(almacen().valor(
