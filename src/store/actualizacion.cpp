@@ -65,6 +65,7 @@ int actualizaEsquema(Almacen& a, const std::vector<PasoEsquema>& pasos) {
         t.confirmar();
         ++aplicados;
     }
+    a.olvidaPreparadas(); // con el esquema nuevo, cada sentencia se vuelve a preparar
     return aplicados;
 }
 

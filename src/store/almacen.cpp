@@ -89,6 +89,7 @@ Almacen::~Almacen() { cierra(); }
 
 void Almacen::cierra() {
     if (conexion_.isEmpty()) return;
+    preparadas_.clear();
     {
         QSqlDatabase db = QSqlDatabase::database(conexion_, false);
         if (db.isOpen()) {
@@ -273,21 +274,54 @@ QSqlQuery Almacen::consulta(const QString& sql, const QVariantList& parametros) 
     return q;
 }
 
+QSqlQuery& Almacen::ejecutaPreparada(const QString& sql, const QVariantList& parametros) const {
+    constexpr size_t kPreparadasMaximas = 256;
+    auto it = preparadas_.find(sql);
+    if (it == preparadas_.end()) {
+        if (preparadas_.size() >= kPreparadasMaximas) preparadas_.clear();
+        auto q = std::make_unique<QSqlQuery>(base());
+        q->setForwardOnly(true);
+        if (!q->prepare(sql)) fallo(*q, sql);
+        it = preparadas_.emplace(sql, std::move(q)).first;
+    }
+    QSqlQuery& q = *it->second;
+    for (qsizetype i = 0; i < parametros.size(); ++i) q.bindValue(int(i), parametros.at(i));
+    if (!q.exec()) {
+        const QSqlError e = q.lastError();
+        preparadas_.erase(it);
+        throw ErrorAlmacen(textoError(e), numeroError(e), sql);
+    }
+    return q;
+}
+
 int Almacen::ejecuta(const QString& sql, const QVariantList& parametros) {
-    QSqlQuery q = consulta(sql, parametros);
-    return q.numRowsAffected();
+    if (parametros.isEmpty()) return consulta(sql).numRowsAffected();
+    QSqlQuery& q = ejecutaPreparada(sql, parametros);
+    const int filas = q.numRowsAffected();
+    q.finish();
+    return filas;
 }
 
 QVariant Almacen::valor(const QString& sql, const QVariantList& parametros) const {
-    QSqlQuery q = consulta(sql, parametros);
-    if (!q.next()) return {};
-    return q.value(0);
+    if (parametros.isEmpty()) {
+        QSqlQuery q = consulta(sql);
+        return q.next() ? q.value(0) : QVariant();
+    }
+    QSqlQuery& q = ejecutaPreparada(sql, parametros);
+    const QVariant v = q.next() ? q.value(0) : QVariant();
+    q.finish();
+    return v;
 }
 
 qint64 Almacen::inserta(const QString& sqlInsert, const QVariantList& parametros, const QString& columnaId) {
-    QSqlQuery q = consulta(sqlInsert + QStringLiteral(" RETURNING ") + columnaId, parametros);
-    if (!q.next()) throw ErrorAlmacen(QStringLiteral("El almacén no devolvió la clave nueva."), {}, sqlInsert);
-    return q.value(0).toLongLong();
+    const QString sql = sqlInsert + QStringLiteral(" RETURNING ") + columnaId;
+    QSqlQuery q = parametros.isEmpty() ? consulta(sql) : QSqlQuery();
+    QSqlQuery& r = parametros.isEmpty() ? q : ejecutaPreparada(sql, parametros);
+    const bool hay = r.next();
+    const qint64 id = hay ? r.value(0).toLongLong() : 0;
+    r.finish();
+    if (!hay) throw ErrorAlmacen(QStringLiteral("El almacén no devolvió la clave nueva."), {}, sqlInsert);
+    return id;
 }
 
 void Almacen::ejecutaGuion(const QString& guion) {

@@ -11,6 +11,7 @@
 #include <QVariantList>
 #include <memory>
 #include <stdexcept>
+#include <unordered_map>
 
 namespace orv {
 
@@ -88,6 +89,9 @@ public:
 
     void cierra();
 
+    // Suelta las sentencias preparadas de esta conexión (después de cambiar el esquema).
+    void olvidaPreparadas() { preparadas_.clear(); }
+
     // Profundidad de transacciones abiertas (las anidadas usan SAVEPOINT).
     int profundidadTransaccion() const { return profundidad_; }
 
@@ -99,11 +103,18 @@ private:
     void deshace();
     [[noreturn]] void fallo(const QSqlQuery& q, const QString& sql) const;
     static void controlaIntegridad(const QString& ruta);
+    // Ejecuta una sentencia con parámetros ya preparada en esta conexión (la prepara la primera
+    // vez). Quien la usa la lee en el momento y la termina con finish().
+    QSqlQuery& ejecutaPreparada(const QString& sql, const QVariantList& parametros) const;
 
     Dialecto dialecto_;
     QString conexion_;
     QString descripcion_;
     int profundidad_ = 0;
+    // Las sentencias con parámetros de ejecuta, valor e inserta se preparan una sola vez por
+    // conexión: en el servidor, preparar y liberar cada vez son dos idas y vueltas más por
+    // sentencia. Una que falla se descarta y se vuelve a preparar la próxima vez.
+    mutable std::unordered_map<QString, std::unique_ptr<QSqlQuery>> preparadas_;
 };
 
 // Transacción RAII: deshace al salir del ámbito salvo que se llame a confirmar().
