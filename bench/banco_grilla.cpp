@@ -2,7 +2,7 @@
 // búsqueda incremental de una fila cerca del final.
 
 #include "maintenance/generador.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "store/actualizacion.h"
 #include "store/almacen.h"
 

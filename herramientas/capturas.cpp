@@ -23,7 +23,7 @@
 #include "reports/informe.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/pan_print_crystal.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "reports/ui/pan_rep_sel.h"
 #include "reports/ui/salida_informes.h"
 #include "reports/ui/visor_informe.h"

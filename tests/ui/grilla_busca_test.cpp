@@ -3,7 +3,7 @@
 // búsqueda fila por fila en columnas de texto.
 
 #include "apoyo/base_prueba.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 
 #include <QRandomGenerator>
 #include <QTableView>

@@ -1,7 +1,7 @@
 // Grilla compartida: carga perezosa, distribución, búsqueda, agrupación, refresco e impresión.
 
-#include "shell/grilla.h"
-#include "shell/previsualiza.h"
+#include "widgets/grilla.h"
+#include "widgets/previsualiza.h"
 
 #include <QDir>
 #include <QFile>

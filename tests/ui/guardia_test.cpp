@@ -2,7 +2,7 @@
 
 #include "app/ui/aplicacion.h"
 #include "caja_modal.h"
-#include "shell/mensajes.h"
+#include "widgets/mensajes.h"
 #include "store/almacen.h"
 #include "store/dinero.h"
 

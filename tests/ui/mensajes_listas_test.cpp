@@ -1,9 +1,9 @@
 // Cajas de mensaje del sistema y carga/selección de listas.
 
 #include "caja_modal.h"
-#include "shell/listas.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/listas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 
 #include <QComboBox>
 #include <QListWidget>

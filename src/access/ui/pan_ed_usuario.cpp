@@ -1,8 +1,8 @@
 #include "access/ui/pan_ed_usuario.h"
 
-#include "shell/listas.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/listas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 
 #include <QComboBox>
 #include <QFormLayout>

@@ -1,7 +1,7 @@
 #include "access/ui/pan_niveles.h"
 
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

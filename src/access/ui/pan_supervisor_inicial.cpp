@@ -1,8 +1,8 @@
 #include "access/ui/pan_supervisor_inicial.h"
 
 #include "access/ingreso.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 
 #include <QFormLayout>
 #include <QLabel>

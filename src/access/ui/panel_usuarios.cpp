@@ -3,9 +3,9 @@
 #include "access/ui/pan_ed_usuario.h"
 #include "access/ui/pan_niveles.h"
 #include "access/usuarios.h"
-#include "shell/grilla.h"
-#include "shell/mensajes.h"
-#include "shell/paneles.h"
+#include "widgets/grilla.h"
+#include "widgets/mensajes.h"
+#include "widgets/paneles.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "app/ui/aplicacion.h"
 
-#include "shell/mensajes.h"
+#include "widgets/mensajes.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "access/ui/pan_ingreso.h"
 #include "access/ui/pan_supervisor_inicial.h"
 #include "app/ui/pan_portada.h"
-#include "shell/mensajes.h"
+#include "widgets/mensajes.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,6 +1,6 @@
 #include "app/ui/pan_portada.h"
 
-#include "shell/ventanas.h"
+#include "widgets/ventanas.h"
 
 #include <QFrame>
 #include <QGuiApplication>

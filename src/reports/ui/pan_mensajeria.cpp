@@ -2,9 +2,9 @@
 
 #include "reports/correo.h"
 #include "reports/html_consulta.h"
-#include "shell/mensajes.h"
-#include "shell/paneles.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/paneles.h"
+#include "widgets/ventanas.h"
 #include "store/formato.h"
 
 #include <QCheckBox>

@@ -2,8 +2,8 @@
 
 #include "reports/catalogo.h"
 #include "reports/ui/salida_informes.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 #include "store/aviso.h"
 
 #include <QDir>

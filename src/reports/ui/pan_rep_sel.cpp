@@ -1,9 +1,9 @@
 #include "reports/ui/pan_rep_sel.h"
 
-#include "shell/listas.h"
-#include "shell/mensajes.h"
-#include "shell/paneles.h"
-#include "shell/ventanas.h"
+#include "widgets/listas.h"
+#include "widgets/mensajes.h"
+#include "widgets/paneles.h"
+#include "widgets/ventanas.h"
 #include "store/formato.h"
 
 #include <QCheckBox>

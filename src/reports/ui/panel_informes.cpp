@@ -4,8 +4,8 @@
 #include "reports/ui/pan_print_crystal.h"
 #include "reports/ui/pan_rep_sel.h"
 #include "reports/ui/salida_informes.h"
-#include "shell/mensajes.h"
-#include "shell/paneles.h"
+#include "widgets/mensajes.h"
+#include "widgets/paneles.h"
 
 #include <QDateEdit>
 #include <QGridLayout>

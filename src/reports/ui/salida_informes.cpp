@@ -3,8 +3,8 @@
 #include "reports/catalogo.h"
 #include "reports/correo.h"
 #include "reports/ui/visor_informe.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 #include "store/aviso.h"
 #include "store/entrada.h"
 

@@ -1,8 +1,8 @@
 #include "reports/ui/visor_informe.h"
 
 #include "reports/ui/salida_informes.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 #include "store/aviso.h"
 
 #include <QDir>

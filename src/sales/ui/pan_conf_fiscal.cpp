@@ -1,8 +1,8 @@
 #include "sales/ui/pan_conf_fiscal.h"
 
 #include "sales/tipos_comprobante.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 
 #include <QComboBox>
 #include <QFormLayout>

@@ -3,9 +3,9 @@
 #include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
 #include "sales/ui/pan_pre_fact.h"
-#include "shell/grilla.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/grilla.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

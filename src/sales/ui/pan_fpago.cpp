@@ -1,8 +1,8 @@
 #include "sales/ui/pan_fpago.h"
 
-#include "shell/listas.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/listas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 #include "store/entrada.h"
 #include "store/formato.h"
 

@@ -1,8 +1,8 @@
 #include "sales/ui/pan_nue_tipo_comproba.h"
 
 #include "sales/ui/pan_conf_fiscal.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 #include "store/rutinas.h"
 
 #include <QCheckBox>

@@ -1,9 +1,9 @@
 #include "sales/ui/pan_pre_fact.h"
 
 #include "sales/cliente_venta.h"
-#include "shell/listas.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/listas.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 #include "store/entrada.h"
 #include "store/formato.h"
 

@@ -1,9 +1,9 @@
 #include "sales/ui/pan_sel_cliente.h"
 
 #include "sales/cliente_venta.h"
-#include "shell/grilla.h"
-#include "shell/mensajes.h"
-#include "shell/ventanas.h"
+#include "widgets/grilla.h"
+#include "widgets/mensajes.h"
+#include "widgets/ventanas.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -10,7 +10,7 @@
 #include "access/usuarios.h"
 #include "apoyo/base_prueba.h"
 #include "apoyo/modal.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "store/actualizacion.h"
 #include "store/rutinas.h"
 #include "../../ui/caja_modal.h"

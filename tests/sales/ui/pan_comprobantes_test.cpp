@@ -5,7 +5,7 @@
 #include "reports/ui/salida_informes.h"
 #include "sales/registro.h"
 #include "sales/ui/pan_comprobantes.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "store/actualizacion.h"
 #include "store/formato.h"
 #include "../../ui/caja_modal.h"

@@ -7,7 +7,7 @@
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_sel_cliente.h"
 #include "sales/ui/panel_venta.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "store/actualizacion.h"
 #include "store/rutinas.h"
 #include "../../ui/caja_modal.h"

@@ -8,7 +8,7 @@
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
 #include "sales/ui/pan_pre_fact.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "store/actualizacion.h"
 #include "store/rutinas.h"
 #include "../../ui/caja_modal.h"

@@ -7,7 +7,7 @@
 #include "apoyo/modal.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "sales/ui/panel_venta.h"
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "reports/ui/salida_informes.h"
 #include "shell/pan_principal.h"
 #include "store/actualizacion.h"

@@ -1,6 +1,6 @@
-#include "shell/previsualiza.h"
+#include "widgets/previsualiza.h"
 
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 #include "store/formato.h"
 
 #include <QDate>

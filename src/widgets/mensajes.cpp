@@ -1,4 +1,4 @@
-#include "shell/mensajes.h"
+#include "widgets/mensajes.h"
 
 #include "store/entrada.h"
 

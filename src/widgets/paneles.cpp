@@ -1,7 +1,7 @@
-#include "shell/paneles.h"
+#include "widgets/paneles.h"
 
-#include "shell/grilla.h"
-#include "shell/mensajes.h"
+#include "widgets/grilla.h"
+#include "widgets/mensajes.h"
 
 #include <QDateEdit>
 #include <QLabel>

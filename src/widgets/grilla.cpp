@@ -1,8 +1,8 @@
-#include "shell/grilla.h"
+#include "widgets/grilla.h"
 
 #include "reports/exporta.h"
-#include "shell/mensajes.h"
-#include "shell/previsualiza.h"
+#include "widgets/mensajes.h"
+#include "widgets/previsualiza.h"
 #include "store/aviso.h"
 #include "store/formato.h"
 

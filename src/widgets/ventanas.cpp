@@ -1,4 +1,4 @@
-#include "shell/ventanas.h"
+#include "widgets/ventanas.h"
 
 #include <QBoxLayout>
 #include <QDialog>

@@ -1,6 +1,6 @@
-#include "shell/listas.h"
+#include "widgets/listas.h"
 
-#include "shell/mensajes.h"
+#include "widgets/mensajes.h"
 
 #include <QComboBox>
 #include <QListWidget>
