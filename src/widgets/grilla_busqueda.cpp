@@ -1,0 +1,366 @@
+#include "widgets/grilla.h"
+#include "widgets/grilla_interna.h"
+
+#include <QHeaderView>
+#include <QRegularExpression>
+#include <QSqlDriver>
+#include <QSqlQuery>
+#include <QTableView>
+#include <QTreeWidget>
+#include <algorithm>
+#include <limits>
+#include <sqlite3.h>
+
+namespace orv {
+
+using namespace grilla;
+
+namespace {
+
+QString escapaLike(const QString& s) {
+    QString r;
+    r.reserve(s.size() + 4);
+    for (QChar c : s) {
+        if (c == u'\\' || c == u'%' || c == u'_') r += u'\\';
+        r += c;
+    }
+    return r;
+}
+
+// Funciones propias para SQLite, registradas en la conexión del almacén.
+//
+// orv_fila() devuelve 1, 2, 3... en el orden en que se leen las filas. ROW_NUMBER() obliga a
+// SQLite a guardar el resultado entero antes de filtrar; así, la lectura se detiene en la primera
+// coincidencia.
+qint64 filasNumeradas = 0;
+
+void numeraFila(sqlite3_context* ctx, int, sqlite3_value**) {
+    auto* n = static_cast<qint64*>(sqlite3_user_data(ctx));
+    sqlite3_result_int64(ctx, ++*n);
+}
+
+// orv_empieza(valor, prefijo): 1 si el texto del valor empieza con el prefijo sin distinguir
+// mayúsculas, también fuera de ASCII (Ñ y ñ, Á y á, que el LIKE de SQLite distingue); 0 si no o
+// si alguno es nulo. El prefijo va tal cual: % y _ no son comodines.
+void empiezaCon(sqlite3_context* ctx, int, sqlite3_value** args) {
+    if (sqlite3_value_type(args[0]) == SQLITE_NULL || sqlite3_value_type(args[1]) == SQLITE_NULL) {
+        sqlite3_result_int(ctx, 0);
+        return;
+    }
+    const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(args[1]));
+    const QString prefijo = QString::fromUtf8(p, sqlite3_value_bytes(args[1]));
+    const auto* v = reinterpret_cast<const char*>(sqlite3_value_text(args[0]));
+    // Cada carácter del prefijo ocupa a lo sumo 4 bytes en el valor: alcanza con decodificar
+    // el comienzo (un carácter cortado al final queda fuera de lo que se compara).
+    const qsizetype bytes = qMin<qsizetype>(sqlite3_value_bytes(args[0]), 4 * prefijo.size());
+    const QString comienzo = QString::fromUtf8(v, bytes);
+    sqlite3_result_int(ctx, comienzo.startsWith(prefijo, Qt::CaseInsensitive) ? 1 : 0);
+}
+
+bool registraFunciones(const Almacen& a) {
+    if (a.esPostgreSQL()) return false;
+    const QVariant h = a.base().driver()->handle();
+    if (qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
+    sqlite3* db = *static_cast<sqlite3* const*>(h.constData());
+    if (!db) return false;
+    // Ya registradas en esta conexión: volver a registrarlas invalidaría las sentencias preparadas
+    // (y fallaría con alguna en curso).
+    sqlite3_stmt* prueba = nullptr;
+    const bool estan =
+        sqlite3_prepare_v2(db, "SELECT orv_fila(), orv_empieza('', '')", -1, &prueba, nullptr) == SQLITE_OK;
+    sqlite3_finalize(prueba);
+    if (estan) return true;
+    return sqlite3_create_function_v2(db, "orv_fila", 0, SQLITE_UTF8, &filasNumeradas, numeraFila, nullptr,
+                                      nullptr, nullptr) == SQLITE_OK &&
+           sqlite3_create_function_v2(db, "orv_empieza", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                      empiezaCon, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+} // namespace
+
+// --- posición ---
+
+QString Grilla::campoSeguro(const QString& campo) const {
+    const int c = modelo_->columna(campo);
+    if (c < 0) return {};
+    // El nombre sale de la propia consulta; sólo se admite un identificador simple.
+    const QString n = modelo_->campo(c);
+    for (QChar ch : n)
+        if (!(ch.isLetterOrNumber() || ch == u'_')) return {};
+    return n;
+}
+
+void Grilla::olvidaOrden() {
+    orden_.reset();
+    extremo_.reset();
+}
+
+std::optional<Grilla::Orden> Grilla::ordenDe(const QString& sql) {
+    static const QRegularExpression ordenSimple(
+        QStringLiteral(R"(^(.*\S)\s+ORDER\s+BY\s+(?:(\w+)\s*\.\s*)?(\w+)(?:\s+(ASC|DESC))?\s*;?\s*$)"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression otroOrden(QStringLiteral(R"(\bORDER\s+BY\b)"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch m = ordenSimple.match(sql);
+    if (!m.hasMatch()) return std::nullopt;
+    Orden o{m.captured(1), m.captured(3), m.captured(4).compare(QStringLiteral("DESC"), Qt::CaseInsensitive) == 0};
+    // Otro ORDER BY adentro (subconsulta, ventana): la última cláusula podría no ser del todo.
+    if (otroOrden.match(o.base).hasMatch()) return std::nullopt;
+    const QString tabla = m.captured(2);
+    if (!tabla.isEmpty()) {
+        // "tabla.columna" ordena por la columna de esa tabla, que puede no ser la del resultado con
+        // ese nombre. Se descarta si alguna expresión toma el nombre (AS columna) o si la consulta
+        // nombra esa columna de otra tabla.
+        const QRegularExpression alias(QStringLiteral(R"(\bAS\s+)") + o.columna + QStringLiteral(R"(\b)"),
+                                       QRegularExpression::CaseInsensitiveOption);
+        if (alias.match(o.base).hasMatch()) return std::nullopt;
+        const QRegularExpression calificada(QStringLiteral(R"((\w+)\s*\.\s*)") + o.columna + QStringLiteral(R"(\b)"),
+                                            QRegularExpression::CaseInsensitiveOption);
+        for (auto it = calificada.globalMatch(o.base); it.hasNext();)
+            if (it.next().captured(1).compare(tabla, Qt::CaseInsensitive) != 0) return std::nullopt;
+    }
+    return o;
+}
+
+namespace {
+
+bool esEntero(const QVariant& v) {
+    switch (v.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort: return true;
+    default: return false;
+    }
+}
+
+// Enteros no negativos cuyo texto empieza con las cifras `texto` (sin ceros a la izquierda):
+// los rangos [p·10^k, (p+1)·10^k), crecientes y disjuntos, mientras quepan en 64 bits. El último
+// puede quedar sin tope (nullopt) si (p+1)·10^k ya no cabe.
+QList<QPair<qint64, std::optional<qint64>>> rangosDePrefijo(qint64 p) {
+    QList<QPair<qint64, std::optional<qint64>>> r;
+    if (p == 0) return {{0, 1}};
+    qint64 lo = p;
+    std::optional<qint64> hi;
+    if (p < std::numeric_limits<qint64>::max()) hi = p + 1;
+    for (;;) {
+        r.append({lo, hi});
+        if (!hi || __builtin_mul_overflow(lo, 10, &lo)) break;
+        qint64 siguiente = 0;
+        if (__builtin_mul_overflow(*hi, 10, &siguiente)) hi.reset();
+        else hi = siguiente;
+    }
+    return r;
+}
+
+} // namespace
+
+std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const {
+    if (!orden_ || orden_->columna.compare(campo, Qt::CaseInsensitive) != 0) return std::nullopt;
+    const QString c = campoSeguro(campo);
+    if (c.isEmpty() || modelo_->rowCount() == 0) return std::nullopt;
+
+    const bool desc = orden_->descendente;
+    // "Antes" y "después" en el orden de la grilla.
+    const QString antesDe = desc ? QStringLiteral(" > ?") : QStringLiteral(" < ?");
+    const QString desdeV = desc ? QStringLiteral(" <= ?") : QStringLiteral(" >= ?");
+    const QString hastaV = desc ? QStringLiteral(" >= ?") : QStringLiteral(" <= ?");
+    const QString directo = desc ? QStringLiteral(" DESC") : QString();
+    const QString inverso = desc ? QString() : QStringLiteral(" DESC");
+    const QString desde = QStringLiteral(" FROM (") + orden_->base + QStringLiteral(") AS q WHERE ");
+    auto primero = [&](const QString& condicion, const QVariantList& extra, const QString& sentido) -> QVariant {
+        QVariantList p = parametros_;
+        p += extra;
+        QSqlQuery q = ejecutaAdelante(almacen_,
+                                      QStringLiteral("SELECT ") + c + desde + condicion + QStringLiteral(" ORDER BY ") +
+                                          c + sentido + QStringLiteral(" LIMIT 1"),
+                                      p);
+        return q.next() ? q.value(0) : QVariant();
+    };
+    auto cuenta = [&](const QString& condicion, const QVariantList& extra) -> qint64 {
+        QVariantList p = parametros_;
+        p += extra;
+        QSqlQuery q = ejecutaAdelante(almacen_, QStringLiteral("SELECT COUNT(*)") + desde + condicion, p);
+        return q.next() ? q.value(0).toLongLong() : 0;
+    };
+    // Si v está después de w en el orden de la grilla.
+    auto despues = [desc](qint64 v, qint64 w) { return desc ? v < w : v > w; };
+
+    try {
+        // 0. Primer y último valor no nulos: dicen si la columna es entera y acotan la búsqueda.
+        const QVariant primeroDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, directo);
+        if (primeroDeTodos.isNull()) return -1; // sólo nulos: ninguno coincide con nada
+        const QVariant ultimoDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, inverso);
+        if (!esEntero(primeroDeTodos) || !esEntero(ultimoDeTodos)) return std::nullopt;
+        const qint64 a = primeroDeTodos.toLongLong();
+        const qint64 z = ultimoDeTodos.toLongLong();
+
+        // 1. El valor de la primera fila que coincide, en el orden de la grilla.
+        QVariant encontrado;
+        if (!prefijo) {
+            if (!esEntero(valor)) return std::nullopt;
+            encontrado = primero(c + QStringLiteral(" = ?"), {valor.toLongLong()}, directo);
+        } else {
+            const QString texto = valor.toString();
+            if (texto.isEmpty() || texto.size() > 19) return std::nullopt;
+            for (QChar ch : texto)
+                if (ch < u'0' || ch > u'9') return std::nullopt;
+            if (texto.size() > 1 && texto.startsWith(u'0')) return -1; // ningún entero se escribe así
+            bool ok = false;
+            const qint64 p = texto.toLongLong(&ok);
+            if (!ok) return std::nullopt;
+            // En orden ascendente el primer rango con alguna fila tiene el valor buscado (el menor
+            // de ese rango); en descendente, el último (el mayor). Los rangos fuera de [a, z] no se
+            // consultan.
+            auto rangos = rangosDePrefijo(p);
+            if (desc) std::reverse(rangos.begin(), rangos.end());
+            const qint64 menor = desc ? z : a;
+            const qint64 mayor = desc ? a : z;
+            for (const auto& [lo, hi] : rangos) {
+                if (lo > mayor || (hi && *hi <= menor)) continue;
+                encontrado = hi ? primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, *hi},
+                                          directo)
+                                : primero(c + QStringLiteral(" >= ?"), {lo}, directo);
+                if (!encontrado.isNull()) break;
+            }
+        }
+        if (encontrado.isNull()) return -1;
+        const qint64 v = encontrado.toLongLong();
+
+        // 2. Cuántas filas hay antes. Los nulos van primero en SQLite ascendente y en
+        // PostgreSQL descendente.
+        const bool nulosAntes = almacen_.esPostgreSQL() == desc;
+        const qint64 nulos = nulosAntes ? cuenta(c + QStringLiteral(" IS NULL"), {}) : 0;
+        std::optional<qint64> antesNoNulos;
+        // Cerca del final conviene contar lo que queda detrás y restarlo del total.
+        const bool cercaDelFinal = a != z && (double(v) - double(a)) / (double(z) - double(a)) > 0.5;
+        if (cercaDelFinal) {
+            if (!extremo_ || despues(v, extremo_->ultimo)) {
+                // Total y último valor en una sola sentencia, para que se correspondan (el último,
+                // por el índice; MAX no lo usaría a través de una vista con uniones). El total son
+                // todas las filas menos las de valor nulo: un COUNT(*) sin condición sobre una
+                // consulta de una sola tabla lo responde SQLite con el índice más chico, sin leer
+                // las filas; las nulas se cuentan por el índice de la columna.
+                const QString de = QStringLiteral(" FROM (") + orden_->base + QStringLiteral(") AS q");
+                QSqlQuery q = ejecutaAdelante(
+                    almacen_,
+                    QStringLiteral("SELECT (SELECT COUNT(*)") + de + QStringLiteral(") - (SELECT COUNT(*)") + de +
+                        QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NULL), (SELECT ") + c + de +
+                        QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NOT NULL ORDER BY ") + c + inverso +
+                        QStringLiteral(" LIMIT 1)"),
+                    parametros_ + parametros_ + parametros_);
+                if (q.next() && esEntero(q.value(1)))
+                    extremo_ = Extremo{q.value(0).toLongLong(), q.value(1).toLongLong()};
+                else
+                    extremo_.reset();
+            }
+            // Lo agregado después de leer el total (más allá de su último valor) no cuenta.
+            if (extremo_ && !despues(v, extremo_->ultimo)) {
+                const qint64 detras = cuenta(c + desdeV + QStringLiteral(" AND ") + c + hastaV, {v, extremo_->ultimo});
+                if (detras <= extremo_->total) antesNoNulos = extremo_->total - detras;
+            }
+        }
+        if (!antesNoNulos) antesNoNulos = cuenta(c + antesDe, {v});
+        const qint64 antes = nulos + *antesNoNulos;
+        if (antes > std::numeric_limits<int>::max()) return std::nullopt;
+
+        // 3. La página de esa fila se lee por el valor del orden y no saltando filas: lo que
+        // está antes de v (hasta el comienzo de la página) y lo que sigue desde v.
+        const qint64 numero = antes / ModeloGrilla::kPagina;
+        const qint64 previas = antes - numero * ModeloGrilla::kPagina;
+        if (numero * ModeloGrilla::kPagina >= nulos) { // la página no toca el bloque de nulos del comienzo
+            const QString todo = QStringLiteral("SELECT * FROM (") + orden_->base + QStringLiteral(") AS q WHERE ") + c;
+            QVariantList p1 = parametros_;
+            p1 << v << previas;
+            ModeloGrilla::Pagina pagina =
+                previas > 0 ? modelo_->leeFilas(todo + antesDe + QStringLiteral(" ORDER BY ") + c + inverso +
+                                                    QStringLiteral(" LIMIT ?"),
+                                                p1)
+                            : ModeloGrilla::Pagina{};
+            std::reverse(pagina.begin(), pagina.end());
+            const bool completa = pagina.size() == previas; // si no, otra terminal cambió filas
+            QVariantList p2 = parametros_;
+            p2 << v << (ModeloGrilla::kPagina - previas);
+            pagina += modelo_->leeFilas(todo + desdeV + QStringLiteral(" ORDER BY ") + c + directo +
+                                            QStringLiteral(" LIMIT ?"),
+                                        p2);
+            // Al final del orden pueden venir los nulos, que las dos lecturas anteriores no traen.
+            if (!nulosAntes && pagina.size() < ModeloGrilla::kPagina) {
+                QVariantList p3 = parametros_;
+                p3 << (ModeloGrilla::kPagina - pagina.size());
+                pagina += modelo_->leeFilas(todo + QStringLiteral(" IS NULL LIMIT ?"), p3);
+            }
+            if (completa) modelo_->ponPagina(numero, std::move(pagina));
+        }
+        return int(antes);
+    } catch (const ErrorAlmacen&) {
+        return std::nullopt;
+    }
+}
+
+int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const {
+    const QString c = campoSeguro(campo);
+    if (c.isEmpty() || sql_.isEmpty()) return -1;
+    if (const auto rapida = posicionPorOrden(campo, valor, prefijo)) return *rapida;
+    // SQLite: orv_empieza compara sin distinguir mayúsculas (también Ñ, Á...) y convierte a texto
+    // por sí sola; si no se pudo registrar, LIKE (que sólo iguala mayúsculas ASCII). PostgreSQL:
+    // ILIKE sobre el texto tal como se tecleó, con los comodines escapados.
+    const bool funciones = registraFunciones(almacen_);
+    const QString condicion = !prefijo                ? QStringLiteral("c = ?")
+                              : almacen_.esPostgreSQL() ? QStringLiteral("CAST(c AS TEXT) ILIKE ? ESCAPE '\\'")
+                              : funciones               ? QStringLiteral("orv_empieza(c, ?) <> 0")
+                                                        : QStringLiteral("c LIKE ? ESCAPE '\\'");
+    // Con el numerador, el LIMIT -1 impide que SQLite funda la subconsulta con la de afuera
+    // (si no, numeraría sólo las filas que coinciden).
+    const QString sql = QStringLiteral("SELECT n FROM (SELECT ") +
+                        (funciones ? QStringLiteral("orv_fila()") : QStringLiteral("ROW_NUMBER() OVER ()")) +
+                        QStringLiteral(" AS n, c FROM (SELECT ") + c + QStringLiteral(" AS c FROM (") + sql_ +
+                        QStringLiteral(") AS q) AS q2") + (funciones ? QStringLiteral(" LIMIT -1") : QString()) +
+                        QStringLiteral(") AS t WHERE ") + condicion + QStringLiteral(" LIMIT 1");
+    filasNumeradas = 0;
+    QVariantList p = parametros_;
+    if (!prefijo) p << valor;
+    else if (funciones) p << valor.toString();
+    else p << escapaLike(almacen_.esPostgreSQL() ? valor.toString() : valor.toString().toLower()) + u'%';
+    try {
+        QSqlQuery q = ejecutaAdelante(almacen_, sql, p);
+        if (q.next()) return q.value(0).toInt() - 1;
+    } catch (const ErrorAlmacen&) {
+    }
+    return -1;
+}
+
+bool Grilla::irAFila(int fila) {
+    if (!modelo_->asegura(fila)) return false;
+    const QModelIndex i = modelo_->index(fila, qMax(0, tabla_->horizontalHeader()->logicalIndex(0)));
+    tabla_->setCurrentIndex(i);
+    tabla_->scrollTo(i, QAbstractItemView::PositionAtCenter);
+    return true;
+}
+
+bool Grilla::busca(const QString& campo, const QString& texto) {
+    if (agrupada()) {
+        const int c = modelo_->columna(campo);
+        if (c < 0) return false;
+        const QString buscado = texto.toLower();
+        for (int g = 0; g < arbol_->topLevelItemCount(); ++g) {
+            QTreeWidgetItem* grupo = arbol_->topLevelItem(g);
+            cargaGrupo(grupo);
+            for (int h = 0; h < grupo->childCount(); ++h) {
+                const QVariantList r = grupo->child(h)->data(0, kRolRegistro).toList();
+                if (c < r.size() && r.at(c).toString().toLower().startsWith(buscado)) {
+                    grupo->setExpanded(true);
+                    arbol_->setCurrentItem(grupo->child(h));
+                    arbol_->scrollToItem(grupo->child(h));
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+    const int fila = posicionDe(campo, texto, true);
+    return fila >= 0 && irAFila(fila);
+}
+
+} // namespace orv
