@@ -3,6 +3,9 @@
 // cliente, la carga de artículos por código, código de proveedor o lista, las líneas del
 // borrador de esta terminal, los totales y "Su Pago ?" / "Su Vuelto:".
 //
+// La pantalla se arma en panel_venta_pantalla.cpp; el registro, los totales y el cliente están en
+// panel_venta_registro.cpp; la carga de líneas, aquí en panel_venta.cpp.
+//
 // Todo se hace con el teclado: un lector de códigos de barras escribe el código y Enter en el
 // campo de código, y la línea se agrega sin depender de un cambio de foco.
 
@@ -11,6 +14,7 @@
 #include "store/reloj.h"
 #include "sales/borrador.h"
 #include "sales/cliente_venta.h"
+#include "sales/registro.h"
 #include "store/almacen.h"
 
 #include <QWidget>
@@ -96,7 +100,11 @@ private:
     QGroupBox* armaEntrada();
     Grilla* armaLineas();
     QGroupBox* armaTotales();
+    void creaCamposDeCarga(QWidget* entrada);
+    void creaImportes(QWidget* caja);
     bool aplicaClientePredeterminado();
+    DatosRegistro datosDelRegistro(const QDate& hoy);
+    void conectaAtajos();
     void muestraNoEncontrado(const QString& codigo);
     void conecta();
     void precioPorCodigo();       // Text7 pierde el foco
