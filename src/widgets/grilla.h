@@ -200,6 +200,9 @@ private:
     void actualizaBanda();
     int posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const;
     std::optional<int> posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const;
+    struct PorOrden; // las consultas de la búsqueda por la columna del orden
+    qint64 filasAntes(const PorOrden& o, qint64 v) const;
+    void leePaginaDe(const PorOrden& o, qint64 v, qint64 antes, qint64 nulos, bool nulosAntes) const;
     void olvidaOrden();
     QString campoSeguro(const QString& campo) const;
 

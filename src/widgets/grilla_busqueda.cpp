@@ -156,147 +156,158 @@ QList<QPair<qint64, std::optional<qint64>>> rangosDePrefijo(qint64 p) {
 
 } // namespace
 
+// Las consultas de la búsqueda sobre la consulta base de la grilla, ordenada por la columna c
+// (entera), en el sentido de la grilla.
+struct Grilla::PorOrden {
+    Almacen& almacen;
+    const QString& base;
+    const QVariantList& parametros;
+    QString c;
+    bool desc;
+    // "Antes" y "después" en el orden de la grilla.
+    QString antesDe = desc ? QStringLiteral(" > ?") : QStringLiteral(" < ?");
+    QString desdeV = desc ? QStringLiteral(" <= ?") : QStringLiteral(" >= ?");
+    QString hastaV = desc ? QStringLiteral(" >= ?") : QStringLiteral(" <= ?");
+    QString directo = desc ? QStringLiteral(" DESC") : QString();
+    QString inverso = desc ? QString() : QStringLiteral(" DESC");
+    QString desde = QStringLiteral(" FROM (") + base + QStringLiteral(") AS q WHERE ");
+    // Primer y último valor no nulos de la columna, en el orden de la grilla.
+    qint64 a = 0, z = 0;
+
+    QVariant primero(const QString& condicion, const QVariantList& extra, const QString& sentido) const {
+        QSqlQuery q = ejecutaAdelante(almacen,
+                                      QStringLiteral("SELECT ") + c + desde + condicion + QStringLiteral(" ORDER BY ") + c +
+                                          sentido + QStringLiteral(" LIMIT 1"),
+                                      parametros + extra);
+        return q.next() ? q.value(0) : QVariant();
+    }
+    qint64 cuenta(const QString& condicion, const QVariantList& extra) const {
+        QSqlQuery q = ejecutaAdelante(almacen, QStringLiteral("SELECT COUNT(*)") + desde + condicion, parametros + extra);
+        return q.next() ? q.value(0).toLongLong() : 0;
+    }
+    // Si v está después de w en el orden de la grilla.
+    bool despues(qint64 v, qint64 w) const { return desc ? v < w : v > w; }
+
+    // 0. Primer y último valor no nulos: dicen si la columna es entera y acotan la búsqueda.
+    // -1 si la columna sólo tiene nulos (nada coincide), nada si no es entera.
+    std::optional<int> leeExtremos() {
+        const QVariant primeroDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, directo);
+        if (primeroDeTodos.isNull()) return -1;
+        const QVariant ultimoDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, inverso);
+        if (!esEntero(primeroDeTodos) || !esEntero(ultimoDeTodos)) return std::nullopt;
+        a = primeroDeTodos.toLongLong();
+        z = ultimoDeTodos.toLongLong();
+        return 0;
+    }
+
+    // 1. El valor de la primera fila que coincide, en el orden de la grilla; nulo si no hay. Nada
+    // si lo buscado no puede ser un entero de la columna (entonces se recorre la grilla).
+    std::optional<QVariant> valorBuscado(const QVariant& valor, bool prefijo) const {
+        if (!prefijo) {
+            if (!esEntero(valor)) return std::nullopt;
+            return primero(c + QStringLiteral(" = ?"), {valor.toLongLong()}, directo);
+        }
+        const QString texto = valor.toString();
+        if (texto.isEmpty() || texto.size() > 19) return std::nullopt;
+        for (QChar ch : texto)
+            if (ch < u'0' || ch > u'9') return std::nullopt;
+        if (texto.size() > 1 && texto.startsWith(u'0')) return QVariant(); // ningún entero se escribe así
+        bool ok = false;
+        const qint64 p = texto.toLongLong(&ok);
+        if (!ok) return std::nullopt;
+        // En orden ascendente el primer rango con alguna fila tiene el valor buscado (el menor de
+        // ese rango); en descendente, el último (el mayor). Los rangos fuera de [a, z] no se consultan.
+        auto rangos = rangosDePrefijo(p);
+        if (desc) std::reverse(rangos.begin(), rangos.end());
+        const qint64 menor = desc ? z : a;
+        const qint64 mayor = desc ? a : z;
+        for (const auto& [lo, hi] : rangos) {
+            if (lo > mayor || (hi && *hi <= menor)) continue;
+            const QVariant v = hi ? primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, *hi}, directo)
+                                  : primero(c + QStringLiteral(" >= ?"), {lo}, directo);
+            if (!v.isNull()) return v;
+        }
+        return QVariant();
+    }
+};
+
 std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const {
     if (!orden_ || orden_->columna.compare(campo, Qt::CaseInsensitive) != 0) return std::nullopt;
     const QString c = campoSeguro(campo);
     if (c.isEmpty() || modelo_->rowCount() == 0) return std::nullopt;
-
-    const bool desc = orden_->descendente;
-    // "Antes" y "después" en el orden de la grilla.
-    const QString antesDe = desc ? QStringLiteral(" > ?") : QStringLiteral(" < ?");
-    const QString desdeV = desc ? QStringLiteral(" <= ?") : QStringLiteral(" >= ?");
-    const QString hastaV = desc ? QStringLiteral(" >= ?") : QStringLiteral(" <= ?");
-    const QString directo = desc ? QStringLiteral(" DESC") : QString();
-    const QString inverso = desc ? QString() : QStringLiteral(" DESC");
-    const QString desde = QStringLiteral(" FROM (") + orden_->base + QStringLiteral(") AS q WHERE ");
-    auto primero = [&](const QString& condicion, const QVariantList& extra, const QString& sentido) -> QVariant {
-        QVariantList p = parametros_;
-        p += extra;
-        QSqlQuery q = ejecutaAdelante(almacen_,
-                                      QStringLiteral("SELECT ") + c + desde + condicion + QStringLiteral(" ORDER BY ") +
-                                          c + sentido + QStringLiteral(" LIMIT 1"),
-                                      p);
-        return q.next() ? q.value(0) : QVariant();
-    };
-    auto cuenta = [&](const QString& condicion, const QVariantList& extra) -> qint64 {
-        QVariantList p = parametros_;
-        p += extra;
-        QSqlQuery q = ejecutaAdelante(almacen_, QStringLiteral("SELECT COUNT(*)") + desde + condicion, p);
-        return q.next() ? q.value(0).toLongLong() : 0;
-    };
-    // Si v está después de w en el orden de la grilla.
-    auto despues = [desc](qint64 v, qint64 w) { return desc ? v < w : v > w; };
-
+    PorOrden o{almacen_, orden_->base, parametros_, c, orden_->descendente};
     try {
-        // 0. Primer y último valor no nulos: dicen si la columna es entera y acotan la búsqueda.
-        const QVariant primeroDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, directo);
-        if (primeroDeTodos.isNull()) return -1; // sólo nulos: ninguno coincide con nada
-        const QVariant ultimoDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, inverso);
-        if (!esEntero(primeroDeTodos) || !esEntero(ultimoDeTodos)) return std::nullopt;
-        const qint64 a = primeroDeTodos.toLongLong();
-        const qint64 z = ultimoDeTodos.toLongLong();
-
-        // 1. El valor de la primera fila que coincide, en el orden de la grilla.
-        QVariant encontrado;
-        if (!prefijo) {
-            if (!esEntero(valor)) return std::nullopt;
-            encontrado = primero(c + QStringLiteral(" = ?"), {valor.toLongLong()}, directo);
-        } else {
-            const QString texto = valor.toString();
-            if (texto.isEmpty() || texto.size() > 19) return std::nullopt;
-            for (QChar ch : texto)
-                if (ch < u'0' || ch > u'9') return std::nullopt;
-            if (texto.size() > 1 && texto.startsWith(u'0')) return -1; // ningún entero se escribe así
-            bool ok = false;
-            const qint64 p = texto.toLongLong(&ok);
-            if (!ok) return std::nullopt;
-            // En orden ascendente el primer rango con alguna fila tiene el valor buscado (el menor
-            // de ese rango); en descendente, el último (el mayor). Los rangos fuera de [a, z] no se
-            // consultan.
-            auto rangos = rangosDePrefijo(p);
-            if (desc) std::reverse(rangos.begin(), rangos.end());
-            const qint64 menor = desc ? z : a;
-            const qint64 mayor = desc ? a : z;
-            for (const auto& [lo, hi] : rangos) {
-                if (lo > mayor || (hi && *hi <= menor)) continue;
-                encontrado = hi ? primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, *hi},
-                                          directo)
-                                : primero(c + QStringLiteral(" >= ?"), {lo}, directo);
-                if (!encontrado.isNull()) break;
-            }
-        }
-        if (encontrado.isNull()) return -1;
-        const qint64 v = encontrado.toLongLong();
-
+        if (const auto fin = o.leeExtremos(); fin != 0) return fin;
+        const std::optional<QVariant> encontrado = o.valorBuscado(valor, prefijo);
+        if (!encontrado) return std::nullopt;
+        if (encontrado->isNull()) return -1;
+        const qint64 v = encontrado->toLongLong();
         // 2. Cuántas filas hay antes. Los nulos van primero en SQLite ascendente y en
         // PostgreSQL descendente.
-        const bool nulosAntes = almacen_.esPostgreSQL() == desc;
-        const qint64 nulos = nulosAntes ? cuenta(c + QStringLiteral(" IS NULL"), {}) : 0;
-        std::optional<qint64> antesNoNulos;
-        // Cerca del final conviene contar lo que queda detrás y restarlo del total.
-        const bool cercaDelFinal = a != z && (double(v) - double(a)) / (double(z) - double(a)) > 0.5;
-        if (cercaDelFinal) {
-            if (!extremo_ || despues(v, extremo_->ultimo)) {
-                // Total y último valor en una sola sentencia, para que se correspondan (el último,
-                // por el índice; MAX no lo usaría a través de una vista con uniones). El total son
-                // todas las filas menos las de valor nulo: un COUNT(*) sin condición sobre una
-                // consulta de una sola tabla lo responde SQLite con el índice más chico, sin leer
-                // las filas; las nulas se cuentan por el índice de la columna.
-                const QString de = QStringLiteral(" FROM (") + orden_->base + QStringLiteral(") AS q");
-                QSqlQuery q = ejecutaAdelante(
-                    almacen_,
-                    QStringLiteral("SELECT (SELECT COUNT(*)") + de + QStringLiteral(") - (SELECT COUNT(*)") + de +
-                        QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NULL), (SELECT ") + c + de +
-                        QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NOT NULL ORDER BY ") + c + inverso +
-                        QStringLiteral(" LIMIT 1)"),
-                    parametros_ + parametros_ + parametros_);
-                if (q.next() && esEntero(q.value(1)))
-                    extremo_ = Extremo{q.value(0).toLongLong(), q.value(1).toLongLong()};
-                else
-                    extremo_.reset();
-            }
-            // Lo agregado después de leer el total (más allá de su último valor) no cuenta.
-            if (extremo_ && !despues(v, extremo_->ultimo)) {
-                const qint64 detras = cuenta(c + desdeV + QStringLiteral(" AND ") + c + hastaV, {v, extremo_->ultimo});
-                if (detras <= extremo_->total) antesNoNulos = extremo_->total - detras;
-            }
-        }
-        if (!antesNoNulos) antesNoNulos = cuenta(c + antesDe, {v});
-        const qint64 antes = nulos + *antesNoNulos;
+        const bool nulosAntes = almacen_.esPostgreSQL() == o.desc;
+        const qint64 nulos = nulosAntes ? o.cuenta(c + QStringLiteral(" IS NULL"), {}) : 0;
+        const qint64 antes = nulos + filasAntes(o, v);
         if (antes > std::numeric_limits<int>::max()) return std::nullopt;
-
-        // 3. La página de esa fila se lee por el valor del orden y no saltando filas: lo que
-        // está antes de v (hasta el comienzo de la página) y lo que sigue desde v.
-        const qint64 numero = antes / ModeloGrilla::kPagina;
-        const qint64 previas = antes - numero * ModeloGrilla::kPagina;
-        if (numero * ModeloGrilla::kPagina >= nulos) { // la página no toca el bloque de nulos del comienzo
-            const QString todo = QStringLiteral("SELECT * FROM (") + orden_->base + QStringLiteral(") AS q WHERE ") + c;
-            QVariantList p1 = parametros_;
-            p1 << v << previas;
-            ModeloGrilla::Pagina pagina =
-                previas > 0 ? modelo_->leeFilas(todo + antesDe + QStringLiteral(" ORDER BY ") + c + inverso +
-                                                    QStringLiteral(" LIMIT ?"),
-                                                p1)
-                            : ModeloGrilla::Pagina{};
-            std::reverse(pagina.begin(), pagina.end());
-            const bool completa = pagina.size() == previas; // si no, otra terminal cambió filas
-            QVariantList p2 = parametros_;
-            p2 << v << (ModeloGrilla::kPagina - previas);
-            pagina += modelo_->leeFilas(todo + desdeV + QStringLiteral(" ORDER BY ") + c + directo +
-                                            QStringLiteral(" LIMIT ?"),
-                                        p2);
-            // Al final del orden pueden venir los nulos, que las dos lecturas anteriores no traen.
-            if (!nulosAntes && pagina.size() < ModeloGrilla::kPagina) {
-                QVariantList p3 = parametros_;
-                p3 << (ModeloGrilla::kPagina - pagina.size());
-                pagina += modelo_->leeFilas(todo + QStringLiteral(" IS NULL LIMIT ?"), p3);
-            }
-            if (completa) modelo_->ponPagina(numero, std::move(pagina));
-        }
+        leePaginaDe(o, v, antes, nulos, nulosAntes);
         return int(antes);
     } catch (const ErrorAlmacen&) {
         return std::nullopt;
     }
+}
+
+// Filas con valor antes de v. Cerca del final conviene contar lo que queda detrás y restarlo del total.
+qint64 Grilla::filasAntes(const PorOrden& o, qint64 v) const {
+    const bool cercaDelFinal = o.a != o.z && (double(v) - double(o.a)) / (double(o.z) - double(o.a)) > 0.5;
+    if (cercaDelFinal) {
+        if (!extremo_ || o.despues(v, extremo_->ultimo)) {
+            // Total y último valor en una sola sentencia, para que se correspondan (el último, por el
+            // índice; MAX no lo usaría a través de una vista con uniones). El total son todas las
+            // filas menos las de valor nulo: un COUNT(*) sin condición sobre una consulta de una
+            // sola tabla lo responde SQLite con el índice más chico, sin leer las filas; las nulas
+            // se cuentan por el índice de la columna.
+            const QString de = QStringLiteral(" FROM (") + o.base + QStringLiteral(") AS q");
+            QSqlQuery q = ejecutaAdelante(
+                almacen_,
+                QStringLiteral("SELECT (SELECT COUNT(*)") + de + QStringLiteral(") - (SELECT COUNT(*)") + de +
+                    QStringLiteral(" WHERE ") + o.c + QStringLiteral(" IS NULL), (SELECT ") + o.c + de +
+                    QStringLiteral(" WHERE ") + o.c + QStringLiteral(" IS NOT NULL ORDER BY ") + o.c + o.inverso +
+                    QStringLiteral(" LIMIT 1)"),
+                parametros_ + parametros_ + parametros_);
+            if (q.next() && esEntero(q.value(1)))
+                extremo_ = Extremo{q.value(0).toLongLong(), q.value(1).toLongLong()};
+            else
+                extremo_.reset();
+        }
+        // Lo agregado después de leer el total (más allá de su último valor) no cuenta.
+        if (extremo_ && !o.despues(v, extremo_->ultimo)) {
+            const qint64 detras = o.cuenta(o.c + o.desdeV + QStringLiteral(" AND ") + o.c + o.hastaV, {v, extremo_->ultimo});
+            if (detras <= extremo_->total) return extremo_->total - detras;
+        }
+    }
+    return o.cuenta(o.c + o.antesDe, {v});
+}
+
+// 3. La página de la fila de v se lee por el valor del orden y no saltando filas: lo que está antes
+// de v (hasta el comienzo de la página) y lo que sigue desde v.
+void Grilla::leePaginaDe(const PorOrden& o, qint64 v, qint64 antes, qint64 nulos, bool nulosAntes) const {
+    const qint64 numero = antes / ModeloGrilla::kPagina;
+    const qint64 previas = antes - numero * ModeloGrilla::kPagina;
+    if (numero * ModeloGrilla::kPagina < nulos) return; // la página toca el bloque de nulos del comienzo
+    const QString todo = QStringLiteral("SELECT * FROM (") + o.base + QStringLiteral(") AS q WHERE ") + o.c;
+    ModeloGrilla::Pagina pagina =
+        previas > 0 ? modelo_->leeFilas(todo + o.antesDe + QStringLiteral(" ORDER BY ") + o.c + o.inverso +
+                                            QStringLiteral(" LIMIT ?"),
+                                        parametros_ + QVariantList{v, previas})
+                    : ModeloGrilla::Pagina{};
+    std::reverse(pagina.begin(), pagina.end());
+    const bool completa = pagina.size() == previas; // si no, otra terminal cambió filas
+    pagina += modelo_->leeFilas(todo + o.desdeV + QStringLiteral(" ORDER BY ") + o.c + o.directo + QStringLiteral(" LIMIT ?"),
+                                parametros_ + QVariantList{v, ModeloGrilla::kPagina - previas});
+    // Al final del orden pueden venir los nulos, que las dos lecturas anteriores no traen.
+    if (!nulosAntes && pagina.size() < ModeloGrilla::kPagina)
+        pagina += modelo_->leeFilas(todo + QStringLiteral(" IS NULL LIMIT ?"),
+                                    parametros_ + QVariantList{qint64(ModeloGrilla::kPagina - pagina.size())});
+    if (completa) modelo_->ponPagina(numero, std::move(pagina));
 }
 
 int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const {
