@@ -105,7 +105,39 @@ void PanPrincipal::armaVentana() {
     fila->setContentsMargins(0, 0, 0, 0);
     fila->setSpacing(0);
 
-    // Columna de botones laterales.
+    armaBarraLateral(centro);
+    fila->addWidget(barraLateral_);
+
+    // Encabezado con la fecha y los paneles apilados.
+    auto* derecha = new QVBoxLayout;
+    derecha->setContentsMargins(24, 14, 24, 16);
+    derecha->setSpacing(12);
+    armaEncabezado(centro);
+    derecha->addWidget(encabezado_);
+
+    armaPaneles(centro);
+    derecha->addWidget(pila_, 1);
+    fila->addLayout(derecha, 1);
+    setCentralWidget(centro);
+
+    auto* estadoTxt = new QLabel(this);
+    estadoTxt->setObjectName(QStringLiteral("StatusTxt"));
+    statusBar()->addWidget(estadoTxt, 1);
+    statusBar()->setSizeGripEnabled(true);
+
+    timer1_ = new QTimer(this);
+    timer1_->setObjectName(QStringLiteral("Timer1"));
+    timer1_->setInterval(4500);
+    connect(timer1_, &QTimer::timeout, this,
+            [this] { fecha_->setText(Formato(QVariant(reloj_.hoy()), QStringLiteral("long date"))); });
+
+    fijaColumnasDeListas();
+    connect(usuarios_, &PanelUsuarios::usuariosCambiados, venta_, &PanelVenta::llenaVendedores);
+    connect(venta_, &PanelVenta::agrandarPulsado, this, &PanPrincipal::command55);
+}
+
+// Columna de botones laterales, con la marca arriba.
+void PanPrincipal::armaBarraLateral(QWidget* centro) {
     barraLateral_ = new QFrame(centro);
     barraLateral_->setObjectName(QStringLiteral("barraLateral"));
     barraLateral_->setStyleSheet(kEstiloBarra);
@@ -136,12 +168,10 @@ void PanPrincipal::armaVentana() {
     // Mensajería no tiene panel: abre su pantalla propia, y el botón no queda marcado.
     botones_[5]->setCheckable(false);
     columna->addStretch(1);
-    fila->addWidget(barraLateral_);
+}
 
-    // Encabezado con la fecha y los paneles apilados.
-    auto* derecha = new QVBoxLayout;
-    derecha->setContentsMargins(24, 14, 24, 16);
-    derecha->setSpacing(12);
+// Encabezado: destino y copias de los informes, y la fecha.
+void PanPrincipal::armaEncabezado(QWidget* centro) {
     encabezado_ = new QFrame(centro);
     encabezado_->setObjectName(QStringLiteral("encabezado"));
     auto* cabeza = new QHBoxLayout(encabezado_);
@@ -174,8 +204,10 @@ void PanPrincipal::armaVentana() {
     ff.setPointSizeF(ff.pointSizeF() * 1.1);
     fecha_->setFont(ff);
     cabeza->addWidget(fecha_);
-    derecha->addWidget(encabezado_);
+}
 
+// Los paneles apilados, cada uno en su zona desplazable.
+void PanPrincipal::armaPaneles(QWidget* centro) {
     pila_ = new QStackedWidget(centro);
     pila_->setObjectName(QStringLiteral("pilaPaneles"));
     bienvenida_ = armaBienvenida();
@@ -204,22 +236,10 @@ void PanPrincipal::armaVentana() {
             zona->setWidget(p);
             pila_->addWidget(zona);
         }
-    derecha->addWidget(pila_, 1);
-    fila->addLayout(derecha, 1);
-    setCentralWidget(centro);
+}
 
-    auto* estadoTxt = new QLabel(this);
-    estadoTxt->setObjectName(QStringLiteral("StatusTxt"));
-    statusBar()->addWidget(estadoTxt, 1);
-    statusBar()->setSizeGripEnabled(true);
-
-    timer1_ = new QTimer(this);
-    timer1_->setObjectName(QStringLiteral("Timer1"));
-    timer1_->setInterval(4500);
-    connect(timer1_, &QTimer::timeout, this,
-            [this] { fecha_->setText(Formato(QVariant(reloj_.hoy()), QStringLiteral("long date"))); });
-
-    // Datos de las grillas de lista.
+// Columnas, títulos y claves de las grillas de lista.
+void PanPrincipal::fijaColumnasDeListas() {
     const QString& moneda = estado_.MascaraMoneda;
     articulos_->grilla()->fijaClave(QStringLiteral("idArticulo"));
     articulos_->fijaColumnas({{"Codigo", "Código", 90},
@@ -255,8 +275,6 @@ void PanPrincipal::armaVentana() {
                                moneda);
     clientes_->grilla()->fijaClave(QStringLiteral("idVendedor"));
     proveedores_->grilla()->fijaClave(QStringLiteral("idProveedor"));
-    connect(usuarios_, &PanelUsuarios::usuariosCambiados, venta_, &PanelVenta::llenaVendedores);
-    connect(venta_, &PanelVenta::agrandarPulsado, this, &PanPrincipal::command55);
 }
 
 QWidget* PanPrincipal::armaBienvenida() {

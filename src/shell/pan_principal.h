@@ -85,6 +85,10 @@ private:
     void refrescaCaja();
     void agranda(bool si);
     void muestraPanel(QWidget* panel);
+    void armaBarraLateral(QWidget* centro);
+    void armaEncabezado(QWidget* centro);
+    void armaPaneles(QWidget* centro);
+    void fijaColumnasDeListas();
     std::vector<std::pair<Grilla*, QString>> grillasConArchivo() const;
 
     Almacen& almacen_;

@@ -23,21 +23,35 @@ struct ColumnaImpresa {
     double ancho; // en unidades del dispositivo
 };
 
+// Columnas visibles en el orden de la pantalla, con su ancho en pantalla (al menos 20).
+std::vector<ColumnaImpresa> columnasVisibles(const QHeaderView* enc) {
+    std::vector<ColumnaImpresa> cols;
+    for (int v = 0; v < enc->count(); ++v) {
+        const int l = enc->logicalIndex(v);
+        if (!enc->isSectionHidden(l)) cols.push_back({l, double(qMax(20, enc->sectionSize(l)))});
+    }
+    return cols;
+}
+
+// Filas de la consulta de la grilla; 0 si no se pudo contar (la impresión sale igual).
+qint64 cuentaFilas(Grilla& g) {
+    try {
+        return g.almacen().valor(QStringLiteral("SELECT COUNT(*) FROM (") + g.sql() + QStringLiteral(") AS q"),
+                                 g.parametros()).toLongLong();
+    } catch (const ErrorAlmacen&) {
+        return 0;
+    }
+}
+
 } // namespace
 
 int ImprimeGrilla(Grilla& g, QPrinter& impresora) {
     const ModeloGrilla& m = g.modelo();
     const QHeaderView* enc = g.tabla()->horizontalHeader();
 
-    // Columnas visibles en el orden de la pantalla, con anchos proporcionales.
-    std::vector<ColumnaImpresa> cols;
+    std::vector<ColumnaImpresa> cols = columnasVisibles(enc);
     double total = 0;
-    for (int v = 0; v < enc->count(); ++v) {
-        const int l = enc->logicalIndex(v);
-        if (enc->isSectionHidden(l)) continue;
-        cols.push_back({l, double(qMax(20, enc->sectionSize(l)))});
-        total += cols.back().ancho;
-    }
+    for (const auto& c : cols) total += c.ancho;
 
     QPainter p;
     if (!p.begin(&impresora)) return 0;
@@ -59,14 +73,7 @@ int ImprimeGrilla(Grilla& g, QPrinter& impresora) {
     const double pie = alto * 1.6;
     const int porPagina = qMax(1, int((hoja.height() - cabecera - pie) / alto));
 
-    // Total de filas para "Página n de m".
-    qint64 filas = 0;
-    {
-        QSqlQuery q(g.almacen().base());
-        q.prepare(QStringLiteral("SELECT COUNT(*) FROM (") + g.sql() + QStringLiteral(") AS q"));
-        for (const QVariant& v : g.parametros()) q.addBindValue(v);
-        if (q.exec() && q.next()) filas = q.value(0).toLongLong();
-    }
+    const qint64 filas = cuentaFilas(g); // para "Página n de m"
     const int paginas = int(qMax<qint64>(1, (filas + porPagina - 1) / porPagina));
     const QString titulo = g.tituloImpresion().isEmpty() ? g.window()->windowTitle() : g.tituloImpresion();
     const QString fecha = FechaTexto(QDate::currentDate());
