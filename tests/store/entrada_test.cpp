@@ -44,15 +44,14 @@ TEST(Entrada, LeeLoQueSeEscribeSinAdivinar) {
 TEST(Entrada, LosCamposRechazanConElNombreDelCampo) {
     const QString malEscrito = "Cantidad: el número está mal escrito. Use el punto para los decimales (1234.50).";
     const QString fuera = "Cantidad: Importe fuera de rango!";
-    const std::function<void(const QString&)> cantidad = [](const QString& t) { ExigeCantidad(t, "Cantidad"); };
-    const std::function<void(const QString&)> importe = [](const QString& t) { ExigeImporte(t, "Cantidad"); };
-    const std::function<void(const QString&)> porcentaje = [](const QString& t) { ExigePorcentaje(t, "Cantidad"); };
-    const std::function<void(const QString&)> correlativo = [](const QString& t) {
-        ExigeEntero(t, "Cantidad", 0, 2147483647);
-    };
+    using Lectura = std::function<void(const QString&)>;
+    const Lectura cantidad = [](const QString& t) { ExigeCantidad(t, "Cantidad"); };
+    const Lectura importe = [](const QString& t) { ExigeImporte(t, "Cantidad"); };
+    const Lectura porcentaje = [](const QString& t) { ExigePorcentaje(t, "Cantidad"); };
+    const Lectura correlativo = [](const QString& t) { ExigeEntero(t, "Cantidad", 0, 2147483647); };
     const struct {
         const char* texto;
-        const std::function<void(const QString&)>& lectura;
+        const Lectura& lectura;
         QString mensaje; // vacío: se acepta
     } casos[] = {
         {"2.5", cantidad, {}},

@@ -45,16 +45,12 @@ const std::pair<const char*, const char*> kVistas[] = {
     {"ConsultaMovimientosStock", "Fecha idMovimientoStock idArticulo Ingreso Egreso Codigo Descripcion "
                                  "TipoMovimientoStock"},
     {"ConsultaMovStock", "Fecha idTipoMovimiento Ingreso ImprimeCodigoBarra Codigo"},
-    {"ConsultaSaldoClientes", "idVendedor Nombre Saldo"},
-    {"ConsultaSaldoProveedores", "idProveedor RazonSocial Saldo"},
+    {"ConsultaSaldoClientes", "idVendedor Nombre Saldo"}, {"ConsultaSaldoProveedores", "idProveedor RazonSocial Saldo"},
     {"ConsultaTablaPremiosVIP", "idTablaVIP VigenciaDESDE VigenciaHASTA Descripcion PuntosRequeridos"},
     {"ConsultaTiposComprobantesPorFecha", "Fecha Factura Total idComprobante NombrePlantilla"},
-    {"consultaventasclientes", "fecha nombre Total"},
-    {"RankingArticulo", "Codigo Descripcion SumaDeCantidad"},
-    {"RankingComisiones", "Nombre"},
-    {"_ConsultaArticulosPorRubro", "Rubro Codigo Descripcion"},
-    {"_ConsultaClientes", "idVendedor Nombre"},
-    {"_ConsultaCaja", "Fecha Cuenta Ingreso Egreso"},
+    {"consultaventasclientes", "fecha nombre Total"}, {"RankingArticulo", "Codigo Descripcion SumaDeCantidad"},
+    {"RankingComisiones", "Nombre"}, {"_ConsultaArticulosPorRubro", "Rubro Codigo Descripcion"},
+    {"_ConsultaClientes", "idVendedor Nombre"}, {"_ConsultaCaja", "Fecha Cuenta Ingreso Egreso"},
     {"_ConsultaDetalleVentas", "Fecha Factura Codigo Cantidad"},
     {"ConsultaFormulaProduccion", "Codigo PrimeroDeidItemFormula PrimeroDeidArticuloFinal PrimeroDeidArticuloMP "
                                   "SumaDeCostoTotal PrimeroDeDescripcion SumaDeCantidad PrimeroDeCodigo "
@@ -143,7 +139,7 @@ TEST_P(EsquemaNuevo, ClavesNuevasTrasLasDePartidaMarcasEnCeroYUnDiaSeCierraUnaVe
         << def.toStdString();
 }
 
-TEST_P(EsquemaNuevo, TextosEImportesVuelvenTalCualSeGuardaron) {
+TEST_P(EsquemaNuevo, TextosLargosYNoLatinosVuelvenTalCualSeGuardaron) {
     Almacen& a = almacen();
     const QString largo = QString(9991, QLatin1Char('x')) + QStringLiteral("ñÑáé€'\"\\%");
     const QString otros = QStringLiteral("Ελληνικά · 日本語 · Русский · עברית · 😀");
@@ -154,17 +150,6 @@ TEST_P(EsquemaNuevo, TextosEImportesVuelvenTalCualSeGuardaron) {
     EXPECT_EQ(a.valor("SELECT Descripcion FROM Articulos WHERE Descripcion LIKE ?", {"%日本語%"}).toString(), otros);
     a.ejecuta("UPDATE Vendedores SET \"e-mail\" = ? WHERE idVendedor = 1", {"o'neil@ejemplo.com.ar"});
     EXPECT_EQ(a.valor("SELECT email FROM _ConsultaClientes WHERE idVendedor = 1").toString(), "o'neil@ejemplo.com.ar");
-
-    // Importes de cuatro decimales exactos, y diez veces 0.10 suman 1.00.
-    for (const char* i : {"12345678.1234", "-0.0001", "999999999.9999", "0.1000"})
-        a.ejecuta("INSERT INTO Caja (idCuenta, Ingreso) VALUES (1, ?)", {QString::fromUtf8(i)});
-    for (int i = 0; i < 10; ++i) a.ejecuta("INSERT INTO Caja (idCuenta, Egreso) VALUES (2, ?)", {"0.1000"});
-    EXPECT_EQ(filas(a, "SELECT Ingreso FROM Caja WHERE idCuenta = 1 ORDER BY idCaja"),
-              filas({"12345678.1234", "-0.0001", "999999999.9999", "0.1"}));
-    EXPECT_EQ(filas(a, "SELECT sum(Egreso) FROM Caja WHERE idCuenta = 2"), filas({"1"}));
-    if (a.esPostgreSQL()) {
-        EXPECT_EQ(a.valor("SELECT Ingreso FROM Caja WHERE idCaja = 1").toString(), "12345678.1234");
-    }
 }
 
 // --- Vistas sobre filas armadas para ellas ---------------------------------------------------

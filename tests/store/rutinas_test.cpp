@@ -3,7 +3,6 @@
 #include "apoyo/base_prueba.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
-#include "store/esquema.h"
 #include "store/rutinas.h"
 
 #include <QFile>
@@ -51,23 +50,18 @@ TEST_P(Rutinas, LeeCampoPorNombreYCuentaRegistrosConParametrosLigados) {
 }
 
 TEST_P(Rutinas, TieneNivelSoloConUnoOMenosUnoYElSupervisorPasaTodo) {
-    const auto nivel = [this](const char* nombre, const QString& encendidas, int valor) {
-        const qint64 id = almacen().inserta("INSERT INTO Niveles (Nombre) VALUES (?)", {nombre}, "idNivel");
-        for (const QString& c : encendidas.split(u' ', Qt::SkipEmptyParts))
-            almacen().ejecuta("UPDATE Niveles SET " + c + " = ? WHERE idNivel = ?", {valor, id});
-        return static_cast<int>(id);
+    const auto nivel = [this](const char* columnas, const char* valores) {
+        const QString sql = QStringLiteral("INSERT INTO Niveles (Nombre, %1) VALUES ('x', %2)").arg(columnas, valores);
+        return int(almacen().inserta(sql, {}, "idNivel"));
     };
-    const int jefe = nivel("Jefe", "UsuarioSuper", -1);
-    const int cajero = nivel("Cajero", "VeVentas", 1);
-    almacen().ejecuta("UPDATE Niveles SET SoloPOS = -1, VeCaja = 2 WHERE idNivel = ?", {cajero});
-    for (const QString& c : columnasPermiso()) {
-        EXPECT_TRUE(TieneNivel(almacen(), jefe, c)) << c.toStdString();
-        const bool cajeroPuede = QStringList{"veventas", "solopos"}.contains(c.toLower());
-        EXPECT_EQ(TieneNivel(almacen(), cajero, c), cajeroPuede) << c.toStdString(); // VeCaja = 2 no cuenta
-        EXPECT_FALSE(TieneNivel(almacen(), 987654, c)) << "un nivel borrado no tiene permisos";
-    }
-    EXPECT_TRUE(TieneNivel(almacen(), cajero, "veventas"));
-    EXPECT_FALSE(TieneNivel(almacen(), cajero, "usuarioSuper"));
+    const int jefe = nivel("UsuarioSuper", "-1");
+    const int cajero = nivel("VeVentas, SoloPOS, VeCaja", "1, -1, 2");
+    const std::tuple<int, const char*, bool> casos[] = {
+        {jefe, "BorrTodosLosDatos", true}, {jefe, "VeCaja", true},        {cajero, "veventas", true},
+        {cajero, "soloPOS", true},         {cajero, "VeCaja", false}, // 2 no cuenta como encendido
+        {cajero, "usuarioSuper", false},   {cajero, "BorrCaja", false},   {987654, "VeVentas", false}, // nivel borrado
+    };
+    for (const auto& [id, permiso, esperado] : casos) EXPECT_EQ(TieneNivel(almacen(), id, permiso), esperado) << permiso;
     EXPECT_EQ(avisoDe([&] { ExigeNivel(almacen(), cajero, "BorrCaja"); }), "Error: Nivel no permitido!");
     EXPECT_EQ(avisoDe([&] { ExigeNivel(almacen(), cajero, "VeVentas"); }), "");
     // El nombre de columna nunca llega al SQL si no es un permiso conocido.
