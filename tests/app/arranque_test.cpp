@@ -10,496 +10,343 @@
 #include <QFileInfo>
 #include <QLockFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <clocale>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace orv;
 
 namespace {
 
-struct MensajeVisto {
-    QString texto;
-    QString titulo;
-    Icono icono;
-};
+SeparadoresRegionales sep(const char* dec, const char* miles, const char* decMon, const char* milesMon,
+                          const char* fecha = "/") {
+    return {dec, fecha, ":", decMon, "$", miles, milesMon};
+}
 
+// Anota cada paso; un mensaje como "mensaje <título> [<icono>]" y su texto aparte, igual que las preguntas.
 class InterfazFalsa : public InterfazArranque {
 public:
     QStringList pasos;
-    QList<MensajeVisto> mensajes;
-    QStringList preguntas;
-    QStringList titulosPregunta;
+    QStringList textos;
     bool respuesta = true;
     int ancho = 1280;
-    SeparadoresRegionales regional{QStringLiteral("."), QStringLiteral("/"), QStringLiteral(":"),
-                                   QStringLiteral("."), QStringLiteral("$"), QStringLiteral(","),
-                                   QStringLiteral(",")};
+    SeparadoresRegionales regional = sep(".", ",", ".", ",");
     bool ingresa = true;
 
     void mensaje(const QString& texto, const QString& titulo, Icono icono) override {
-        pasos << QStringLiteral("mensaje:") + titulo;
-        mensajes.append({texto, titulo, icono});
+        const char* iconos[] = {"", "i", "!", "?", "stop"};
+        pasos << QStringLiteral("mensaje %1 [%2]").arg(titulo, iconos[int(icono)]);
+        textos << texto;
     }
     bool pregunta(const QString& texto, const QString& titulo) override {
-        pasos << QStringLiteral("pregunta");
-        preguntas << texto;
-        titulosPregunta << titulo;
+        pasos << "pregunta " + titulo;
+        textos << texto;
         return respuesta;
     }
-    void muestraPortada() override { pasos << QStringLiteral("portada"); }
+    void muestraPortada() override { pasos << "portada"; }
     int anchoPantalla() override {
-        pasos << QStringLiteral("pantalla");
+        pasos << "pantalla";
         return ancho;
     }
     SeparadoresRegionales separadoresRegionales() override {
-        pasos << QStringLiteral("regional");
+        pasos << "regional";
         return regional;
     }
     bool login(Almacen&, EstadoAplicacion& e) override {
-        pasos << QStringLiteral("login");
-        if (!ingresa) return false;
-        e.idUsuarioActual = 1;
-        e.idNivelActual = 1;
-        return true;
+        pasos << "login";
+        e.idUsuarioActual = ingresa ? 1 : 0;
+        return ingresa;
     }
-    void muestraVentana(Almacen&, EstadoAplicacion&, const Configuracion&) override {
-        pasos << QStringLiteral("ventana");
+    void muestraVentana(Almacen&, EstadoAplicacion&, const Configuracion&) override { pasos << "ventana"; }
+};
+
+// Una carpeta de datos nueva, su configuración y una interfaz que anota.
+struct Entorno {
+    QTemporaryDir dir;
+    QString datos = dir.filePath("datos");
+    InterfazFalsa ui;
+    RelojFijo reloj{QDateTime(QDate(2026, 11, 22), QTime(10, 15, 37))};
+    std::unique_ptr<QLockFile> bloqueo;
+
+    Configuracion conf() const { return Configuracion(datos, dir.filePath("usuario.conf")); }
+    QString base() const { return QDir(datos).filePath(kArchivoAlmacen); }
+    // La carpeta de datos ya creada, y su BASE.db.
+    QString baseEnCarpeta() const {
+        QDir().mkpath(datos);
+        return base();
+    }
+    QVariant enMaquina(const QString& clave) const {
+        return QSettings(QDir(datos).filePath("Orvanta.ini"), QSettings::IniFormat).value(clave::miscelaneas + '/' + clave);
+    }
+    // Un archivo donde iría una carpeta: la carpeta de datos no se puede crear.
+    void tapaCarpeta() {
+        QFile(dir.filePath("archivo")).open(QIODevice::WriteOnly);
+        datos = dir.filePath("archivo/datos");
     }
 };
 
-const QString kTextoSinAbrir = QStringLiteral("Error al intentar abrir la base de datos del sistema, Error detectado :");
+std::string junta(const QStringList& l) { return l.join(", ").toStdString(); }
+QString exacto(const QString& texto) { return "^" + QRegularExpression::escape(texto) + "$"; }
 
-class ArranqueTest : public ::testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(dir_.isValid()); }
-
-    QString datos() const { return dir_.filePath(QStringLiteral("datos")); }
-    Configuracion conf(const QString& carpeta = {}) const {
-        return Configuracion(carpeta.isEmpty() ? datos() : carpeta, dir_.filePath(QStringLiteral("usuario.conf")));
-    }
-    QVariant enMaquina(const QString& clave, const QString& seccion = clave::miscelaneas) const {
-        QSettings s(QDir(datos()).filePath(QStringLiteral("Orvanta.ini")), QSettings::IniFormat);
-        s.beginGroup(seccion);
-        return s.value(clave);
-    }
-
-    QTemporaryDir dir_;
-    RelojFijo reloj_{QDateTime(QDate(2026, 11, 22), QTime(10, 15, 37))};
-    InterfazFalsa ui_;
-};
-
-TEST_F(ArranqueTest, PrimerArranqueRecorreLosPasosEnOrdenYCreaElAlmacen) {
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
-
-    EXPECT_EQ(ui_.pasos, (QStringList{"portada", "pantalla", "regional", "login", "ventana"}));
-    EXPECT_TRUE(ui_.mensajes.isEmpty());
-    ASSERT_NE(a.almacen(), nullptr);
-    EXPECT_TRUE(QFile::exists(QDir(datos()).filePath(QStringLiteral("BASE.db"))));
-    EXPECT_EQ(versionEsquema(*a.almacen()), static_cast<int>(pasosDelSistema().size()));
-    EXPECT_EQ(a.estado().almacenAbierto, QDir(datos()).filePath(QStringLiteral("BASE.db")));
-
-    // Terminal por los segundos del reloj, grabada; los predeterminados del país sólo en memoria.
-    EXPECT_EQ(a.estado().IdRed, 37);
-    EXPECT_EQ(enMaquina(QStringLiteral("IdRed")).toString(), QStringLiteral("37"));
-    EXPECT_EQ(a.estado().ClaveImpositiva, QStringLiteral("CUIT"));
-    EXPECT_EQ(a.estado().MascaraMoneda, QStringLiteral("###,###,##0.00"));
-    EXPECT_EQ(a.estado().Pais, QStringLiteral("ARGENTINA"));
-    EXPECT_FALSE(enMaquina(QStringLiteral("ClaveImpositiva")).isValid());
-    EXPECT_FALSE(enMaquina(QStringLiteral("MascaraMoneda")).isValid());
-    EXPECT_FALSE(enMaquina(QStringLiteral("Pais")).isValid());
-    EXPECT_EQ(a.estado().NroCifrasArticulo, 4);
-    EXPECT_EQ(a.estado().NroCifrasRubro, 2);
-    EXPECT_EQ(enMaquina(QStringLiteral("FormaCalculoVIP")).toString(), QStringLiteral("P"));
-
-    // Venta en curso con sus valores de partida.
-    EXPECT_EQ(a.estado().NombreClienteActual, QStringLiteral("Cons.Final"));
-    EXPECT_EQ(a.estado().FormaPagoActual, QStringLiteral("EFVO"));
-    EXPECT_EQ(a.estado().idTipoIvaActual, 1);
-    EXPECT_TRUE(a.estado().CuponActual.isEmpty());
+QByteArray contenido(const QString& ruta) {
+    QFile f(ruta);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-TEST_F(ArranqueTest, ReglaDelNumeroDeTerminal) {
-    struct Caso {
+const QStringList kSinTropiezos = {"portada", "pantalla", "regional", "login", "ventana"};
+const QString kSinAbrir = "^Error al intentar abrir la base de datos del sistema, Error detectado :.+";
+
+} // namespace
+
+// Lo grabado en Miscelaneas ("~": nada), lo que el arranque deja en memoria y lo que queda grabado.
+TEST(Arranque, LeeLaConfiguracionYCreaElAlmacenSoloParaElDueno) {
+    const char* claves[] = {"IdRed", "ClaveImpositiva", "MascaraMoneda", "Pais", "NroCifrasArticulo", "NroCifrasRubro",
+                            "FormaCalculoVIP"};
+    const struct {
+        QStringList grabados;
+        const char* estado;
+        const char* quedan;
+    } casos[] = {
+        // Terminal por los segundos del reloj, grabada; los predeterminados del país sólo en memoria.
+        {{"~", "~", "~", "~", "~", "~", "~"}, "37, CUIT, ###,###,##0.00, ARGENTINA, 4, 2", "37, , , , , , P"},
+        {{"5", "RUT", "#,##0.000", "URUGUAY", "", "3", "C"}, "5, RUT, #,##0.000, URUGUAY, 4, 3",
+         "5, RUT, #,##0.000, URUGUAY, , 3, C"},
+        // No numérico o fuera de rango: el predeterminado, y la configuración queda como estaba.
+        {{"~", "", "~", "~", "cuatro", "70000", "~"}, "37, CUIT, ###,###,##0.00, ARGENTINA, 4, 2",
+         "37, , , , cuatro, 70000, P"},
+    };
+    for (const auto& k : casos) {
+        Entorno e;
+        const Configuracion c = e.conf();
+        for (int i = 0; i < 7; ++i)
+            if (k.grabados[i] != "~") c.graba(clave::miscelaneas, claves[i], k.grabados[i]);
+        Arranque a(c, e.reloj, e.ui);
+        ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
+        EXPECT_EQ(junta(e.ui.pasos), junta(kSinTropiezos));
+        ASSERT_NE(a.almacen(), nullptr);
+        EXPECT_EQ(versionEsquema(*a.almacen()), static_cast<int>(pasosDelSistema().size()));
+        EXPECT_EQ(a.estado().almacenAbierto, e.base());
+        const EstadoAplicacion& s = a.estado();
+        EXPECT_EQ(junta({QString::number(s.IdRed), s.ClaveImpositiva, s.MascaraMoneda, s.Pais,
+                         QString::number(s.NroCifrasArticulo), QString::number(s.NroCifrasRubro)}),
+                  k.estado);
+        QStringList quedan;
+        for (const char* clave : claves) quedan << e.enMaquina(clave).toString();
+        EXPECT_EQ(junta(quedan), k.quedan);
+
+        // Carpeta, almacén con sus diarios y configuración sólo para el dueño (los bits "User" repiten los del dueño).
+        const auto modo = [](const QString& ruta) {
+            return QFileInfo(ruta).permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+        };
+        EXPECT_EQ(modo(e.datos), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        for (const char* archivo : {"BASE.db", "BASE.db-wal", "BASE.db-shm", "Orvanta.ini"})
+            EXPECT_EQ(modo(QDir(e.datos).filePath(archivo)), QFile::ReadOwner | QFile::WriteOwner) << archivo;
+    }
+}
+
+TEST(Arranque, ReglaDelNumeroDeTerminal) {
+    const struct {
         QString guardado;
         int segundo;
         qint32 esperado;
         QString queda;
+    } casos[] = {
+        {QString(), 0, 0, "0"}, // segundo 0: terminal 0, válida
+        {QString(), 59, 59, "59"},       {"abc", 12, 12, "12"}, {"0", 37, 0, "0"}, // "0" se queda
+        {" 17 ", 5, 17, " 17 "},          {"12a", 8, 8, "8"},
+        {"99999999999", 44, 44, "44"}, // no cabe en 32 bits
     };
-    const QList<Caso> casos{
-        {QString(), 0, 0, QStringLiteral("0")},          // segundo 0: terminal 0, válida
-        {QString(), 59, 59, QStringLiteral("59")},
-        {QStringLiteral("abc"), 12, 12, QStringLiteral("12")},
-        {QStringLiteral("0"), 37, 0, QStringLiteral("0")}, // "0" se queda
-        {QStringLiteral(" 17 "), 5, 17, QStringLiteral(" 17 ")},
-        {QStringLiteral("12a"), 8, 8, QStringLiteral("8")},
-        {QStringLiteral("99999999999"), 44, 44, QStringLiteral("44")}, // no cabe en 32 bits
-    };
-    for (const Caso& k : casos) {
+    for (const auto& k : casos) {
         QTemporaryDir d;
-        const Configuracion c(d.path(), d.filePath(QStringLiteral("u.conf")));
-        if (!k.guardado.isNull()) c.graba(clave::miscelaneas, QStringLiteral("IdRed"), k.guardado);
+        const Configuracion c(d.path(), d.filePath("u.conf"));
+        if (!k.guardado.isNull()) c.graba(clave::miscelaneas, "IdRed", k.guardado);
         const RelojFijo r(QDateTime(QDate(2026, 1, 1), QTime(9, 30, k.segundo)));
         EXPECT_EQ(Arranque::LeeIdRed(c, r), k.esperado) << qPrintable(k.guardado);
-        EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("IdRed")), k.queda) << qPrintable(k.guardado);
+        EXPECT_EQ(c.lee(clave::miscelaneas, "IdRed"), k.queda) << qPrintable(k.guardado);
     }
 }
 
-TEST_F(ArranqueTest, ValoresDeLaConfiguracionYSusPredeterminados) {
-    const Configuracion c = conf();
-    c.graba(clave::miscelaneas, QStringLiteral("ClaveImpositiva"), QStringLiteral("RUT"));
-    c.graba(clave::miscelaneas, QStringLiteral("Pais"), QStringLiteral("URUGUAY"));
-    c.graba(clave::miscelaneas, QStringLiteral("NroCifrasArticulo"), QString());
-    c.graba(clave::miscelaneas, QStringLiteral("NroCifrasRubro"), QStringLiteral("3"));
-    c.graba(clave::miscelaneas, QStringLiteral("FormaCalculoVIP"), QStringLiteral("C"));
-    Arranque a(c, reloj_, ui_);
-    ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
-    EXPECT_EQ(a.estado().ClaveImpositiva, QStringLiteral("RUT"));
-    EXPECT_EQ(a.estado().Pais, QStringLiteral("URUGUAY"));
-    EXPECT_EQ(a.estado().MascaraMoneda, QStringLiteral("###,###,##0.00"));
-    // Vacío: 4, y la configuración sigue vacía.
-    EXPECT_EQ(a.estado().NroCifrasArticulo, 4);
-    EXPECT_EQ(enMaquina(QStringLiteral("NroCifrasArticulo")).toString(), QString());
-    EXPECT_EQ(a.estado().NroCifrasRubro, 3);
-    EXPECT_EQ(enMaquina(QStringLiteral("FormaCalculoVIP")).toString(), QStringLiteral("C"));
-
-    // No numérico o fuera de rango: el predeterminado, y la configuración queda como estaba.
-    InterfazFalsa otra;
-    const Configuracion c2 = conf(dir_.filePath(QStringLiteral("otra")));
-    c2.graba(clave::miscelaneas, QStringLiteral("NroCifrasArticulo"), QStringLiteral("cuatro"));
-    c2.graba(clave::miscelaneas, QStringLiteral("NroCifrasRubro"), QStringLiteral("70000"));
-    Arranque b(c2, reloj_, otra);
-    ASSERT_EQ(b.ejecuta(), FinArranque::Ventana);
-    EXPECT_EQ(b.estado().NroCifrasArticulo, 4);
-    EXPECT_EQ(b.estado().NroCifrasRubro, 2);
-    EXPECT_EQ(c2.lee(clave::miscelaneas, QStringLiteral("NroCifrasArticulo")), QStringLiteral("cuatro"));
+// Cada camino de la secuencia: qué se prepara, cómo termina, qué pasos da y qué textos muestra
+// (expresiones que cada texto cumple entero, en orden).
+TEST(Arranque, CadaCaminoTerminaConSusPasosYSusMensajes) {
+    const QString vacio = "^El archivo de la base de datos del sistema está vacío.+";
+    const int conocido = pasosDelSistema().back().numero;
+    const struct {
+        const char* nombre;
+        std::function<void(Entorno&)> prepara;
+        FinArranque fin;
+        int codigo;
+        QStringList pasos;
+        QStringList textos;
+        std::function<void(Entorno&)> comprueba = nullptr;
+    } casos[] = {
+        {"segunda instancia", [](Entorno& e) {
+             e.baseEnCarpeta();
+             e.bloqueo = std::make_unique<QLockFile>(QDir(e.datos).filePath(kArchivoBloqueo));
+             ASSERT_TRUE(e.bloqueo->tryLock(0));
+         }, FinArranque::OtraInstancia, 2, {"mensaje Error [stop]"}, {exacto(kMensajeOtraInstancia)},
+         [](Entorno& e) { EXPECT_FALSE(QFile::exists(e.base())); }},
+        {"bloqueo de un proceso que ya terminó", [](Entorno& e) {
+             // El bloqueo con el formato real, pero con el número de un proceso muerto.
+             e.baseEnCarpeta();
+             const QString ruta = QDir(e.datos).filePath(kArchivoBloqueo);
+             QByteArray bloqueo;
+             {
+                 QLockFile l(ruta);
+                 ASSERT_TRUE(l.tryLock(0));
+                 bloqueo = contenido(ruta);
+             }
+             QProcess p;
+             p.start("/bin/true", {});
+             ASSERT_TRUE(p.waitForStarted(5000));
+             const qint64 muerto = p.processId();
+             ASSERT_TRUE(p.waitForFinished(5000));
+             QFile f(ruta);
+             ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+             f.write(QByteArray::number(muerto) + bloqueo.mid(bloqueo.indexOf('\n')));
+         }, FinArranque::Ventana, 0, kSinTropiezos, {}},
+        {"carpeta de datos inutilizable", [](Entorno& e) { e.tapaCarpeta(); }, FinArranque::SinAlmacen, 1,
+         {"mensaje La conexión falló [!]", "portada", "mensaje Error [stop]"},
+         {"^No se puede conectar a la base de datos!$", kSinAbrir + "\nNumero : .*\nModulo : Orvanta\nLínea : 9$"}},
+        {"servidor PostgreSQL que no responde", [](Entorno& e) {
+             e.conf().graba(clave::configuracion, "BaseDatos", "postgresql://x@127.0.0.1:1/nada");
+         }, FinArranque::SinAlmacen, 1, {"portada", "mensaje Error [stop]"}, {kSinAbrir + "\n.+"},
+         [](Entorno& e) { EXPECT_FALSE(QFile::exists(e.base())); }},
+        {"almacén dañado", [](Entorno& e) {
+             prueba::CreaAlmacenDanado(e.baseEnCarpeta());
+             QFile::copy(e.base(), e.dir.filePath("copia"));
+         }, FinArranque::SinAlmacen, 1, {"portada", "mensaje Error [stop]"},
+         {"^La base de datos del sistema está dañada.+"},
+         [](Entorno& e) {
+             // Qué archivo, y cómo volver: la copia de respaldo en la carpeta de datos; el archivo no se toca.
+             const QString& m = e.ui.textos.value(0);
+             EXPECT_TRUE(m.contains(e.base()) && m.contains("ORVBACK_") && m.contains("carpeta de datos " + e.datos))
+                 << qPrintable(m);
+             EXPECT_EQ(contenido(e.base()), contenido(e.dir.filePath("copia")));
+         }},
+        {"almacén de un programa más nuevo", [conocido](Entorno& e) {
+             auto previo = Almacen::abreSQLite(e.baseEnCarpeta());
+             actualizaEsquema(*previo);
+             previo->ejecuta("INSERT INTO PasosEsquema (Paso) VALUES (?)", {conocido + 4});
+         }, FinArranque::SinActualizar, 1, {"portada", "mensaje Error [stop]"},
+         {QStringLiteral(".*versión %1 del esquema.*hasta la versión %2.*").arg(conocido + 4).arg(conocido)},
+         [conocido](Entorno& e) { EXPECT_EQ(versionEsquema(*Almacen::abreSQLite(e.base())), conocido + 4); }},
+        {"actualización que falla", [](Entorno& e) {
+             // Un almacén viejo con una vista que choca con una tabla del esquema: el paso se deshace entero.
+             Almacen::abreSQLite(e.baseEnCarpeta())->ejecuta("CREATE VIEW Articulos AS SELECT 1 AS x");
+         }, FinArranque::SinActualizar, 1, {"portada", "mensaje Error [stop]"},
+         {"^Error al actualizar la base de datos del sistema, Error detectado :.+Línea : 10$"},
+         [](Entorno& e) {
+             const auto a = Almacen::abreSQLite(e.base());
+             EXPECT_EQ(a->valor("SELECT count(*) FROM sqlite_master WHERE type = 'table'").toInt(), 0);
+         }},
+        {"BASE.db vacío, No", [](Entorno& e) {
+             QFile(e.baseEnCarpeta()).open(QIODevice::WriteOnly);
+             e.ui.respuesta = false;
+         }, FinArranque::AlmacenVacio, 0, {"portada", "pregunta Atención"}, {vacio},
+         [](Entorno& e) {
+             EXPECT_EQ(e.ui.textos.value(0), Arranque::textoAlmacenVacio(e.base()));
+             EXPECT_EQ(QFileInfo(e.base()).size(), 0) << "el archivo queda como estaba";
+         }},
+        {"BASE.db vacío, Sí", [](Entorno& e) {
+             QFile(e.baseEnCarpeta()).open(QIODevice::WriteOnly);
+         }, FinArranque::Ventana, 0, QStringList{"portada", "pregunta Atención"} + kSinTropiezos.mid(1), {vacio},
+         [](Entorno& e) { EXPECT_GT(QFileInfo(e.base()).size(), 0); }},
+        {"pantalla angosta", [](Entorno& e) { e.ui.ancho = 799; }, FinArranque::Ventana, 0,
+         {"portada", "pantalla", "mensaje Visualización de Video [!]", "regional", "login", "ventana"},
+         {exacto(kMensajePantalla)}},
+        {"regional rechazado", [](Entorno& e) {
+             e.ui.regional = sep(".", ".", ".", ",");
+             e.ui.respuesta = false;
+         }, FinArranque::RegionalRechazado, 0, {"portada", "pantalla", "regional", "pregunta "},
+         {exacto(TextoProblemaRegional())}},
+        {"regional aceptado", [](Entorno& e) { e.ui.regional = sep(",", ".", ",", "."); }, FinArranque::Ventana, 0,
+         {"portada", "pantalla", "regional", "pregunta ", "login", "ventana"},
+         {exacto(TextoProblemaRegional())}},
+        {"pantalla justa y regional que pasa", [](Entorno& e) {
+             e.ui.ancho = 800;
+             e.ui.regional = sep(";", " ", ";", " ", "-");
+         }, FinArranque::Ventana, 0, kSinTropiezos, {}},
+        {"sin ingreso", [](Entorno& e) { e.ui.ingresa = false; }, FinArranque::SinIngreso, 0, kSinTropiezos.mid(0, 4), {}},
+    };
+    for (const auto& k : casos) {
+        SCOPED_TRACE(k.nombre);
+        Entorno e;
+        k.prepara(e);
+        if (::testing::Test::HasFatalFailure()) return;
+        const Configuracion c = e.conf();
+        QElapsedTimer reloj;
+        reloj.start();
+        {
+            Arranque a(c, e.reloj, e.ui);
+            const FinArranque fin = a.ejecuta();
+            EXPECT_EQ(fin, k.fin);
+            EXPECT_EQ(codigoSalida(fin), k.codigo);
+        }
+        EXPECT_LT(reloj.elapsed(), 4000) << "nada se cuelga";
+        EXPECT_EQ(junta(e.ui.pasos), junta(k.pasos));
+        ASSERT_EQ(e.ui.textos.size(), k.textos.size());
+        for (int i = 0; i < k.textos.size(); ++i) {
+            const QRegularExpression patron(k.textos[i], QRegularExpression::DotMatchesEverythingOption);
+            EXPECT_TRUE(patron.match(e.ui.textos[i]).hasMatch()) << qPrintable(e.ui.textos[i]);
+        }
+        if (k.comprueba) k.comprueba(e);
+    }
 }
 
-TEST_F(ArranqueTest, SegundaInstanciaAvisaYTerminaSinPortada) {
-    QDir().mkpath(datos());
-    QLockFile primero(QDir(datos()).filePath(kArchivoBloqueo));
-    ASSERT_TRUE(primero.tryLock(0));
-
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    const FinArranque fin = a.ejecuta();
-    EXPECT_EQ(fin, FinArranque::OtraInstancia);
-    EXPECT_NE(codigoSalida(fin), 0);
-    EXPECT_EQ(ui_.pasos, QStringList{"mensaje:Error"});
-    ASSERT_EQ(ui_.mensajes.size(), 1);
-    EXPECT_EQ(ui_.mensajes[0].texto,
-              QStringLiteral("Error, el programa ya está ejecutándose, por favor maximice la ventana correspondiente !!"));
-    EXPECT_EQ(ui_.mensajes[0].icono, Icono::Stop);
-    EXPECT_EQ(a.almacen(), nullptr);
-    EXPECT_FALSE(QFile::exists(QDir(datos()).filePath(QStringLiteral("BASE.db"))));
-}
-
-TEST_F(ArranqueTest, ElBloqueoDuraLoQueDuraElArranqueYOtraCarpetaNoChoca) {
-    const Configuracion c = conf();
+TEST(Arranque, ElBloqueoDuraLoQueDuraElArranqueYOtraCarpetaNoChoca) {
+    Entorno e, otra, luego;
+    const Configuracion c = e.conf();
+    const Configuracion c2 = otra.conf();
     {
-        Arranque a(c, reloj_, ui_);
+        Arranque a(c, e.reloj, e.ui);
         ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
-        // Mientras vive el primero, otro sobre la misma carpeta no arranca...
-        InterfazFalsa otra;
-        Arranque b(c, reloj_, otra);
-        EXPECT_EQ(b.ejecuta(), FinArranque::OtraInstancia);
-        // ...pero sí sobre otra carpeta de datos.
-        InterfazFalsa tercera;
-        const Configuracion c2 = conf(dir_.filePath(QStringLiteral("otros")));
-        Arranque d(c2, reloj_, tercera);
-        EXPECT_EQ(d.ejecuta(), FinArranque::Ventana);
+        // Mientras vive el primero, otro sobre la misma carpeta no arranca, pero sí sobre otra carpeta.
+        InterfazFalsa segunda;
+        EXPECT_EQ(Arranque(c, e.reloj, segunda).ejecuta(), FinArranque::OtraInstancia);
+        EXPECT_EQ(Arranque(c2, e.reloj, otra.ui).ejecuta(), FinArranque::Ventana);
     }
     // Cerrado el primero, se puede volver a arrancar.
-    InterfazFalsa luego;
-    Arranque e(c, reloj_, luego);
-    EXPECT_EQ(e.ejecuta(), FinArranque::Ventana);
+    EXPECT_EQ(Arranque(c, e.reloj, luego.ui).ejecuta(), FinArranque::Ventana);
 }
 
-TEST_F(ArranqueTest, UnBloqueoDejadoPorUnProcesoMuertoNoImpideArrancar) {
-    QDir().mkpath(datos());
-    const QString ruta = QDir(datos()).filePath(kArchivoBloqueo);
-    // Bloqueo con el formato real, pero de un proceso que ya terminó.
-    QByteArray contenido;
-    {
-        QLockFile l(ruta);
-        ASSERT_TRUE(l.tryLock(0));
-        QFile f(ruta);
-        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-        contenido = f.readAll();
-        l.unlock();
-    }
-    QProcess p;
-    p.start(QStringLiteral("/bin/true"), {});
-    ASSERT_TRUE(p.waitForStarted(5000));
-    const qint64 muerto = p.processId();
-    ASSERT_TRUE(p.waitForFinished(5000));
-    const int fin = contenido.indexOf('\n');
-    ASSERT_GT(fin, 0);
-    contenido = QByteArray::number(muerto) + contenido.mid(fin);
-    {
-        QFile f(ruta);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(contenido);
-    }
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    EXPECT_EQ(a.ejecuta(), FinArranque::Ventana);
-    EXPECT_TRUE(ui_.mensajes.isEmpty());
-}
-
-TEST_F(ArranqueTest, CarpetaDeDatosInutilizableDaLosDosMensajesEnOrdenYTermina) {
-    // Una carpeta que no se puede crear porque en su camino hay un archivo.
-    QFile tapon(dir_.filePath(QStringLiteral("archivo")));
-    ASSERT_TRUE(tapon.open(QIODevice::WriteOnly));
-    tapon.close();
-    const Configuracion c = conf(dir_.filePath(QStringLiteral("archivo/datos")));
-
-    Arranque a(c, reloj_, ui_);
-    const FinArranque fin = a.ejecuta();
-    EXPECT_EQ(fin, FinArranque::SinAlmacen);
-    EXPECT_EQ(codigoSalida(fin), 1);
-    EXPECT_EQ(ui_.pasos, (QStringList{"mensaje:La conexión falló", "portada", "mensaje:Error"}));
-    ASSERT_EQ(ui_.mensajes.size(), 2);
-    EXPECT_EQ(ui_.mensajes[0].texto, QStringLiteral("No se puede conectar a la base de datos!"));
-    EXPECT_EQ(ui_.mensajes[0].icono, Icono::Exclamacion);
-    EXPECT_TRUE(ui_.mensajes[1].texto.startsWith(kTextoSinAbrir)) << qPrintable(ui_.mensajes[1].texto);
-    EXPECT_TRUE(ui_.mensajes[1].texto.contains(QStringLiteral("\nNumero : ")));
-    EXPECT_TRUE(ui_.mensajes[1].texto.endsWith(QStringLiteral("\nModulo : Orvanta\nLínea : 9")));
-    EXPECT_EQ(ui_.mensajes[1].icono, Icono::Stop);
-    EXPECT_EQ(a.almacen(), nullptr);
-}
-
-TEST_F(ArranqueTest, ServidorPostgreSQLQueNoRespondeDaElMensajeYTerminaEnSeguida) {
-    const Configuracion c = conf();
-    c.graba(clave::configuracion, QStringLiteral("BaseDatos"), QStringLiteral("postgresql://x@127.0.0.1:1/nada"));
-    Arranque a(c, reloj_, ui_);
-    QElapsedTimer t;
-    t.start();
-    EXPECT_EQ(a.ejecuta(), FinArranque::SinAlmacen);
-    EXPECT_LT(t.elapsed(), 4000);
-    EXPECT_EQ(ui_.pasos, (QStringList{"portada", "mensaje:Error"}));
-    ASSERT_EQ(ui_.mensajes.size(), 1);
-    EXPECT_TRUE(ui_.mensajes[0].texto.startsWith(kTextoSinAbrir)) << qPrintable(ui_.mensajes[0].texto);
-    // La descripción del controlador viene detrás, no vacía.
-    EXPECT_GT(ui_.mensajes[0].texto.indexOf(QLatin1Char('\n')), kTextoSinAbrir.size());
-    EXPECT_FALSE(QFile::exists(QDir(datos()).filePath(QStringLiteral("BASE.db"))));
-}
-
-TEST_F(ArranqueTest, AlmacenDanadoSeInformaConElCaminoDeVueltaYNoSeToca) {
-    QDir().mkpath(datos());
-    const QString ruta = QDir(datos()).filePath(QStringLiteral("BASE.db"));
-    prueba::CreaAlmacenDanado(ruta);
-    const auto contenido = [&ruta] {
-        QFile f(ruta);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    };
-    const QByteArray antes = contenido();
-    const Configuracion c = conf();
-    {
-        Arranque a(c, reloj_, ui_);
-        EXPECT_EQ(a.ejecuta(), FinArranque::SinAlmacen);
-    }
-    EXPECT_EQ(ui_.pasos, (QStringList{"portada", "mensaje:Error"}));
-    ASSERT_EQ(ui_.mensajes.size(), 1);
-    // Qué archivo, y cómo volver: la copia de respaldo en la carpeta de datos, con el nombre de siempre.
-    const QString& m = ui_.mensajes[0].texto;
-    EXPECT_TRUE(m.startsWith(QStringLiteral("La base de datos del sistema está dañada"))) << qPrintable(m);
-    EXPECT_TRUE(m.contains(ruta) && m.contains(QStringLiteral("ORVBACK_")) &&
-                m.contains(QStringLiteral("carpeta de datos ") + datos()))
-        << qPrintable(m);
-    EXPECT_EQ(contenido(), antes) << "sin actualizar ni filas de partida";
-}
-
-TEST_F(ArranqueTest, BaseVaciaPreguntaAntesDeVolverseUnAlmacenNuevo) {
-    const QString ruta = QDir(datos()).filePath(QStringLiteral("BASE.db"));
-    for (const bool si : {false, true}) {
-        QDir().mkpath(datos());
-        QFile(ruta).open(QIODevice::WriteOnly);
-        InterfazFalsa ui;
-        ui.respuesta = si;
-        const Configuracion c = conf();
-        Arranque a(c, reloj_, ui);
-        EXPECT_EQ(a.ejecuta(), si ? FinArranque::Ventana : FinArranque::AlmacenVacio);
-        ASSERT_EQ(ui.preguntas.size(), 1);
-        EXPECT_EQ(ui.preguntas[0], Arranque::textoAlmacenVacio(ruta));
-        EXPECT_EQ(QFileInfo(ruta).size() == 0, !si) << "con No, el archivo queda como estaba";
-    }
-}
-
-TEST_F(ArranqueTest, AlmacenDeUnProgramaMasNuevoSeRechazaConLasDosVersiones) {
-    QDir().mkpath(datos());
-    const QString ruta = QDir(datos()).filePath(QStringLiteral("BASE.db"));
-    const int conocido = pasosDelSistema().back().numero;
-    {
-        auto previo = Almacen::abreSQLite(ruta);
-        actualizaEsquema(*previo);
-        previo->ejecuta(QStringLiteral("INSERT INTO PasosEsquema (Paso) VALUES (?)"), {conocido + 4});
-    }
-    const Configuracion c = conf();
-    {
-        Arranque a(c, reloj_, ui_);
-        EXPECT_EQ(a.ejecuta(), FinArranque::SinActualizar);
-    }
-    ASSERT_EQ(ui_.mensajes.size(), 1);
-    const QString& m = ui_.mensajes[0].texto;
-    EXPECT_TRUE(m.contains(QStringLiteral("versión %1 del esquema").arg(conocido + 4)) &&
-                m.contains(QStringLiteral("hasta la versión %1").arg(conocido)))
-        << qPrintable(m);
-    EXPECT_EQ(versionEsquema(*Almacen::abreSQLite(ruta)), conocido + 4);
-}
-
-TEST_F(ArranqueTest, CarpetaAlmacenYConfiguracionSonSoloDelDueno) {
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
-    // Sólo los bits de dueño, grupo y otros (los "User" repiten los del dueño).
-    const auto modo = [](const QString& ruta) {
-        return QFileInfo(ruta).permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
-    };
-    const auto rw = QFile::ReadOwner | QFile::WriteOwner;
-    EXPECT_EQ(modo(datos()), rw | QFile::ExeOwner);
-    // Con el almacén abierto están también sus diarios.
-    for (const char* archivo : {"BASE.db", "BASE.db-wal", "BASE.db-shm", "Orvanta.ini"}) {
-        const QString ruta = QDir(datos()).filePath(QString::fromLatin1(archivo));
-        ASSERT_TRUE(QFile::exists(ruta)) << archivo;
-        EXPECT_EQ(modo(ruta), rw) << archivo;
-    }
-}
-
-TEST_F(ArranqueTest, ActualizacionQueFallaAvisaTerminaYNoDejaMediaBase) {
-    // Un almacén viejo con una tabla que choca con el esquema: el paso se deshace entero.
-    QDir().mkpath(datos());
-    const QString ruta = QDir(datos()).filePath(QStringLiteral("BASE.db"));
-    {
-        auto previo = Almacen::abreSQLite(ruta);
-        previo->ejecuta(QStringLiteral("CREATE VIEW Articulos AS SELECT 1 AS x"));
-    }
-    const Configuracion c = conf();
-    {
-        Arranque a(c, reloj_, ui_);
-        EXPECT_EQ(a.ejecuta(), FinArranque::SinActualizar);
-    }
-    EXPECT_EQ(ui_.pasos, (QStringList{"portada", "mensaje:Error"}));
-    ASSERT_EQ(ui_.mensajes.size(), 1);
-    EXPECT_TRUE(ui_.mensajes[0].texto.startsWith(
-        QStringLiteral("Error al actualizar la base de datos del sistema, Error detectado :")));
-    EXPECT_TRUE(ui_.mensajes[0].texto.endsWith(QStringLiteral("Línea : 10")));
-    auto despues = Almacen::abreSQLite(ruta);
-    EXPECT_EQ(despues->valor(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'table'")).toInt(), 0);
-}
-
-TEST_F(ArranqueTest, PantallaAngostaAvisaYSigue) {
-    ui_.ancho = 799;
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    EXPECT_EQ(a.ejecuta(), FinArranque::Ventana);
-    EXPECT_EQ(ui_.pasos,
-              (QStringList{"portada", "pantalla", "mensaje:Visualización de Video", "regional", "login", "ventana"}));
-    ASSERT_EQ(ui_.mensajes.size(), 1);
-    EXPECT_EQ(ui_.mensajes[0].texto, kMensajePantalla);
-    EXPECT_TRUE(kMensajePantalla.startsWith(QStringLiteral("ATENCION : Para poder visualizar el sistema")));
-    EXPECT_EQ(ui_.mensajes[0].icono, Icono::Exclamacion);
-
-    InterfazFalsa justa;
-    justa.ancho = 800;
-    const Configuracion c2 = conf(dir_.filePath(QStringLiteral("otra")));
-    Arranque b(c2, reloj_, justa);
-    EXPECT_EQ(b.ejecuta(), FinArranque::Ventana);
-    EXPECT_TRUE(justa.mensajes.isEmpty());
-}
-
-SeparadoresRegionales sep(const char* dec, const char* miles, const char* decMon, const char* milesMon,
-                          const char* fecha = "/") {
-    return {QString::fromUtf8(dec),    QString::fromUtf8(fecha),    QStringLiteral(":"), QString::fromUtf8(decMon),
-            QStringLiteral("$"),       QString::fromUtf8(miles),    QString::fromUtf8(milesMon)};
-}
-
-TEST(FormatoRegional, LasCuatroPruebas) {
-    EXPECT_TRUE(FormatoRegionalValido(sep(".", ",", ".", ",")));
-    EXPECT_TRUE(FormatoRegionalValido(sep(";", " ", ";", " ")));   // otro carácter pasa
-    EXPECT_TRUE(FormatoRegionalValido(sep(".", ",", ".", ",", "-"))); // la fecha no se prueba
-    EXPECT_TRUE(FormatoRegionalValido(sep(".", "", ".", "")));      // sin separador de miles
-    EXPECT_FALSE(FormatoRegionalValido(sep(".", ".", ".", ",")));   // miles "."
-    EXPECT_FALSE(FormatoRegionalValido(sep(",", ".", ",", ".")));   // formato alemán
-    EXPECT_FALSE(FormatoRegionalValido(sep(",", " ", ".", ",")));   // decimal ","
-    EXPECT_FALSE(FormatoRegionalValido(sep(".", ",", ",", ",")));   // decimal de moneda ","
-    EXPECT_FALSE(FormatoRegionalValido(sep(".", ",", ".", ".")));   // miles de moneda "."
-}
-
-TEST(FormatoRegional, LaLecturaDelSistemaNoCambiaElFormatoNumericoDelProceso) {
-    std::setlocale(LC_NUMERIC, "C");
-    const SeparadoresRegionales s = LeeRegionalSistema();
-    EXPECT_FALSE(s.decimal.isEmpty());
-    EXPECT_FALSE(s.decimalMoneda.isEmpty());
-    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%.2f", 1.5);
-    EXPECT_STREQ(buf, "1.50");
-}
-
-TEST_F(ArranqueTest, RegionalRechazadoTermina) {
-    ui_.regional = sep(".", ".", ".", ",");
-    ui_.respuesta = false;
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    const FinArranque fin = a.ejecuta();
-    EXPECT_EQ(fin, FinArranque::RegionalRechazado);
-    EXPECT_EQ(codigoSalida(fin), 0);
-    EXPECT_EQ(ui_.pasos, (QStringList{"portada", "pantalla", "regional", "pregunta"}));
-    ASSERT_EQ(ui_.preguntas.size(), 1);
-    EXPECT_EQ(ui_.preguntas[0], TextoProblemaRegional());
-    EXPECT_EQ(ui_.titulosPregunta[0], QString());
-}
-
-TEST_F(ArranqueTest, RegionalAceptadoSigueUnaSolaVez) {
-    ui_.regional = sep(",", ".", ",", ".");
-    ui_.respuesta = true;
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    EXPECT_EQ(a.ejecuta(), FinArranque::Ventana);
-    EXPECT_EQ(ui_.pasos, (QStringList{"portada", "pantalla", "regional", "pregunta", "login", "ventana"}));
-    EXPECT_EQ(a.estado().regional.decimal, QStringLiteral(","));
-}
-
-TEST_F(ArranqueTest, RegionalQuePasaNoPregunta) {
-    ui_.regional = sep(";", " ", ";", " ", "-");
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    EXPECT_EQ(a.ejecuta(), FinArranque::Ventana);
-    EXPECT_TRUE(ui_.preguntas.isEmpty());
-}
-
-TEST_F(ArranqueTest, SinIngresoNoHayVentana) {
-    ui_.ingresa = false;
-    const Configuracion c = conf();
-    Arranque a(c, reloj_, ui_);
-    EXPECT_EQ(a.ejecuta(), FinArranque::SinIngreso);
-    EXPECT_EQ(ui_.pasos.last(), QStringLiteral("login"));
-}
-
-TEST_F(ArranqueTest, ConPostgreSQLNoSeMiraLaCarpetaYSeActualizaElServidor) {
+TEST(Arranque, ConPostgreSQLNoSeMiraLaCarpetaYSeActualizaElServidor) {
     if (!prueba::hayPostgreSQL()) GTEST_SKIP() << "ORVANTA_PRUEBA_PG sin definir";
-    // Esquema vacío en el servidor de pruebas.
     prueba::AlmacenDePrueba servidor(prueba::Motor::PostgreSQL);
-    // La carpeta de datos ni siquiera hace falta para el almacén.
-    QFile tapon(dir_.filePath(QStringLiteral("archivo")));
-    ASSERT_TRUE(tapon.open(QIODevice::WriteOnly));
-    tapon.close();
-    const Configuracion c = conf(dir_.filePath(QStringLiteral("archivo/datos")));
-    // Orvanta.ini no se puede escribir: el URI llega por la raíz de usuario.
-    {
-        QSettings u(dir_.filePath(QStringLiteral("usuario.conf")), QSettings::IniFormat);
-        u.setValue(QStringLiteral("Configuracion/BaseDatos"), servidor.destino());
-    }
-    Arranque a(c, reloj_, ui_);
+    // La carpeta de datos no se puede crear; el URI llega por la raíz de usuario.
+    Entorno e;
+    e.tapaCarpeta();
+    QSettings(e.dir.filePath("usuario.conf"), QSettings::IniFormat).setValue("Configuracion/BaseDatos", servidor.destino());
+    const Configuracion c = e.conf();
+    Arranque a(c, e.reloj, e.ui);
     ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
-    EXPECT_EQ(ui_.pasos, (QStringList{"portada", "pantalla", "regional", "login", "ventana"}));
+    EXPECT_EQ(junta(e.ui.pasos), junta(kSinTropiezos));
     ASSERT_NE(a.almacen(), nullptr);
     EXPECT_TRUE(a.almacen()->esPostgreSQL());
     EXPECT_EQ(versionEsquema(*a.almacen()), static_cast<int>(pasosDelSistema().size()));
 }
 
-} // namespace
+TEST(FormatoRegional, SoloImportanLosSeparadoresDecimalesYDeMiles) {
+    const std::pair<SeparadoresRegionales, bool> casos[] = {
+        // Otro carácter pasa, la fecha no se prueba y puede no haber separador de miles.
+        {sep(".", ",", ".", ","), true},  {sep(";", " ", ";", " "), true},  {sep(".", ",", ".", ",", "-"), true},
+        {sep(".", "", ".", ""), true},
+        // Miles "."; formato alemán; decimal ","; decimal de moneda ","; miles de moneda ".".
+        {sep(".", ".", ".", ","), false}, {sep(",", ".", ",", "."), false}, {sep(",", " ", ".", ","), false},
+        {sep(".", ",", ",", ","), false}, {sep(".", ",", ".", "."), false},
+    };
+    for (size_t i = 0; i < std::size(casos); ++i) EXPECT_EQ(FormatoRegionalValido(casos[i].first), casos[i].second) << i;
+}
+
+TEST(FormatoRegional, LaLecturaDelSistemaNoCambiaElFormatoNumericoDelProceso) {
+    std::setlocale(LC_NUMERIC, "C");
+    const SeparadoresRegionales s = LeeRegionalSistema();
+    EXPECT_FALSE(s.decimal.isEmpty() || s.decimalMoneda.isEmpty());
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.2f", 1.5);
+    EXPECT_STREQ(buf, "1.50");
+}

@@ -15,145 +15,101 @@ namespace {
 
 class ConfiguracionTest : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(dir_.isValid()); }
-
-    QString datos() const { return dir_.filePath(QStringLiteral("datos")); }
-    QString usuario() const { return dir_.filePath(QStringLiteral("usuario.conf")); }
+    QString datos() const { return dir_.filePath("datos"); }
+    QString usuario() const { return dir_.filePath("usuario.conf"); }
     Configuracion conf() const { return Configuracion(datos(), usuario()); }
 
     // Un valor en la ubicación vieja (raíz de usuario).
     void ponUsuario(const QString& seccion, const QString& clave, const QString& valor) const {
-        QSettings s(usuario(), QSettings::IniFormat);
-        s.beginGroup(seccion);
-        s.setValue(clave, valor);
-        s.sync();
+        QSettings(usuario(), QSettings::IniFormat).setValue(seccion + '/' + clave, valor);
     }
     // Lo que hay escrito en Orvanta.ini, sin pasar por la promoción.
     QVariant enMaquina(const QString& seccion, const QString& clave) const {
-        QSettings s(QDir(datos()).filePath(QStringLiteral("Orvanta.ini")), QSettings::IniFormat);
-        s.beginGroup(seccion);
-        return s.value(clave);
+        return QSettings(QDir(datos()).filePath("Orvanta.ini"), QSettings::IniFormat).value(seccion + '/' + clave);
     }
 
     QTemporaryDir dir_;
 };
 
-TEST_F(ConfiguracionTest, ValorQueFaltaEnAmbasRaicesEsVacioYNoSeCrea) {
+} // namespace
+
+TEST_F(ConfiguracionTest, LoQueFaltaEsVacioSinCrearseYLaPrimeraEscrituraCreaLaCarpeta) {
     const Configuracion c = conf();
-    EXPECT_EQ(c.LeeClave(clave::aplicacion, clave::miscelaneas, QStringLiteral("IdRed")), QString());
-    EXPECT_FALSE(enMaquina(clave::miscelaneas, QStringLiteral("IdRed")).isValid());
+    EXPECT_EQ(c.LeeClave(clave::aplicacion, clave::miscelaneas, "IdRed"), QString());
+    EXPECT_FALSE(enMaquina(clave::miscelaneas, "IdRed").isValid());
+    const Configuracion honda(dir_.filePath("a/b/c"), usuario());
+    honda.graba(clave::miscelaneas, "IdRed", "3");
+    EXPECT_TRUE(QFile::exists(dir_.filePath("a/b/c/Orvanta.ini")));
+    EXPECT_EQ(honda.lee(clave::miscelaneas, "IdRed"), "3");
 }
 
-TEST_F(ConfiguracionTest, ValorSoloDelUsuarioSePromueveALaMaquina) {
-    ponUsuario(clave::miscelaneas, QStringLiteral("MascaraMoneda"), QStringLiteral("#,##0.000"));
+TEST_F(ConfiguracionTest, LoDelUsuarioSePromueveALaMaquinaDesdeAhiMandaLaMaquinaYElVacioDejaVolverLoViejo) {
+    ponUsuario(clave::miscelaneas, "MascaraMoneda", "#,##0.000");
+    ponUsuario(clave::configuracion, "EmailSMTP", "viejo.ejemplo");
     const Configuracion c = conf();
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("MascaraMoneda")), QStringLiteral("#,##0.000"));
-    EXPECT_EQ(enMaquina(clave::miscelaneas, QStringLiteral("MascaraMoneda")).toString(), QStringLiteral("#,##0.000"));
+    EXPECT_EQ(c.lee(clave::miscelaneas, "MascaraMoneda"), "#,##0.000");
+    EXPECT_EQ(enMaquina(clave::miscelaneas, "MascaraMoneda").toString(), "#,##0.000");
+    // Un cambio en la ubicación vieja ya no se ve; grabar escribe sólo en la máquina.
+    ponUsuario(clave::miscelaneas, "MascaraMoneda", "0.0");
+    EXPECT_EQ(c.lee(clave::miscelaneas, "MascaraMoneda"), "#,##0.000");
+    c.graba(clave::configuracion, "EmailSMTP", "nuevo.ejemplo");
+    EXPECT_EQ(c.lee(clave::configuracion, "EmailSMTP"), "nuevo.ejemplo");
+    EXPECT_EQ(QSettings(usuario(), QSettings::IniFormat).value("Configuracion/EmailSMTP").toString(), "viejo.ejemplo");
 
-    // Desde ahora manda la máquina: un cambio en la ubicación vieja ya no se ve.
-    ponUsuario(clave::miscelaneas, QStringLiteral("MascaraMoneda"), QStringLiteral("0.0"));
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("MascaraMoneda")), QStringLiteral("#,##0.000"));
+    // Grabar vacío deja el valor presente; con un valor viejo en la raíz de usuario, el vacío lo deja volver.
+    c.graba(clave::miscelaneas, "Pais", QString());
+    EXPECT_TRUE(enMaquina(clave::miscelaneas, "Pais").isValid());
+    EXPECT_EQ(c.lee(clave::miscelaneas, "Pais"), QString());
+    ponUsuario(clave::miscelaneas, "Pais", "URUGUAY");
+    EXPECT_EQ(c.lee(clave::miscelaneas, "Pais"), "URUGUAY");
+    EXPECT_EQ(enMaquina(clave::miscelaneas, "Pais").toString(), "URUGUAY");
 }
 
-TEST_F(ConfiguracionTest, LaMaquinaGanaAunqueDifiera) {
-    ponUsuario(clave::configuracion, QStringLiteral("EmailSMTP"), QStringLiteral("viejo.ejemplo"));
-    const Configuracion c = conf();
-    c.graba(clave::configuracion, QStringLiteral("EmailSMTP"), QStringLiteral("nuevo.ejemplo"));
-    EXPECT_EQ(c.lee(clave::configuracion, QStringLiteral("EmailSMTP")), QStringLiteral("nuevo.ejemplo"));
-    // La raíz de usuario no se toca al escribir.
-    QSettings s(usuario(), QSettings::IniFormat);
-    EXPECT_EQ(s.value(QStringLiteral("Configuracion/EmailSMTP")).toString(), QStringLiteral("viejo.ejemplo"));
-}
-
-TEST_F(ConfiguracionTest, GrabarVacioDejaElValorPresenteYLaLecturaTraeElViejo) {
-    const Configuracion c = conf();
-    c.graba(clave::miscelaneas, QStringLiteral("Pais"), QString());
-    EXPECT_TRUE(enMaquina(clave::miscelaneas, QStringLiteral("Pais")).isValid());
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("Pais")), QString());
-
-    // Con un valor viejo en la raíz de usuario, el vacío lo deja volver (y se promueve).
-    ponUsuario(clave::miscelaneas, QStringLiteral("Pais"), QStringLiteral("URUGUAY"));
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("Pais")), QStringLiteral("URUGUAY"));
-    EXPECT_EQ(enMaquina(clave::miscelaneas, QStringLiteral("Pais")).toString(), QStringLiteral("URUGUAY"));
-}
-
-TEST_F(ConfiguracionTest, UnNuloFinalSeCortaAlLeer) {
-    const Configuracion c = conf();
-    c.graba(clave::ticket, QStringLiteral("Puerto"), QStringLiteral("COM1") + QChar(u'\0'));
-    EXPECT_EQ(c.lee(clave::ticket, QStringLiteral("Puerto")), QStringLiteral("COM1"));
-    // Sólo el último.
-    c.graba(clave::ticket, QStringLiteral("Puerto"), QStringLiteral("A") + QChar(u'\0') + QChar(u'\0'));
-    EXPECT_EQ(c.lee(clave::ticket, QStringLiteral("Puerto")), QStringLiteral("A") + QChar(u'\0'));
-}
-
-TEST_F(ConfiguracionTest, LosTextosVuelvenTalCual) {
-    const Configuracion c = conf();
-    const QStringList valores{
-        QStringLiteral("###,###,##0.00"),     QStringLiteral("D'Angelo; #1 = \"ok\""),
-        QStringLiteral("  con blancos  "),    QStringLiteral("Configuración ñandú €"),
-        QStringLiteral("C:\\datos\\BASE"),    QStringLiteral("línea 1\nlínea 2"),
-        QStringLiteral("true"),               QStringLiteral("0012"),
+TEST_F(ConfiguracionTest, LosTextosVuelvenTalCualSalvoUnNuloFinalAunEditadosAMano) {
+    const QChar nulo(u'\0');
+    const std::pair<QString, QString> casos[] = {
+        {"###,###,##0.00", "###,###,##0.00"}, {"D'Angelo; #1 = \"ok\"", "D'Angelo; #1 = \"ok\""},
+        {"  con blancos  ", "  con blancos  "}, {"Configuración ñandú €", "Configuración ñandú €"},
+        {"C:\\datos\\BASE", "C:\\datos\\BASE"}, {"línea 1\nlínea 2", "línea 1\nlínea 2"}, {"true", "true"},
+        {"0012", "0012"}, {QString("COM1") + nulo, "COM1"}, {QString("A") + nulo + nulo, QString("A") + nulo},
     };
-    for (const QString& v : valores) {
-        c.graba(clave::miscelaneas, QStringLiteral("Prueba"), v);
-        EXPECT_EQ(Configuracion(datos(), usuario()).lee(clave::miscelaneas, QStringLiteral("Prueba")), v);
+    for (const auto& [grabado, leido] : casos) {
+        conf().graba(clave::ticket, "Puerto", grabado);
+        EXPECT_EQ(conf().lee(clave::ticket, "Puerto"), leido) << grabado.toStdString();
     }
     // Claves con blancos y acentos (las opciones del ticket llevan el rótulo como nombre).
-    c.graba(clave::ticket, QStringLiteral("Corte de papel automático"), QStringLiteral("SI"));
-    EXPECT_EQ(c.lee(clave::ticket, QStringLiteral("Corte de papel automático")), QStringLiteral("SI"));
-}
-
-TEST_F(ConfiguracionTest, UnArchivoEditadoAManoConComasSeLeeEntero) {
-    QDir().mkpath(datos());
-    QFile f(QDir(datos()).filePath(QStringLiteral("Orvanta.ini")));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("[Miscelaneas]\nMascaraMoneda=###,###,##0.00\nIdRed=4\n");
+    conf().graba(clave::ticket, "Corte de papel automático", "SI");
+    EXPECT_EQ(conf().lee(clave::ticket, "Corte de papel automático"), "SI");
+    // Un archivo editado a mano, con comas en el valor, se lee entero.
+    QFile f(conf().archivoMaquina());
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly) && f.write("[Miscelaneas]\nMascaraMoneda=###,###,##0.00\n") > 0);
     f.close();
-    const Configuracion c = conf();
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("MascaraMoneda")), QStringLiteral("###,###,##0.00"));
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("IdRed")), QStringLiteral("4"));
+    EXPECT_EQ(conf().lee(clave::miscelaneas, "MascaraMoneda"), "###,###,##0.00");
 }
 
 TEST_F(ConfiguracionTest, SeccionesYSeparadoresDoblesNombranLaMismaClave) {
     const Configuracion c = conf();
-    c.GrabaClave(clave::aplicacion, clave::miscelaneas, QStringLiteral("Puerto"), QStringLiteral("m"));
-    c.GrabaClave(clave::aplicacion, clave::ticket, QStringLiteral("Puerto"), QStringLiteral("t"));
-    EXPECT_EQ(c.LeeRegistro(QStringLiteral("SOFTWARE\\Orvanta\\Miscelaneas\\"), QStringLiteral("Puerto"), {}),
-              QStringLiteral("m"));
-    EXPECT_EQ(c.LeeRegistro(QStringLiteral("SOFTWARE\\\\Orvanta\\\\Ticket\\\\"), QStringLiteral("Puerto"), {}),
-              QStringLiteral("t"));
-    EXPECT_EQ(c.LeeRegistro(QStringLiteral("SOFTWARE\\Orvanta\\Configuracion\\"), QStringLiteral("Puerto"),
-                            QStringLiteral("def")),
-              QStringLiteral("def"));
+    c.GrabaClave(clave::aplicacion, clave::miscelaneas, "Puerto", "m");
+    c.GrabaClave(clave::aplicacion, clave::ticket, "Puerto", "t");
+    EXPECT_EQ(c.LeeRegistro("SOFTWARE\\Orvanta\\Miscelaneas\\", "Puerto", {}), "m");
+    EXPECT_EQ(c.LeeRegistro("SOFTWARE\\\\Orvanta\\\\Ticket\\\\", "Puerto", {}), "t");
+    EXPECT_EQ(c.LeeRegistro("SOFTWARE\\Orvanta\\Configuracion\\", "Puerto", "def"), "def");
     // Otra aplicación va a su propio archivo.
-    c.GrabaClave(QStringLiteral("Otra"), clave::ticket, QStringLiteral("Puerto"), QStringLiteral("x"));
-    EXPECT_TRUE(QFile::exists(QDir(datos()).filePath(QStringLiteral("Otra.ini"))));
-    EXPECT_EQ(c.LeeClave(clave::aplicacion, clave::ticket, QStringLiteral("Puerto")), QStringLiteral("t"));
+    c.GrabaClave("Otra", clave::ticket, "Puerto", "x");
+    EXPECT_TRUE(QFile::exists(QDir(datos()).filePath("Otra.ini")));
+    EXPECT_EQ(c.LeeClave(clave::aplicacion, clave::ticket, "Puerto"), "t");
 }
-
-TEST_F(ConfiguracionTest, LaPrimeraEscrituraCreaLaCarpetaDeDatos) {
-    const QString honda = dir_.filePath(QStringLiteral("a/b/c"));
-    const Configuracion c(honda, usuario());
-    c.graba(clave::miscelaneas, QStringLiteral("IdRed"), QStringLiteral("3"));
-    EXPECT_TRUE(QFile::exists(honda + QStringLiteral("/Orvanta.ini")));
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("IdRed")), QStringLiteral("3"));
-}
-
 
 TEST_F(ConfiguracionTest, EscrituraRechazadaEsSilenciosaYQuedaElValorAnterior) {
     const Configuracion c = conf();
-    c.graba(clave::miscelaneas, QStringLiteral("IdRed"), QStringLiteral("5"));
-    ponUsuario(clave::miscelaneas, QStringLiteral("Pais"), QStringLiteral("CHILE"));
+    c.graba(clave::miscelaneas, "IdRed", "5");
+    ponUsuario(clave::miscelaneas, "Pais", "CHILE");
     orv::prueba::SoloLectura bloqueo(c.archivoMaquina());
     if (!bloqueo.vale()) GTEST_SKIP() << "este sistema de archivos no permite quitar la escritura";
-
-    c.graba(clave::miscelaneas, QStringLiteral("IdRed"), QStringLiteral("9"));
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("IdRed")), QStringLiteral("5"));
-    EXPECT_EQ(Configuracion(datos(), usuario()).lee(clave::miscelaneas, QStringLiteral("IdRed")),
-              QStringLiteral("5"));
+    c.graba(clave::miscelaneas, "IdRed", "9");
+    EXPECT_EQ(c.lee(clave::miscelaneas, "IdRed"), "5");
+    EXPECT_EQ(conf().lee(clave::miscelaneas, "IdRed"), "5");
     // La promoción tampoco puede escribir: el valor se devuelve igual y sigue sin estar en la máquina.
-    EXPECT_EQ(c.lee(clave::miscelaneas, QStringLiteral("Pais")), QStringLiteral("CHILE"));
-    EXPECT_FALSE(enMaquina(clave::miscelaneas, QStringLiteral("Pais")).isValid());
+    EXPECT_EQ(c.lee(clave::miscelaneas, "Pais"), "CHILE");
+    EXPECT_FALSE(enMaquina(clave::miscelaneas, "Pais").isValid());
 }
-
-} // namespace

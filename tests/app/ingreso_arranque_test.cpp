@@ -10,68 +10,66 @@
 
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
 
 namespace orv {
 namespace {
 
 using prueba::alAbrirse;
 
+// keyClicks sólo sabe teclas ASCII; la eñe se escribe de una vez.
 void escribe(QWidget* d, const char* campo, const QString& texto) {
-    auto* e = d->findChild<QLineEdit*>(QString::fromLatin1(campo));
+    auto* e = d->findChild<QLineEdit*>(campo);
     ASSERT_NE(e, nullptr) << campo;
-    // keyClicks sólo sabe teclas ASCII; la eñe se escribe de una vez.
     e->setText(texto);
 }
 
-TEST(IngresoAlArrancar, AlmacenNuevoPideSupervisorYLuegoIngresa) {
-    prueba::AlmacenDePrueba base(prueba::Motor::SQLite);
-    actualizaEsquema(base.almacen());
-    const RelojFijo reloj(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
-    InterfazArranqueQt ui(reloj);
-    EstadoAplicacion estado;
+void pulsa(QWidget* d, const char* boton) { d->findChild<QPushButton*>(boton)->click(); }
 
+class IngresoAlArrancar : public ::testing::Test {
+protected:
+    void SetUp() override { actualizaEsquema(base_.almacen()); }
+    prueba::AlmacenDePrueba base_{prueba::Motor::SQLite};
+    const RelojFijo reloj_{QDateTime(QDate(2026, 11, 22), QTime(9, 0))};
+    InterfazArranqueQt ui_{reloj_};
+};
+
+TEST_F(IngresoAlArrancar, AlmacenNuevoPideSupervisorYLuegoIngresa) {
+    EstadoAplicacion estado;
     auto supervisor = alAbrirse<PanSupervisorInicial>([](PanSupervisorInicial* d) {
-        escribe(d, "txUser", QStringLiteral("Dueña"));
-        escribe(d, "txPass", QStringLiteral("s3cr3ta"));
-        escribe(d, "txPass2", QStringLiteral("s3cr3ta"));
-        d->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        escribe(d, "txUser", "Dueña");
+        escribe(d, "txPass", "s3cr3ta");
+        escribe(d, "txPass2", "s3cr3ta");
+        pulsa(d, "Command1");
         // Después del supervisor viene el ingreso, con el nombre ya escrito.
         alAbrirse<PanIngreso>([](PanIngreso* i) {
-            EXPECT_EQ(i->findChild<QLineEdit*>(QStringLiteral("txUser"))->text(), QStringLiteral("Dueña"));
+            EXPECT_EQ(i->findChild<QLineEdit*>("txUser")->text(), "Dueña");
             i->fijaPausa(10);
-            escribe(i, "txPass", QStringLiteral("s3cr3ta"));
-            i->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+            escribe(i, "txPass", "s3cr3ta");
+            pulsa(i, "Command1");
         });
     });
-    ASSERT_TRUE(ui.login(base.almacen(), estado));
+    ASSERT_TRUE(ui_.login(base_.almacen(), estado));
     EXPECT_TRUE(supervisor->vista);
     EXPECT_EQ(estado.idUsuarioActual, 1);
-    EXPECT_EQ(estado.NombreUsuarioActual, QStringLiteral("Supervisor"));
-    EXPECT_FALSE(FaltaClaveInicial(base.almacen()));
+    EXPECT_EQ(estado.NombreUsuarioActual, "Supervisor");
+    EXPECT_FALSE(FaltaClaveInicial(base_.almacen()));
 
     // El segundo arranque va directo al ingreso; "&Cancelar" deja sin usuario.
     EstadoAplicacion otro;
-    auto ingreso = alAbrirse<PanIngreso>([](PanIngreso* i) {
-        i->findChild<QPushButton*>(QStringLiteral("Command2"))->click();
-    });
-    EXPECT_FALSE(ui.login(base.almacen(), otro));
+    auto ingreso = alAbrirse<PanIngreso>([](PanIngreso* i) { pulsa(i, "Command2"); });
+    EXPECT_FALSE(ui_.login(base_.almacen(), otro));
     EXPECT_TRUE(ingreso->vista);
     EXPECT_EQ(otro.idUsuarioActual, 0);
 }
 
-TEST(IngresoAlArrancar, CancelarElSupervisorInicialNoTocaNada) {
-    prueba::AlmacenDePrueba base(prueba::Motor::SQLite);
-    actualizaEsquema(base.almacen());
-    const RelojFijo reloj(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
-    InterfazArranqueQt ui(reloj);
+TEST_F(IngresoAlArrancar, CancelarElSupervisorInicialNoTocaNada) {
     EstadoAplicacion estado;
     alAbrirse<PanSupervisorInicial>([](PanSupervisorInicial* d) {
-        escribe(d, "txPass", QStringLiteral("x"));
-        d->findChild<QPushButton*>(QStringLiteral("Command2"))->click();
+        escribe(d, "txPass", "x");
+        pulsa(d, "Command2");
     });
-    EXPECT_FALSE(ui.login(base.almacen(), estado));
-    EXPECT_TRUE(FaltaClaveInicial(base.almacen()));
+    EXPECT_FALSE(ui_.login(base_.almacen(), estado));
+    EXPECT_TRUE(FaltaClaveInicial(base_.almacen()));
 }
 
 } // namespace

@@ -4,58 +4,34 @@
 
 #include <gtest/gtest.h>
 #include <utility>
-#include <vector>
 
 namespace orv {
 namespace {
 
-QString letras(const char* importe) { return ImporteEnLetras(Dinero::desdeTexto(QString::fromLatin1(importe)).value()); }
-
-TEST(ImporteEnLetras, PalabrasYCentavos) {
-    EXPECT_EQ(letras("0"), QStringLiteral("cero con 00/100.-"));
-    EXPECT_EQ(letras("1"), QStringLiteral("uno con 00/100.-"));
-    EXPECT_EQ(letras("15.5"), QStringLiteral("quince con 50/100.-"));
-    EXPECT_EQ(letras("16"), QStringLiteral("dieciseis con 00/100.-"));
-    EXPECT_EQ(letras("20"), QStringLiteral("veinte con 00/100.-"));
-    EXPECT_EQ(letras("21"), QStringLiteral("veintiuno con 00/100.-"));
-    EXPECT_EQ(letras("31"), QStringLiteral("treinta y uno con 00/100.-"));
-    EXPECT_EQ(letras("100"), QStringLiteral("cien con 00/100.-"));
-    EXPECT_EQ(letras("101"), QStringLiteral("ciento uno con 00/100.-"));
-    EXPECT_EQ(letras("1000"), QStringLiteral("mil con 00/100.-"));
-    EXPECT_EQ(letras("1234.5"), QStringLiteral("mil doscientos treinta y cuatro con 50/100.-"));
-    EXPECT_EQ(letras("21000"), QStringLiteral("veintiun mil con 00/100.-"));
-    EXPECT_EQ(letras("31001"), QStringLiteral("treinta y un mil uno con 00/100.-"));
-    EXPECT_EQ(letras("100000"), QStringLiteral("cien mil con 00/100.-"));
-    EXPECT_EQ(letras("201000"), QStringLiteral("doscientos un mil con 00/100.-"));
-    EXPECT_EQ(letras("1000000"), QStringLiteral("Un millon con 00/100.-"));
-    EXPECT_EQ(letras("2500000"), QStringLiteral("dos millones quinientos mil con 00/100.-"));
-    EXPECT_EQ(letras("100000000"), QStringLiteral("Cien millones con 00/100.-"));
-    EXPECT_EQ(letras("999999999.99"),
-              QStringLiteral("novecientos noventa y nueve millones novecientos noventa y nueve mil novecientos noventa y "
-                             "nueve con 99/100.-"));
-    // Los centavos se redondean como en pantalla, y el signo no se escribe.
-    EXPECT_EQ(letras("10.005"), QStringLiteral("diez con 01/100.-"));
-    EXPECT_EQ(letras("-12"), QStringLiteral("doce con 00/100.-"));
-}
-
-TEST(ImporteEnLetras, MilMillonesYBillonesHastaElTopeDelDinero) {
-    const std::vector<std::pair<const char*, const char*>> casos = {
-        {"1000000000", "mil millones con 00/100.-"},
-        {"1001000000", "mil un millones con 00/100.-"},
-        {"1500000001", "mil quinientos millones uno con 00/100.-"},
-        {"21000000000", "veintiun mil millones con 00/100.-"},
+TEST(ImporteEnLetras, PalabrasYCentavosHastaElTopeDelDinero) {
+    const std::pair<const char*, const char*> casos[] = {
+        {"0", "cero"}, {"1", "uno"}, {"16", "dieciseis"}, {"21", "veintiuno"}, {"31", "treinta y uno"}, {"100", "cien"},
+        {"101", "ciento uno"}, {"1000", "mil"}, {"21000", "veintiun mil"}, {"31001", "treinta y un mil uno"},
+        {"100000", "cien mil"}, {"201000", "doscientos un mil"}, {"1000000", "Un millon"},
+        {"2500000", "dos millones quinientos mil"}, {"100000000", "Cien millones"}, {"1000000000", "mil millones"},
+        {"1001000000", "mil un millones"}, {"1500000001", "mil quinientos millones uno"},
+        {"21000000000", "veintiun mil millones"}, {"1000000000000", "Un billon"}, {"1000001000000", "Un billon un millon"},
+        {"2000100000000", "dos billones cien millones"}, {"2100000000000", "dos billones cien mil millones"},
         {"999999999999", "novecientos noventa y nueve mil novecientos noventa y nueve millones novecientos noventa y "
-                         "nueve mil novecientos noventa y nueve con 00/100.-"},
-        {"1000000000000", "Un billon con 00/100.-"},
-        {"1000001000000", "Un billon un millon con 00/100.-"},
-        {"2000100000000", "dos billones cien millones con 00/100.-"},
-        {"2100000000000", "dos billones cien mil millones con 00/100.-"},
-        {"922337203685477.5807", "novecientos veintidos billones trescientos treinta y siete mil doscientos tres "
-                                 "millones seiscientos ochenta y cinco mil cuatrocientos setenta y siete con 58/100.-"},
+                         "nueve mil novecientos noventa y nueve"},
+        // Los centavos se redondean como en pantalla, y el signo no se escribe.
+        {"15.5", "quince con 50"}, {"1234.5", "mil doscientos treinta y cuatro con 50"}, {"10.005", "diez con 01"},
+        {"-12", "doce"},
         {"-922337203685477.5807", "novecientos veintidos billones trescientos treinta y siete mil doscientos tres "
-                                  "millones seiscientos ochenta y cinco mil cuatrocientos setenta y siete con 58/100.-"},
+                                  "millones seiscientos ochenta y cinco mil cuatrocientos setenta y siete con 58"},
     };
-    for (const auto& [importe, esperado] : casos) EXPECT_EQ(letras(importe).toStdString(), std::string(esperado)) << importe;
+    // Sin centavos escritos, son "con 00/100".
+    for (const auto& [importe, palabras] : casos) {
+        QString esperado = QString::fromUtf8(palabras);
+        if (!esperado.contains(" con ")) esperado += " con 00";
+        EXPECT_EQ(ImporteEnLetras(Dinero::desdeTexto(QString::fromLatin1(importe)).value()).toStdString(),
+                  (esperado + "/100.-").toStdString());
+    }
 }
 
 } // namespace

@@ -1,7 +1,8 @@
+// Rutinas generales: lectura de un campo, cuentas, permisos por nivel y días cerrados.
+
 #include "apoyo/base_prueba.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
-#include "store/esquema.h"
 #include "store/rutinas.h"
 
 #include <QFile>
@@ -10,6 +11,8 @@
 using namespace orv;
 using namespace orv::prueba;
 
+namespace {
+
 class Rutinas : public PorMotor {
 protected:
     void SetUp() override {
@@ -17,115 +20,72 @@ protected:
         if (IsSkipped()) return;
         actualizaEsquema(almacen());
     }
-    int nuevoNivel(const QString& nombre) {
-        return static_cast<int>(
-            almacen().inserta(QStringLiteral("INSERT INTO Niveles (Nombre) VALUES (?)"), {nombre}, QStringLiteral("idNivel")));
-    }
-    void fija(int idNivel, const QString& columna, int valor) {
-        almacen().ejecuta(QStringLiteral("UPDATE Niveles SET ") + columna + QStringLiteral(" = ? WHERE idNivel = ?"),
-                          {valor, idNivel});
-    }
 };
 ORV_AMBOS_MOTORES(Rutinas);
 
-TEST_P(Rutinas, LeeCampoDaNuloSinFilasYElValorPorNombreSinDistinguirMayusculas) {
-    const QString sql = QStringLiteral("SELECT * FROM Cuentas WHERE Cuenta = ?");
-    EXPECT_TRUE(LeeCampo(almacen(), sql, {QStringLiteral("No existe")}, QStringLiteral("idCuenta")).isNull());
-    const QVariant id = LeeCampo(almacen(), sql, {QStringLiteral("Ventas Mostrador")}, QStringLiteral("IDCUENTA"));
-    ASSERT_FALSE(id.isNull());
-    EXPECT_GT(id.toInt(), 0);
-
-    // Un nombre con apóstrofo viaja ligado y se encuentra tal cual.
-    almacen().ejecuta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES (?)"), {QStringLiteral("D'Angelo & Cía")});
-    EXPECT_EQ(LeeCampo(almacen(), sql, {QStringLiteral("D'Angelo & Cía")}, QStringLiteral("Cuenta")).toString(),
-              QStringLiteral("D'Angelo & Cía"));
-    EXPECT_THROW(LeeCampo(almacen(), sql, {QStringLiteral("Ventas Mostrador")}, QStringLiteral("NoHay")), ErrorAlmacen);
-    EXPECT_THROW(LeeCampo(almacen(), QStringLiteral("SELECT * FROM TablaQueNoExiste"), {}, QStringLiteral("x")),
-                 ErrorAlmacen);
-}
-
-TEST_P(Rutinas, CuentaRegistrosDeTablaYDeConsulta) {
-    EXPECT_EQ(CuentaRegistros(almacen(), QStringLiteral("CorteCaja")), 0);
-    EXPECT_EQ(CuentaRegistros(almacen(), QStringLiteral("TmpFac")), 0);
-    const qint64 formas = CuentaRegistros(almacen(), QStringLiteral("FormasDePago"));
-    EXPECT_GE(formas, 3);
-    EXPECT_EQ(CuentaRegistros(almacen(), QStringLiteral("SELECT * FROM FormasDePago WHERE FormaPago IN (?, ?)"),
-                              {QStringLiteral("EFVO"), QStringLiteral("CHEQ")}),
-              2);
-    EXPECT_EQ(CuentaRegistros(almacen(), QStringLiteral("SELECT * FROM FormasDePago WHERE FormaPago = ?"),
-                              {QStringLiteral("NADA")}),
-              0);
-}
-
-TEST_P(Rutinas, TieneNivelSupervisorUnoMenosUnoYNivelInexistente) {
-    // Supervisor con todo lo demás apagado: pasa todas las preguntas.
-    const int super = nuevoNivel(QStringLiteral("Jefe"));
-    fija(super, QStringLiteral("UsuarioSuper"), -1);
-    for (const QString& c : columnasPermiso()) EXPECT_TRUE(TieneNivel(almacen(), super, c)) << c.toStdString();
-
-    const int cajero = nuevoNivel(QStringLiteral("Cajero"));
-    for (const QString& c : columnasPermiso()) EXPECT_FALSE(TieneNivel(almacen(), cajero, c)) << c.toStdString();
-    fija(cajero, QStringLiteral("VeVentas"), 1);
-    fija(cajero, QStringLiteral("SoloPOS"), -1);
-    EXPECT_TRUE(TieneNivel(almacen(), cajero, QStringLiteral("veventas")));
-    EXPECT_TRUE(TieneNivel(almacen(), cajero, QStringLiteral("soloPOS")));
-    EXPECT_FALSE(TieneNivel(almacen(), cajero, QStringLiteral("usuarioSuper")));
-    EXPECT_FALSE(TieneNivel(almacen(), cajero, QStringLiteral("VeCaja")));
-
-    // Un valor distinto de 1 y -1 no cuenta como encendido.
-    fija(cajero, QStringLiteral("VeCaja"), 2);
-    EXPECT_FALSE(TieneNivel(almacen(), cajero, QStringLiteral("VeCaja")));
-
-    // Un nivel borrado no tiene ningún permiso.
-    EXPECT_FALSE(TieneNivel(almacen(), 987654, QStringLiteral("VeVentas")));
-    EXPECT_FALSE(TieneNivel(almacen(), 987654, QStringLiteral("UsuarioSuper")));
-
+QString avisoDe(const std::function<void()>& f) {
     try {
-        ExigeNivel(almacen(), cajero, QStringLiteral("BorrCaja"));
-        FAIL() << "debía avisar";
+        f();
     } catch (const Aviso& a) {
-        EXPECT_EQ(a.texto(), QStringLiteral("Nivel no permitido!"));
-        EXPECT_EQ(a.titulo(), QStringLiteral("Error"));
+        return a.titulo() + ": " + a.texto();
     }
-    EXPECT_NO_THROW(ExigeNivel(almacen(), cajero, QStringLiteral("VeVentas")));
+    return {};
 }
 
-TEST_P(Rutinas, TieneNivelRechazaLoQueNoEsUnPermiso) {
+} // namespace
+
+TEST_P(Rutinas, LeeCampoPorNombreYCuentaRegistrosConParametrosLigados) {
+    const QString sql = "SELECT * FROM Cuentas WHERE Cuenta = ?";
+    almacen().ejecuta("INSERT INTO Cuentas (Cuenta) VALUES (?)", {"D'Angelo & Cía"});
+    EXPECT_TRUE(LeeCampo(almacen(), sql, {"No existe"}, "idCuenta").isNull());
+    EXPECT_EQ(LeeCampo(almacen(), sql, {"Ventas Mostrador"}, "IDCUENTA").toInt(), 1);
+    EXPECT_EQ(LeeCampo(almacen(), sql, {"D'Angelo & Cía"}, "Cuenta").toString(), "D'Angelo & Cía");
+    EXPECT_THROW(LeeCampo(almacen(), sql, {"Ventas Mostrador"}, "NoHay"), ErrorAlmacen);
+    EXPECT_THROW(LeeCampo(almacen(), "SELECT * FROM TablaQueNoExiste", {}, "x"), ErrorAlmacen);
+
+    EXPECT_EQ(CuentaRegistros(almacen(), "CorteCaja"), 0);
+    EXPECT_EQ(CuentaRegistros(almacen(), "FormasDePago"), 4);
+    EXPECT_EQ(CuentaRegistros(almacen(), "SELECT * FROM FormasDePago WHERE FormaPago IN (?, ?)", {"EFVO", "CHEQ"}), 2);
+    EXPECT_EQ(CuentaRegistros(almacen(), "SELECT * FROM Cuentas WHERE Cuenta LIKE ?", {"D'Angelo%"}), 1);
+}
+
+TEST_P(Rutinas, TieneNivelSoloConUnoOMenosUnoYElSupervisorPasaTodo) {
+    const auto nivel = [this](const char* columnas, const char* valores) {
+        const QString sql = QStringLiteral("INSERT INTO Niveles (Nombre, %1) VALUES ('x', %2)").arg(columnas, valores);
+        return int(almacen().inserta(sql, {}, "idNivel"));
+    };
+    const int jefe = nivel("UsuarioSuper", "-1");
+    const int cajero = nivel("VeVentas, SoloPOS, VeCaja", "1, -1, 2");
+    const std::tuple<int, const char*, bool> casos[] = {
+        {jefe, "BorrTodosLosDatos", true}, {jefe, "VeCaja", true},        {cajero, "veventas", true},
+        {cajero, "soloPOS", true},         {cajero, "VeCaja", false}, // 2 no cuenta como encendido
+        {cajero, "usuarioSuper", false},   {cajero, "BorrCaja", false},   {987654, "VeVentas", false}, // nivel borrado
+    };
+    for (const auto& [id, permiso, esperado] : casos) EXPECT_EQ(TieneNivel(almacen(), id, permiso), esperado) << permiso;
+    EXPECT_EQ(avisoDe([&] { ExigeNivel(almacen(), cajero, "BorrCaja"); }), "Error: Nivel no permitido!");
+    EXPECT_EQ(avisoDe([&] { ExigeNivel(almacen(), cajero, "VeVentas"); }), "");
     // El nombre de columna nunca llega al SQL si no es un permiso conocido.
-    EXPECT_THROW(TieneNivel(almacen(), 1, QStringLiteral("Nombre")), std::invalid_argument);
-    EXPECT_THROW(TieneNivel(almacen(), 1, QStringLiteral("VeCaja FROM Niveles; DROP TABLE Niveles; --")),
-                 std::invalid_argument);
-    EXPECT_TRUE(almacen().existeTabla(QStringLiteral("Niveles")));
+    EXPECT_THROW(TieneNivel(almacen(), 1, "Nombre"), std::invalid_argument);
+    EXPECT_THROW(TieneNivel(almacen(), 1, "VeCaja FROM Niveles; DROP TABLE Niveles; --"), std::invalid_argument);
 }
 
 TEST_P(Rutinas, FechaAbiertaSoloFallaEnElDiaCerrado) {
     const QDate cerrado(2026, 11, 20);
     EXPECT_TRUE(FechaAbierta(almacen(), cerrado));
-    almacen().ejecuta(QStringLiteral("INSERT INTO CorteCaja (FECHA) VALUES (?)"), {cerrado});
+    almacen().ejecuta("INSERT INTO CorteCaja (FECHA) VALUES (?)", {cerrado});
     EXPECT_FALSE(FechaAbierta(almacen(), cerrado));
-    EXPECT_TRUE(FechaAbierta(almacen(), cerrado.addDays(1)));
-    EXPECT_TRUE(FechaAbierta(almacen(), cerrado.addDays(-1)));
-    try {
-        ExigeFechaAbierta(almacen(), cerrado);
-        FAIL() << "debía avisar";
-    } catch (const Aviso& a) {
-        EXPECT_EQ(a.texto(), QStringLiteral("Error, fecha cerrada para ingresar movimientos!"));
-        EXPECT_EQ(a.titulo(), QStringLiteral("Error"));
-    }
+    EXPECT_TRUE(FechaAbierta(almacen(), cerrado.addDays(1)) && FechaAbierta(almacen(), cerrado.addDays(-1)));
+    EXPECT_EQ(avisoDe([&] { ExigeFechaAbierta(almacen(), cerrado); }),
+              "Error: Error, fecha cerrada para ingresar movimientos!");
 }
 
-TEST(RutinasArchivos, ExisteArchivo) {
+TEST(RutinasArchivos, ExisteArchivoConRutasDeMenosDeCuatroLetras) {
     QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    const QString ruta = dir.filePath(QStringLiteral("logo.png"));
+    const QString ruta = dir.filePath("logo.png");
     EXPECT_FALSE(ExisteArchivo(ruta));
     QFile f(ruta);
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("x");
     f.close();
-    EXPECT_TRUE(ExisteArchivo(ruta));
-    EXPECT_TRUE(ExisteArchivo(dir.path()));
-    EXPECT_FALSE(ExisteArchivo(QString()));
-    EXPECT_FALSE(ExisteArchivo(QStringLiteral("/tm")));
-    EXPECT_FALSE(ExisteArchivo(QStringLiteral("a.b")));
+    EXPECT_TRUE(ExisteArchivo(ruta) && ExisteArchivo(dir.path()));
+    for (const char* no : {"", "/", "/tm"}) EXPECT_FALSE(ExisteArchivo(no)) << no;
 }
