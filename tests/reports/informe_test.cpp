@@ -1,69 +1,43 @@
-// Motor de informes: definiciones, selección con parámetros ligados, totales, escape de HTML y
-// archivos de salida (el texto del PDF se lee con pdftotext).
+// Motor de informes: definiciones, selección con parámetros ligados, grupos, totales y saldos,
+// escape de HTML, páginas y archivos de salida (el texto del PDF se lee con pdftotext).
 
 #include "apoyo/base_prueba.h"
+#include "apoyo_informes.h"
 #include "maintenance/datos_ejemplo.h"
 #include "reports/catalogo.h"
 #include "reports/informe.h"
 #include "store/actualizacion.h"
-#include "store/aviso.h"
 #include "store/reloj.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 namespace orv {
 namespace {
 
-using prueba::PorMotor;
+using namespace prueba;
 
 const QDateTime kAhora(QDate(2026, 11, 23), QTime(10, 30));
 
-QString escribe(const QTemporaryDir& d, const QString& nombre, const QString& texto) {
-    const QString ruta = d.filePath(nombre);
-    QFile f(ruta);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(texto.toUtf8());
-    return ruta;
-}
-
-QString textoDePdf(const QString& ruta) {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), ruta, QStringLiteral("-")});
-    p.waitForFinished(30000);
-    // NFKC deshace las ligaduras tipográficas ("ﬁ" → "fi") que el PDF guarda como un solo signo.
-    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
-}
-
 TEST(DefinicionInforme, CabeceraYErrores) {
     QTemporaryDir d;
-    const QString ruta = escribe(d, QStringLiteral("x.rpt"),
-                                 QStringLiteral("{{! fuente: SELECT a,\n            b FROM T\n    titulo: Título con eñe\n"
-                                                "    orden: a DESC\n    moneda: b, c\n    totales: b\n"
-                                                "    orientacion: horizontal\n    pagina: Oficio }}\n<p>{{titulo}}</p>"));
-    const DefinicionInforme def = LeeDefinicion(ruta);
-    EXPECT_EQ(def.fuente, QStringLiteral("SELECT a, b FROM T"));
-    EXPECT_EQ(def.titulo, QStringLiteral("Título con eñe"));
-    EXPECT_EQ(def.orden, QStringLiteral("a DESC"));
-    EXPECT_EQ(def.moneda, (QStringList{QStringLiteral("b"), QStringLiteral("c")}));
-    EXPECT_EQ(def.totales, QStringList{QStringLiteral("b")});
+    const DefinicionInforme def = LeeDefinicion(escribeArchivo(
+        d.filePath(QStringLiteral("x.rpt")), "{{! fuente: SELECT a,\n            b FROM T\n    titulo: Título con eñe\n"
+                                             "    orden: a DESC\n    moneda: b, c\n    totales: b\n"
+                                             "    orientacion: horizontal\n    pagina: Oficio }}\n<p>{{titulo}}</p>"));
+    EXPECT_EQ(QStringList({def.fuente, def.titulo, def.orden, def.moneda.join(u'/'), def.totales.join(u'/'),
+                           def.plantilla.trimmed()})
+                  .join(u'|')
+                  .toStdString(),
+              "SELECT a, b FROM T|Título con eñe|a DESC|b/c|b|<p>{{titulo}}</p>");
     EXPECT_TRUE(def.horizontal);
     EXPECT_EQ(def.pagina, QPageSize::Legal);
-    EXPECT_EQ(def.plantilla.trimmed(), QStringLiteral("<p>{{titulo}}</p>"));
-    for (const QString& malo : {escribe(d, QStringLiteral("sinfuente.rpt"), QStringLiteral("{{! titulo: x }}<p></p>")),
-                                escribe(d, QStringLiteral("sincabecera.rpt"), QStringLiteral("<p>hola</p>")),
-                                d.filePath(QStringLiteral("no-esta.rpt"))}) {
-        try {
-            LeeDefinicion(malo);
-            ADD_FAILURE() << malo.toStdString();
-        } catch (const Aviso& e) {
-            EXPECT_EQ(e.texto(), QStringLiteral("Error en la lectura de la plantilla : ") + malo);
-        }
-    }
+    for (const QString& malo : {escribeArchivo(d.filePath(QStringLiteral("sinfuente.rpt")), "{{! titulo: x }}<p></p>"),
+                                escribeArchivo(d.filePath(QStringLiteral("sincabecera.rpt")), "<p>hola</p>"),
+                                d.filePath(QStringLiteral("no-esta.rpt"))})
+        EXPECT_EQ(textoDeAviso([&] { LeeDefinicion(malo); }),
+                  QStringLiteral("Error en la lectura de la plantilla : ") + malo);
 }
 
 class Informes : public PorMotor {
@@ -72,133 +46,116 @@ protected:
         PorMotor::SetUp();
         if (!base_) return;
         actualizaEsquema(almacen());
-        ASSERT_TRUE(dir_.isValid());
     }
-    void caja(const QDate& f, const QString& detalle, const QString& ingreso, const QString& egreso) {
+    void caja(const QDate& f, const QString& detalle, const QString& ingreso, const QString& egreso, qint64 cuenta = 1) {
         almacen().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) "
-                                         "VALUES (1, ?, ?, ?, ?, 'EFVO')"),
-                          {f, detalle, ingreso, egreso});
+                                         "VALUES (?, ?, ?, ?, ?, 'EFVO')"),
+                          {cuenta, f, detalle, ingreso, egreso});
     }
-    DefinicionInforme cajaSimple() {
-        const QString ruta = BuscaDefinicion(QStringLiteral("listacajasimple.rpt"), QString());
-        EXPECT_FALSE(ruta.isEmpty());
-        return LeeDefinicion(ruta);
+    static DefinicionInforme definicion(const QString& nombre) { return LeeDefinicion(BuscaDefinicion(nombre, {})); }
+    static Seleccion noviembre() {
+        return SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
+    }
+    QString pdf(const QString& rpt, const Seleccion& s, const QString& nombre, int* paginas = nullptr) {
+        const QString ruta = dir_.filePath(nombre);
+        const int n = GuardaInforme(almacen(), definicion(rpt), s, QStringLiteral("###,###,##0.00"), kAhora, ruta);
+        if (paginas) *paginas = n;
+        return textoDePdf(ruta);
     }
     QTemporaryDir dir_;
 };
 
-TEST_P(Informes, SeleccionPorPeriodoTotalesYEscape) {
+TEST_P(Informes, SeleccionPorPeriodoTotalesEscapeYPdf) {
     caja(QDate(2026, 10, 31), QStringLiteral("fuera del período"), QStringLiteral("999"), QStringLiteral("0"));
     caja(QDate(2026, 11, 1), QStringLiteral("Venta a O'Brien <b>"), QStringLiteral("1234.5"), QStringLiteral("0"));
     caja(QDate(2026, 11, 30), QStringLiteral("Pago luz & gas"), QStringLiteral("0"), QStringLiteral("200.25"));
     caja(QDate(2026, 12, 1), QStringLiteral("también fuera"), QStringLiteral("5"), QStringLiteral("0"));
-    const Seleccion s = SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
-    const InformeArmado inf = ArmaInforme(almacen(), cajaSimple(), s, QStringLiteral("###,###,##0.00"), kAhora);
+    const InformeArmado inf = ArmaInforme(almacen(), definicion(QStringLiteral("listacajasimple.rpt")), noviembre(),
+                                          QStringLiteral("###,###,##0.00"), kAhora);
     EXPECT_EQ(inf.filas, 2);
-    EXPECT_EQ(inf.periodo, QStringLiteral("Del 01/11/2026 al 30/11/2026"));
-    EXPECT_EQ(inf.titulo, QStringLiteral("Movimientos de caja"));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("1,234.50")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("200.25")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("01/11/2026")));
-    EXPECT_FALSE(inf.cuerpo.contains(QStringLiteral("fuera")));
-    EXPECT_FALSE(inf.cuerpo.contains(QStringLiteral("<b>")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("&lt;b&gt;")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("&amp; gas")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("(2 movimientos)")));
-
+    EXPECT_EQ((inf.titulo + u'|' + inf.periodo).toStdString(), "Movimientos de caja|Del 01/11/2026 al 30/11/2026");
+    EXPECT_EQ(discrepancias(inf.cuerpo,
+                            {QStringLiteral("1,234.50"), QStringLiteral("200.25"), QStringLiteral("01/11/2026"),
+                             QStringLiteral("&lt;b&gt;"), QStringLiteral("&amp; gas"), QStringLiteral("(2 movimientos)")},
+                            {QStringLiteral("fuera"), QStringLiteral("<b>")}),
+              "");
     // El PDF lleva las filas, los totales, el encabezado y el pie.
-    const QString pdf = dir_.filePath(QStringLiteral("caja.pdf"));
-    EXPECT_EQ(GuardaInforme(almacen(), cajaSimple(), s, QStringLiteral("###,###,##0.00"), kAhora, pdf), 1);
-    const QString t = textoDePdf(pdf);
-    for (const char* esperado : {"Movimientos de caja", "Del 01/11/2026 al 30/11/2026", "Venta a O'Brien <b>", "1,234.50",
-                                 "200.25", "Página 1 de 1", "Emitido el 23/11/2026 10:30"})
-        EXPECT_TRUE(t.contains(QString::fromUtf8(esperado))) << esperado << "\n" << t.toStdString();
-    EXPECT_FALSE(t.contains(QStringLiteral("fuera del")));
+    EXPECT_EQ(discrepancias(pdf(QStringLiteral("listacajasimple.rpt"), noviembre(), QStringLiteral("caja.pdf")),
+                            {QStringLiteral("Movimientos de caja"), QStringLiteral("Del 01/11/2026 al 30/11/2026"),
+                             QStringLiteral("Venta a O'Brien <b>"), QStringLiteral("1,234.50"), QStringLiteral("200.25"),
+                             QStringLiteral("Página 1 de 1"), QStringLiteral("Emitido el 23/11/2026 10:30")},
+                            {QStringLiteral("fuera del")}),
+              "");
 }
 
 TEST_P(Informes, GruposConTotalesYSaldoAcumuladoQueVuelveACeroEnCadaGrupo) {
-    almacen().ejecuta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES ('Banco')"));
-    const QVariant banco = almacen().valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Banco'"));
+    const qint64 banco = almacen().inserta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES ('Banco')"), {},
+                                           QStringLiteral("idCuenta"));
     caja(QDate(2026, 11, 2), QStringLiteral("v1"), QStringLiteral("100"), QStringLiteral("0"));
     caja(QDate(2026, 11, 3), QStringLiteral("g1"), QStringLiteral("0"), QStringLiteral("30.5"));
     caja(QDate(2026, 11, 4), QStringLiteral("v2"), QStringLiteral("10"), QStringLiteral("0"));
-    almacen().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso) VALUES (?, ?, 'dep', 0, 7)"),
-                      {banco, QDate(2026, 11, 5)});
-    const QString ruta = escribe(dir_, QStringLiteral("g.rpt"),
-                                 QStringLiteral("{{! fuente: SELECT Cuenta, Fecha, Detalles, Ingreso, Egreso, idCaja FROM ConsultaCaja\n"
-                                                "    orden: Cuenta, Fecha, idCaja\n    moneda: Ingreso, Egreso\n"
-                                                "    totales: Ingreso, Egreso\n    grupo: Cuenta\n    saldo: Ingreso, Egreso }}\n"
-                                                "{{#grupos}}[{{grupo}}:{{cantidad}}{{#filas}} {{Detalles}}={{saldo}}{{/filas}}"
-                                                " T={{totales.Ingreso}}/{{totales.Egreso}} S={{saldo}}]{{/grupos}}"
-                                                " G={{totales.Ingreso}}/{{totales.Egreso}} N={{cantidad}}"));
+    caja(QDate(2026, 11, 5), QStringLiteral("dep"), QStringLiteral("0"), QStringLiteral("7"), banco);
+    const QString ruta = escribeArchivo(
+        dir_.filePath(QStringLiteral("g.rpt")),
+        "{{! fuente: SELECT Cuenta, Fecha, Detalles, Ingreso, Egreso, idCaja FROM ConsultaCaja\n"
+        "    orden: Cuenta, Fecha, idCaja\n    moneda: Ingreso, Egreso\n    totales: Ingreso, Egreso\n"
+        "    grupo: Cuenta\n    saldo: Ingreso, Egreso }}\n"
+        "{{#grupos}}[{{grupo}}:{{cantidad}}{{#filas}} {{Detalles}}={{saldo}}{{/filas}}"
+        " T={{totales.Ingreso}}/{{totales.Egreso}} S={{saldo}}]{{/grupos}} G={{totales.Ingreso}}/{{totales.Egreso}} N={{cantidad}}");
     const InformeArmado inf = ArmaInforme(almacen(), LeeDefinicion(ruta), Seleccion{}, QStringLiteral("0.00"), kAhora);
-    EXPECT_EQ(inf.cuerpo.trimmed(),
-              QStringLiteral("[Banco:1 dep=-7.00 T=0.00/7.00 S=-7.00]"
-                             "[Ventas Mostrador:3 v1=100.00 g1=69.50 v2=79.50 T=110.00/30.50 S=79.50]"
-                             " G=110.00/37.50 N=4"));
-
+    EXPECT_EQ(inf.cuerpo.trimmed().toStdString(), "[Banco:1 dep=-7.00 T=0.00/7.00 S=-7.00]"
+                                                  "[Ventas Mostrador:3 v1=100.00 g1=69.50 v2=79.50 T=110.00/30.50 S=79.50]"
+                                                  " G=110.00/37.50 N=4");
     // Un campo de grupo que la fuente no tiene es un error de la definición, no un informe vacío.
-    const QString mala = escribe(dir_, QStringLiteral("m.rpt"),
-                                 QStringLiteral("{{! fuente: SELECT Cuenta FROM ConsultaCaja\n    grupo: NoEsta }}x"));
+    const QString mala = escribeArchivo(dir_.filePath(QStringLiteral("m.rpt")),
+                                        "{{! fuente: SELECT Cuenta FROM ConsultaCaja\n    grupo: NoEsta }}x");
     EXPECT_THROW(ArmaInforme(almacen(), LeeDefinicion(mala), Seleccion{}, QString(), kAhora), Aviso);
 }
 
-TEST_P(Informes, MuchasFilasVariasPaginasYOtrosArchivos) {
+TEST_P(Informes, MuchasFilasVariasPaginasYCadaFormatoDeArchivo) {
     Transaccion tr(almacen());
     for (int i = 0; i < 300; ++i)
         caja(QDate(2026, 11, 1 + i % 28), QStringLiteral("Movimiento %1").arg(i, 3, 10, QLatin1Char('0')),
              QStringLiteral("10"), QStringLiteral("0"));
     tr.confirmar();
-    const Seleccion s = SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
-    const QString pdf = dir_.filePath(QStringLiteral("muchas.pdf"));
-    const int paginas = GuardaInforme(almacen(), cajaSimple(), s, QString(), kAhora, pdf);
+    int paginas = 0;
+    const QString t = pdf(QStringLiteral("listacajasimple.rpt"), noviembre(), QStringLiteral("muchas.pdf"), &paginas);
     EXPECT_GT(paginas, 3);
-    const QString t = textoDePdf(pdf);
-    EXPECT_TRUE(t.contains(QStringLiteral("Página %1 de %1").arg(paginas)));
-    EXPECT_TRUE(t.contains(QStringLiteral("Movimiento 000")));
-    EXPECT_TRUE(t.contains(QStringLiteral("Movimiento 299")));
-    EXPECT_TRUE(t.contains(QStringLiteral("3,000.00"))); // total de ingresos
-
+    EXPECT_EQ(discrepancias(t, {QStringLiteral("Página %1 de %1").arg(paginas), QStringLiteral("Movimiento 000"),
+                                QStringLiteral("Movimiento 299"), QStringLiteral("3,000.00")}),
+              "");
     for (const char* ext : {"html", "odt", "csv", "xlsx"}) {
         const QString archivo = dir_.filePath(QStringLiteral("salida.") + QString::fromLatin1(ext));
-        GuardaInforme(almacen(), cajaSimple(), s, QString(), kAhora, archivo);
+        GuardaInforme(almacen(), definicion(QStringLiteral("listacajasimple.rpt")), noviembre(), QString(), kAhora, archivo);
         EXPECT_GT(QFileInfo(archivo).size(), 100) << ext;
     }
-    QFile html(dir_.filePath(QStringLiteral("salida.html")));
-    ASSERT_TRUE(html.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(QString::fromUtf8(html.readAll()).contains(QStringLiteral("Movimiento 150")));
-    EXPECT_THROW(GuardaInforme(almacen(), cajaSimple(), s, QString(), kAhora, dir_.filePath(QStringLiteral("x.doc"))),
+    EXPECT_TRUE(leeArchivo(dir_.filePath(QStringLiteral("salida.html"))).contains(QStringLiteral("Movimiento 150")));
+    EXPECT_THROW(GuardaInforme(almacen(), definicion(QStringLiteral("listacajasimple.rpt")), noviembre(), QString(),
+                               kAhora, dir_.filePath(QStringLiteral("x.doc"))),
                  Aviso);
 }
 
 TEST_P(Informes, CadaDefinicionDelProgramaSaleEnPdfConLosDatosDeEjemplo) {
-    const RelojFijo reloj(kAhora);
-    cargaDatosEjemplo(almacen(), reloj);
-    QStringList definiciones;
+    cargaDatosEjemplo(almacen(), RelojFijo(kAhora));
+    QStringList nombres;
     for (const QString& c : CarpetasDeInformes(QString()))
         for (const QString& f : QDir(c).entryList({QStringLiteral("*.rpt")}, QDir::Files))
-            if (!definiciones.contains(f) && !f.startsWith(QStringLiteral("factura"))) definiciones << f;
-    ASSERT_GE(definiciones.size(), 3);
-    for (const QString& nombre : definiciones) {
-        const QString pdf = dir_.filePath(nombre + QStringLiteral(".pdf"));
-        const Seleccion s = SeleccionUsual(nombre, QDate(2026, 1, 1), QDate(2026, 12, 31));
-        EXPECT_GE(GuardaInforme(almacen(), LeeDefinicion(BuscaDefinicion(nombre, QString())), s, QString(), kAhora, pdf), 1)
-            << nombre.toStdString();
-        EXPECT_FALSE(textoDePdf(pdf).trimmed().isEmpty()) << nombre.toStdString();
+            if (!nombres.contains(f) && !f.startsWith(QStringLiteral("factura"))) nombres << f;
+    ASSERT_GE(nombres.size(), 3);
+    QMap<QString, QString> textos;
+    for (const QString& n : nombres) {
+        textos[n] = pdf(n, SeleccionUsual(n, QDate(2026, 1, 1), QDate(2026, 12, 31)), n + QStringLiteral(".pdf"));
+        EXPECT_FALSE(textos[n].trimmed().isEmpty()) << n.toStdString();
     }
-    // La lista de precios trae un artículo de los datos de ejemplo.
-    const QString precios = textoDePdf(dir_.filePath(QStringLiteral("listadeprecios.rpt.pdf")));
-    const QString primero = almacen().valor(QStringLiteral("SELECT Descripcion FROM Articulos ORDER BY idArticulo")).toString();
-    EXPECT_TRUE(precios.contains(primero)) << primero.toStdString();
-    // El faltante trae los artículos por debajo del mínimo y ninguno por encima.
-    const QString faltante = textoDePdf(dir_.filePath(QStringLiteral("faltante.rpt.pdf")));
-    const QString bajo = almacen().valor(QStringLiteral("SELECT Codigo FROM Articulos WHERE StockActual < StockMinimo "
-                                                        "ORDER BY idArticulo")).toString();
-    const QString sobrado = almacen().valor(QStringLiteral("SELECT Codigo FROM Articulos WHERE StockActual > StockMinimo "
-                                                           "ORDER BY idArticulo")).toString();
+    // La lista de precios trae un artículo; el faltante, los que están bajo el mínimo y ninguno por encima.
+    auto valor = [&](const char* sql) { return almacen().valor(QString::fromLatin1(sql)).toString(); };
+    const QString bajo = valor("SELECT Codigo FROM Articulos WHERE StockActual < StockMinimo ORDER BY idArticulo");
+    const QString sobrado = valor("SELECT Codigo FROM Articulos WHERE StockActual > StockMinimo ORDER BY idArticulo");
     ASSERT_FALSE(bajo.isEmpty());
-    EXPECT_TRUE(faltante.contains(bajo)) << bajo.toStdString();
-    EXPECT_FALSE(faltante.contains(sobrado + QStringLiteral(" "))) << sobrado.toStdString();
+    EXPECT_EQ(discrepancias(textos[QStringLiteral("listadeprecios.rpt")],
+                            {valor("SELECT Descripcion FROM Articulos ORDER BY idArticulo")}),
+              "");
+    EXPECT_EQ(discrepancias(textos[QStringLiteral("faltante.rpt")], {bajo}, {sobrado + u' '}), "");
 }
 
 TEST_P(Informes, ComprobantesConSusLineasTotalesYImporteEnLetras) {
@@ -212,32 +169,32 @@ TEST_P(Informes, ComprobantesConSusLineasTotalesYImporteEnLetras) {
                        "VALUES ('B0001-00000042', 1, 77, 1, ?, 'Ana O''Neil', '20-12345678-6', 'EFVO', '1000', '0', "
                        "'826.45', 21, '173.55', '1000', 'S')"),
         {QDate(2026, 11, 23)}, QStringLiteral("idComprobante"));
-    for (const auto& [desc, cant, unit] : {std::tuple{"Yerba 1 kg", 2, "300"}, std::tuple{"Azúcar 1 kg", 4, "100"}})
-        a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, Descripcion, Cantidad, Unitario, SubTotal) "
-                                 "VALUES (?, ?, ?, ?, ?)"),
-                  {id, QString::fromUtf8(desc), cant, QString::fromLatin1(unit),
-                   QString::number(cant * QString::fromLatin1(unit).toInt())});
+    a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, Descripcion, Cantidad, Unitario, SubTotal) "
+                             "VALUES (?, 'Yerba 1 kg', 2, 300, 600), (?, 'Azúcar 1 kg', 4, 100, 400)"),
+              {id, id});
     // Otro comprobante que no debe aparecer.
     a.ejecuta(QStringLiteral("INSERT INTO Comprobantes (Factura, Nombre, Total) VALUES ('B0001-00000043', 'Otro', '5')"));
-    for (const char* plantilla : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
-        const QString pdf = dir_.filePath(QString::fromLatin1(plantilla) + QStringLiteral(".pdf"));
-        GuardaInforme(a, LeeDefinicion(BuscaDefinicion(QString::fromLatin1(plantilla), QString())), SeleccionComprobante(id),
-                      QString(), kAhora, pdf);
-        const QString t = textoDePdf(pdf);
-        for (const char* esperado : {"Almacén Don Tito", "B0001-00000042", "Ana O'Neil", "Yerba 1 kg", "Azúcar 1 kg",
-                                     "1,000.00", "mil con 00/100.-", "Mitre 1", "23/11/2026"})
-            EXPECT_TRUE(t.contains(QString::fromUtf8(esperado))) << plantilla << ": " << esperado << "\n" << t.toStdString();
-        EXPECT_FALSE(t.contains(QStringLiteral("00000043"))) << plantilla;
-        EXPECT_EQ(t.contains(QStringLiteral("173.55")), QByteArray(plantilla) == "factura_discrimina_iva.rpt") << plantilla;
-    }
+    const QStringList trae = {QStringLiteral("Almacén Don Tito"), QStringLiteral("B0001-00000042"),
+                              QStringLiteral("Ana O'Neil"),       QStringLiteral("Yerba 1 kg"),
+                              QStringLiteral("Azúcar 1 kg"),      QStringLiteral("1,000.00"),
+                              QStringLiteral("mil con 00/100.-"), QStringLiteral("Mitre 1"),
+                              QStringLiteral("23/11/2026")};
+    // Sólo la factura que discrimina el impuesto lo muestra.
+    EXPECT_EQ(discrepancias(pdf(QStringLiteral("factura.rpt"), SeleccionComprobante(id), QStringLiteral("f.pdf")), trae,
+                            {QStringLiteral("00000043"), QStringLiteral("173.55")}),
+              "");
+    EXPECT_EQ(discrepancias(pdf(QStringLiteral("factura_discrimina_iva.rpt"), SeleccionComprobante(id),
+                                QStringLiteral("fd.pdf")),
+                            trae + QStringList{QStringLiteral("173.55")}, {QStringLiteral("00000043")}),
+              "");
 }
 
 TEST(BuscaDefinicion, LaCopiaDeLaCarpetaDeDatosMandaSobreLaDelPrograma) {
     QTemporaryDir d;
     ASSERT_TRUE(QDir(d.path()).mkpath(QStringLiteral("reportes")));
     EXPECT_NE(BuscaDefinicion(QStringLiteral("listadeprecios.rpt"), d.path()), QString());
-    const QString propia = escribe(d, QStringLiteral("reportes/listadeprecios.rpt"),
-                                   QStringLiteral("{{! fuente: SELECT 1 AS x }}<p>propia</p>"));
+    const QString propia =
+        escribeArchivo(d.filePath(QStringLiteral("reportes/listadeprecios.rpt")), "{{! fuente: SELECT 1 AS x }}<p>propia</p>");
     EXPECT_EQ(BuscaDefinicion(QStringLiteral("listadeprecios.rpt"), d.path()), propia);
     EXPECT_EQ(BuscaDefinicion(QStringLiteral("no-existe.rpt"), d.path()), QString());
     EXPECT_THROW(SeleccionUsual(QStringLiteral("no-existe.rpt"), {}, {}), Aviso);

@@ -1,11 +1,11 @@
 // Dibujo directo de tablas simples: qué HTML entiende (y qué deja al maquetado general), y el
 // reparto en páginas con el encabezado de la tabla repetido.
 
+#include "apoyo_informes.h"
 #include "reports/informe.h"
 #include "reports/tablas.h"
 
 #include <QPdfWriter>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -66,11 +66,7 @@ TEST(TablasSimples, MuchasFilasEnVariasPaginasConElEncabezadoEnCadaUna) {
         paginas = PintaInforme(inf, w);
     }
     ASSERT_GT(paginas, 3);
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    p.waitForFinished(30000);
-    // NFKC deshace las ligaduras ("ﬁla" → "fila").
-    const QStringList hojas = QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC).split(u'\f', Qt::SkipEmptyParts);
+    const QStringList hojas = prueba::textoDePdf(pdf).split(u'\f', Qt::SkipEmptyParts);
     ASSERT_GE(hojas.size(), paginas);
     int filas = 0;
     for (int n = 0; n < paginas; ++n) {

@@ -1,51 +1,36 @@
 // Salida de los informes: el destino que queda para los informes siguientes, cada destino con lo
 // que entrega, los errores en castellano, las pantallas que piden el sujeto y el catálogo libre.
 
-#include "apoyo/pantalla_prueba.h"
+#include "../../ui/caja_modal.h"
+#include "../apoyo_informes.h"
 #include "apoyo/modal.h"
+#include "apoyo/pantalla_prueba.h"
 #include "reports/catalogo.h"
 #include "reports/ui/pan_print_crystal.h"
 #include "reports/ui/pan_rep_sel.h"
 #include "reports/ui/salida_informes.h"
 #include "reports/ui/visor_informe.h"
-#include "store/actualizacion.h"
-#include "store/aviso.h"
-#include "../../ui/caja_modal.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
-#include <QPointer>
-#include <QProcess>
 #include <QPushButton>
-#include <QTest>
 
 namespace orv {
 namespace {
 
-using prueba::alAbrirse;
-using prueba::respondeCaja;
+using namespace prueba;
 
-QString textoDePdf(const QString& ruta) {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), ruta, QStringLiteral("-")});
-    p.waitForFinished(30000);
-    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
-}
+const QString kCaja = QStringLiteral("listacajasimple.rpt");
 
-QByteArray comienzo(const QString& ruta) {
-    QFile f(ruta);
-    return f.open(QIODevice::ReadOnly) ? f.read(5) : QByteArray();
-}
-
-class SalidaDeInformes : public prueba::PantallaDePrueba {
+class SalidaDeInformes : public PantallaDePrueba {
 protected:
     void SetUp() override {
         PantallaDePrueba::SetUp();
@@ -63,9 +48,12 @@ protected:
         for (const QPointer<QWidget>& v : visores) delete v.data();
     }
     QString ruta(const QString& n) const { return QDir(base_->carpeta()).filePath(n); }
-    Seleccion noviembre() const {
-        return SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
+    void correo(const QString& destino, const QString& nombre = {}) {
+        conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), destino);
+        conf_->graba(clave::configuracion, QStringLiteral("EmailDestinoNombre"), nombre);
+        conf_->graba(clave::configuracion, QStringLiteral("EmailTituloMensaje"), QStringLiteral("Caja"));
     }
+    bool emite() { return salida_->emite(kCaja, SeleccionUsual(kCaja, QDate(2026, 11, 1), QDate(2026, 11, 30))); }
 
     std::unique_ptr<SalidaInformes> salida_;
 };
@@ -75,24 +63,18 @@ TEST_F(SalidaDeInformes, ElDestinoSaleDelTextoDeCombo1YQuedaHastaQueCambie) {
     salida_->fijaDestino(QStringLiteral("4 - Vista previa"), QStringLiteral("3"));
     EXPECT_EQ(salida_->destino(), SalidaInformes::VistaPrevia);
     EXPECT_EQ(salida_->copias(), 3);
-    // Copias que no son un número: una.
-    salida_->fijaCopias(QStringLiteral("dos"));
-    EXPECT_EQ(salida_->copias(), 1);
-    salida_->fijaCopias(QStringLiteral("0"));
-    EXPECT_EQ(salida_->copias(), 1);
-
-    // Con el correo toma asunto, mensaje y destinatario de la configuración en ese momento.
-    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QStringLiteral("casa@central.com.ar"));
-    conf_->graba(clave::configuracion, QStringLiteral("EmailTituloMensaje"), QStringLiteral("Informe de la sucursal"));
+    for (const char* malas : {"dos", "0"}) { // copias que no son un número: una
+        salida_->fijaCopias(QString::fromLatin1(malas));
+        EXPECT_EQ(salida_->copias(), 1) << malas;
+    }
+    // Con el correo toma destinatario, asunto y mensaje de la configuración en ese momento.
+    correo(QStringLiteral("casa@central.com.ar"));
     salida_->fijaDestino(QStringLiteral("3 - Enviar por e-mail"), QStringLiteral("1"));
+    correo(QStringLiteral("otro@central.com.ar"));
     EXPECT_EQ(salida_->destino(), SalidaInformes::Correo);
-    EXPECT_EQ(salida_->destinatarioCorreo(), QStringLiteral("casa@central.com.ar"));
-    EXPECT_EQ(salida_->asuntoCorreo(), QStringLiteral("Informe de la sucursal"));
-    EXPECT_EQ(salida_->mensajeCorreo(), QStringLiteral("Ver archivo adjunto"));
-    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QStringLiteral("otro@central.com.ar"));
-    EXPECT_EQ(salida_->destinatarioCorreo(), QStringLiteral("casa@central.com.ar"));
-
-    // Un texto que no empieza con una cifra de la lista vuelve a la ventana.
+    EXPECT_EQ(QStringList({salida_->destinatarioCorreo(), salida_->asuntoCorreo(), salida_->mensajeCorreo()}),
+              QStringList({"casa@central.com.ar", "Caja", "Ver archivo adjunto"}));
+    // Un texto que no empieza con una cifra de la lista vuelve a la ventana; reinicia también.
     salida_->fijaDestino(QStringLiteral("9 - otra cosa"), QStringLiteral("1"));
     EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
     salida_->fijaDestino(QStringLiteral("1 - A la impresora"), QStringLiteral("2"));
@@ -103,29 +85,21 @@ TEST_F(SalidaDeInformes, ElDestinoSaleDelTextoDeCombo1YQuedaHastaQueCambie) {
 }
 
 TEST_F(SalidaDeInformes, CadaDestinoEntregaElInformeConSuSeleccion) {
-    // 2: al archivo elegido, con el formato de su extensión.
+    // 2: al archivo elegido, con el formato de su extensión; cancelado, nada.
     salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
-    QString pedido;
-    salida_->eligeArchivo = [&](const QString& titulo) {
-        pedido = titulo;
-        return ruta(QStringLiteral("caja.pdf"));
-    };
-    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
-    EXPECT_EQ(pedido, QStringLiteral("Movimientos de caja"));
-    QString t = textoDePdf(ruta(QStringLiteral("caja.pdf")));
-    EXPECT_TRUE(t.contains(QStringLiteral("Venta a O'Brien"))) << t.toStdString();
-    EXPECT_TRUE(t.contains(QStringLiteral("170.50")));
-    EXPECT_FALSE(t.contains(QStringLiteral("Fuera")));
-    salida_->eligeArchivo = [&](const QString&) { return ruta(QStringLiteral("caja.csv")); };
-    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
-    QFile csv(ruta(QStringLiteral("caja.csv")));
-    ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
-    EXPECT_EQ(csv.readAll().count('\n'), 3); // encabezado y dos filas
-    // Cancelado: no sale nada.
-    salida_->eligeArchivo = [](const QString&) { return QString(); };
-    EXPECT_FALSE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    QStringList pedidos;
+    for (const char* archivo : {"caja.pdf", "caja.csv", ""}) {
+        salida_->eligeArchivo = [&, archivo](const QString& titulo) {
+            pedidos << titulo;
+            return *archivo ? ruta(QString::fromLatin1(archivo)) : QString();
+        };
+        EXPECT_EQ(emite(), *archivo != 0) << archivo;
+    }
+    EXPECT_EQ(pedidos.first(), QStringLiteral("Movimientos de caja"));
+    EXPECT_EQ(discrepancias(textoDePdf(ruta(QStringLiteral("caja.pdf"))), {"Venta a O'Brien", "170.50"}, {"Fuera"}), "");
+    EXPECT_EQ(leeArchivo(ruta(QStringLiteral("caja.csv"))).count(u'\n'), 3); // encabezado y dos filas
 
-    // 1: la impresora con las copias de Text10 (aquí, una impresora a PDF).
+    // 1: la impresora con las copias de Text10 (aquí, una impresora a PDF); cancelada, nada.
     salida_->fijaDestino(QStringLiteral("1 - A la impresora"), QStringLiteral("2"));
     int copias = 0;
     salida_->eligeImpresora = [&](QPrinter& p) {
@@ -134,53 +108,38 @@ TEST_F(SalidaDeInformes, CadaDestinoEntregaElInformeConSuSeleccion) {
         p.setOutputFileName(ruta(QStringLiteral("impreso.pdf")));
         return true;
     };
-    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    ASSERT_TRUE(emite());
     EXPECT_EQ(copias, 2);
-    t = textoDePdf(ruta(QStringLiteral("impreso.pdf")));
-    EXPECT_TRUE(t.contains(QStringLiteral("Venta mostrador")));
-    EXPECT_TRUE(t.contains(QStringLiteral("Página 1 de 1")));
+    EXPECT_EQ(discrepancias(textoDePdf(ruta(QStringLiteral("impreso.pdf"))), {"Venta mostrador", "Página 1 de 1"}), "");
     salida_->eligeImpresora = [](QPrinter&) { return false; };
-    EXPECT_FALSE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    EXPECT_FALSE(emite());
 
-    // 3: el PDF adjunto, al destinatario tomado al elegir el destino.
-    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QStringLiteral("casa@central.com.ar"));
-    conf_->graba(clave::configuracion, QStringLiteral("EmailDestinoNombre"), QStringLiteral("Casa Central"));
-    conf_->graba(clave::configuracion, QStringLiteral("EmailTituloMensaje"), QStringLiteral("Caja"));
-    salida_->fijaDestino(QStringLiteral("3 - Enviar por e-mail"), QStringLiteral("1"));
+    // 3: el PDF adjunto, al destinatario tomado al elegir el destino; sin destinatario no se arma nada.
     QStringList enviado;
-    QByteArray adjunto;
     salida_->enviaCorreo = [&](const QString& para, const QString& nombre, const QString& asunto, const QString& mensaje,
                                const QString& archivo) {
-        enviado = {para, nombre, asunto, mensaje, QFileInfo(archivo).fileName()};
-        adjunto = comienzo(archivo);
+        enviado = {para, nombre, asunto, mensaje, QFileInfo(archivo).fileName(), leeArchivo(archivo).left(5)};
         EXPECT_TRUE(archivo.startsWith(base_->carpeta()));
     };
-    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
-    EXPECT_EQ(enviado, (QStringList{QStringLiteral("casa@central.com.ar"), QStringLiteral("Casa Central"),
-                                    QStringLiteral("Caja"), QStringLiteral("Ver archivo adjunto"),
-                                    QStringLiteral("Movimientos_de_caja.pdf")}));
-    EXPECT_EQ(adjunto, QByteArray("%PDF-"));
-    // Sin destinatario no se arma ni se envía nada.
-    conf_->graba(clave::configuracion, QStringLiteral("EmailDestino"), QString());
+    correo(QStringLiteral("casa@central.com.ar"), QStringLiteral("Casa Central"));
+    salida_->fijaDestino(QStringLiteral("3 - Enviar por e-mail"), QStringLiteral("1"));
+    ASSERT_TRUE(emite());
+    EXPECT_EQ(enviado, QStringList({"casa@central.com.ar", "Casa Central", "Caja", "Ver archivo adjunto",
+                                    "Movimientos_de_caja.pdf", "%PDF-"}));
+    correo(QString());
     salida_->fijaDestino(QStringLiteral("3 - Enviar por e-mail"), QStringLiteral("1"));
     enviado.clear();
-    try {
-        salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre());
-        ADD_FAILURE() << "sin destinatario";
-    } catch (const Aviso& e) {
-        EXPECT_EQ(e.texto(), QStringLiteral("Verificar datos de configuración!"));
-    }
+    EXPECT_EQ(textoDeAviso([&] { emite(); }), QStringLiteral("Verificar datos de configuración!"));
     EXPECT_TRUE(enviado.isEmpty());
 
     // 0: una ventana con las páginas, que queda abierta.
     salida_->fijaDestino(QStringLiteral("0 - A una ventana"), QStringLiteral("1"));
-    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    ASSERT_TRUE(emite());
     VisorInforme* visor = salida_->ultimoVisor();
     ASSERT_NE(visor, nullptr);
     EXPECT_TRUE(visor->isVisible());
     EXPECT_EQ(visor->windowTitle(), QStringLiteral("Movimientos de caja"));
-    EXPECT_EQ(visor->paginas(), 1);
-    EXPECT_EQ(visor->informe().filas, 2);
+    EXPECT_EQ(std::pair(visor->paginas(), visor->informe().filas), std::pair(1, qint64(2)));
 
     // 4: la vista previa de impresión, modal.
     salida_->fijaDestino(QStringLiteral("4 - Vista previa"), QStringLiteral("1"));
@@ -189,12 +148,12 @@ TEST_F(SalidaDeInformes, CadaDestinoEntregaElInformeConSuSeleccion) {
         titulo = d->windowTitle();
         d->reject();
     });
-    ASSERT_TRUE(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()));
+    ASSERT_TRUE(emite());
     EXPECT_TRUE(vista->vista);
     EXPECT_EQ(titulo, QStringLiteral("Vista previa - Movimientos de caja"));
 }
 
-TEST_F(SalidaDeInformes, UnaDefinicionQueFaltaDiceCualEnCastellano) {
+TEST_F(SalidaDeInformes, UnaDefinicionQueFaltaOEstaRotaDiceCualYNoSaleNada) {
     salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
     bool preguntado = false;
     salida_->eligeArchivo = [&](const QString&) {
@@ -203,20 +162,23 @@ TEST_F(SalidaDeInformes, UnaDefinicionQueFaltaDiceCualEnCastellano) {
     };
     auto caja = respondeCaja(QStringLiteral("Aceptar"));
     EXPECT_FALSE(salida_->imprime(QStringLiteral("no_existe.rpt"), Seleccion{}));
-    EXPECT_TRUE(caja->vista);
     EXPECT_EQ(caja->texto, QStringLiteral("Error en la lectura de la plantilla : no_existe.rpt"));
     EXPECT_FALSE(preguntado);
     // Una copia rota en la carpeta de datos no cae en silencio sobre la del programa.
     QDir(base_->carpeta()).mkpath(QStringLiteral("reportes"));
-    QFile rota(ruta(QStringLiteral("reportes/listacajasimple.rpt")));
-    ASSERT_TRUE(rota.open(QIODevice::WriteOnly));
-    rota.write("<p>sin cabecera</p>");
-    rota.close();
-    EXPECT_THROW(salida_->emite(QStringLiteral("listacajasimple.rpt"), noviembre()), Aviso);
+    escribeArchivo(ruta(QStringLiteral("reportes/listacajasimple.rpt")), "<p>sin cabecera</p>");
+    EXPECT_THROW(emite(), Aviso);
     EXPECT_FALSE(QFileInfo::exists(ruta(QStringLiteral("x.pdf"))));
+
+    // Un comprobante con una plantilla que falta: el mensaje con su nombre.
+    const QString falta = ruta(QStringLiteral("plantillas/no esta.rpt"));
+    caja = respondeCaja(QStringLiteral("Aceptar"));
+    EXPECT_FALSE(salida_->imprimeComprobante(falta, 1));
+    EXPECT_EQ(QStringList({caja->titulo, caja->texto}),
+              QStringList({"Error", QStringLiteral("Error en la lectura de la plantilla : ") + falta}));
 }
 
-TEST_F(SalidaDeInformes, ElComprobanteSaleAlDestinoVigenteYUnaPlantillaMalaSeDiceConSuNombre) {
+TEST_F(SalidaDeInformes, ElComprobanteSaleAlDestinoVigente) {
     const qint64 id = a().inserta(
         QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, Fecha, Nombre, FormaPago, SubTotal, "
                        "ImporteNeto, PorcentajeIVA, ImporteIVA, Total, EsComercial) "
@@ -231,18 +193,10 @@ TEST_F(SalidaDeInformes, ElComprobanteSaleAlDestinoVigenteYUnaPlantillaMalaSeDic
     ASSERT_NE(salida_->ultimoVisor(), nullptr);
     EXPECT_EQ(salida_->ultimoVisor()->informe().filas, 1);
     EXPECT_TRUE(salida_->ultimoVisor()->informe().cuerpo.contains(QStringLiteral("0001-00000042")));
-    // A un archivo: el mismo comprobante, con sus copias y destino de siempre.
     salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
     salida_->eligeArchivo = [&](const QString&) { return ruta(QStringLiteral("f.pdf")); };
     ASSERT_TRUE(salida_->imprimeComprobante(QStringLiteral("factura.rpt"), id));
     EXPECT_TRUE(textoDePdf(ruta(QStringLiteral("f.pdf"))).contains(QStringLiteral("Yerba 1 kg")));
-
-    const QString falta = ruta(QStringLiteral("plantillas/no esta.rpt"));
-    auto caja = respondeCaja(QStringLiteral("Aceptar"));
-    EXPECT_FALSE(salida_->imprimeComprobante(falta, id));
-    EXPECT_TRUE(caja->vista);
-    EXPECT_EQ(caja->texto, QStringLiteral("Error en la lectura de la plantilla : ") + falta);
-    EXPECT_EQ(caja->titulo, QStringLiteral("Error"));
 }
 
 TEST_F(SalidaDeInformes, PantallasQuePidenElSujeto) {
@@ -259,9 +213,8 @@ TEST_F(SalidaDeInformes, PantallasQuePidenElSujeto) {
             todos->setChecked(conCodigo);
             auto caja = respondeCaja(QStringLiteral("Aceptar"));
             aceptar->click();
-            EXPECT_TRUE(caja->vista);
-            EXPECT_EQ(caja->texto, QStringLiteral("O un articulo o todos, debe borrar el codigo!"));
-            EXPECT_EQ(caja->titulo, QStringLiteral("Error"));
+            EXPECT_EQ(QStringList({caja->titulo, caja->texto}),
+                      QStringList({"Error", "O un articulo o todos, debe borrar el codigo!"}));
             EXPECT_EQ(d.result(), 0);
         }
         todos->setChecked(false);
@@ -272,67 +225,49 @@ TEST_F(SalidaDeInformes, PantallasQuePidenElSujeto) {
         EXPECT_EQ(d.hasta(), QDate(2026, 11, 30));
     }
     // La cuenta: sin elegir no se acepta; elegida, da su id y el período de la pantalla.
-    {
-        a().ejecuta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES ('Banco Nación')"));
-        const qint64 banco = a().valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Banco Nación'")).toLongLong();
-        PanSelCta d(a(), QDate(2026, 10, 1), QDate(2026, 10, 31));
-        auto* combo = d.findChild<QComboBox*>(QStringLiteral("Combo1"));
-        ASSERT_TRUE(combo);
-        d.show();
-        auto caja = respondeCaja(QStringLiteral("Aceptar"));
-        d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-        EXPECT_EQ(caja->texto, QStringLiteral("Seleccione una cuenta de la lista!"));
-        EXPECT_EQ(d.result(), 0);
-        combo->setCurrentIndex(combo->findText(QStringLiteral("Banco Nación")));
-        d.findChild<QDateEdit*>(QStringLiteral("dt1"))->setDate(QDate(2026, 9, 15));
-        d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-        EXPECT_EQ(d.result(), int(QDialog::Accepted));
-        EXPECT_EQ(d.idCuenta(), banco);
-        EXPECT_EQ(d.desde(), QDate(2026, 9, 15));
-        EXPECT_EQ(d.hasta(), QDate(2026, 10, 31));
-    }
+    const qint64 banco = a().inserta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES ('Banco Nación')"), {},
+                                     QStringLiteral("idCuenta"));
+    PanSelCta d(a(), QDate(2026, 10, 1), QDate(2026, 10, 31));
+    auto* combo = d.findChild<QComboBox*>(QStringLiteral("Combo1"));
+    ASSERT_TRUE(combo);
+    d.show();
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
+    d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    EXPECT_EQ(caja->texto, QStringLiteral("Seleccione una cuenta de la lista!"));
+    EXPECT_EQ(d.result(), 0);
+    combo->setCurrentIndex(combo->findText(QStringLiteral("Banco Nación")));
+    d.findChild<QDateEdit*>(QStringLiteral("dt1"))->setDate(QDate(2026, 9, 15));
+    d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    EXPECT_EQ(d.result(), int(QDialog::Accepted));
+    EXPECT_EQ(d.idCuenta(), banco);
+    EXPECT_EQ(std::pair(d.desde(), d.hasta()), std::pair(QDate(2026, 9, 15), QDate(2026, 10, 31)));
 }
 
 TEST_F(SalidaDeInformes, CatalogoLibreListaCadaDefinicionUnaVezYExportaConLaPreguntaDelSistema) {
     QDir(base_->carpeta()).mkpath(QStringLiteral("reportes"));
-    QFile::copy(BuscaDefinicion(QStringLiteral("listacajasimple.rpt"), QString()),
-                ruta(QStringLiteral("reportes/listacajasimple.rpt")));
+    QFile::copy(BuscaDefinicion(kCaja, QString()), ruta(QStringLiteral("reportes/listacajasimple.rpt")));
     PanPrintCrystal p(*salida_, *conf_);
     QStringList nombres;
     for (int i = 0; i < p.lista()->count(); ++i) nombres << p.lista()->item(i)->text();
-    EXPECT_EQ(nombres.count(QStringLiteral("listacajasimple.rpt")), 1);
+    EXPECT_EQ(nombres.count(kCaja), 1);
     EXPECT_TRUE(nombres.contains(QStringLiteral("factura.rpt")));
-    p.lista()->setCurrentRow(nombres.indexOf(QStringLiteral("listacajasimple.rpt")));
+    p.lista()->setCurrentRow(nombres.indexOf(kCaja));
 
     // Exportar sin selección: todas las filas, también las de otro mes.
     const QString html = ruta(QStringLiteral("caja.html"));
     p.eligeArchivo = [&] { return html; };
     p.exportar();
-    QFile f(html);
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-    const QString contenido = QString::fromUtf8(f.readAll());
-    f.close();
-    EXPECT_TRUE(contenido.contains(QStringLiteral("Fuera")));
-    EXPECT_TRUE(contenido.contains(QStringLiteral("Venta a O&apos;Brien"))) << contenido.toStdString();
-
-    // Ya existe: No lo deja como está; Sí lo reemplaza.
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("viejo");
-    f.close();
+    EXPECT_EQ(discrepancias(leeArchivo(html), {"Fuera", "Venta a O&apos;Brien"}), "");
+    // Ya existe: "No" lo deja como está; "Sí" lo reemplaza.
+    escribeArchivo(html, "viejo");
     auto caja = respondeCaja(QStringLiteral("No"));
     p.exportar();
-    EXPECT_TRUE(caja->vista);
-    EXPECT_EQ(caja->texto, QStringLiteral("El archivo ") + html + QStringLiteral(" ya existe, desea sobreescribirlo?"));
-    EXPECT_EQ(caja->titulo, QStringLiteral("Atención"));
-    EXPECT_EQ(caja->botones.size(), 3);
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-    EXPECT_EQ(f.readAll(), QByteArray("viejo"));
-    f.close();
+    EXPECT_EQ(QStringList({caja->titulo, caja->texto, QString::number(caja->botones.size()), leeArchivo(html)}),
+              QStringList({"Atención", QStringLiteral("El archivo %1 ya existe, desea sobreescribirlo?").arg(html), "3",
+                           "viejo"}));
     caja = respondeCaja(QStringLiteral("Sí"));
     p.exportar();
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(f.readAll().contains("Fuera"));
-    f.close();
+    EXPECT_TRUE(leeArchivo(html).contains(QStringLiteral("Fuera")));
     // Otra extensión no exporta.
     p.eligeArchivo = [&] { return ruta(QStringLiteral("caja.txt")); };
     p.exportar();
@@ -360,8 +295,7 @@ TEST_F(SalidaDeInformes, CatalogoLibreListaCadaDefinicionUnaVezYExportaConLaPreg
     caja = respondeCaja(QStringLiteral("Aceptar"));
     p.enviarMail();
     EXPECT_TRUE(mail->vista);
-    EXPECT_EQ(enviado, (QStringList{QStringLiteral("contador@estudio.com.ar"), QStringLiteral("Estudio"),
-                                    QStringLiteral("Caja de noviembre"), QStringLiteral("Ver archivo adjunto"),
+    EXPECT_EQ(enviado, QStringList({"contador@estudio.com.ar", "Estudio", "Caja de noviembre", "Ver archivo adjunto",
                                     ruta(QStringLiteral("reporte.html"))}));
     EXPECT_TRUE(QFileInfo::exists(ruta(QStringLiteral("reporte.html"))));
 }
