@@ -29,7 +29,7 @@ std::function<void()> eligiendo(const char* casilla) {
     return [casilla] {
         alAbrirse<T>([casilla](T* p) {
             p->template findChild<QAbstractButton*>(QString::fromLatin1(casilla))->setChecked(true);
-            p->template findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+            p->template findChild<QPushButton*>("Command1")->click();
         });
     };
 }
@@ -40,36 +40,38 @@ protected:
         PantallaDePrueba::SetUp();
         salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         // Todo a CSV: las filas de la selección, sin formato, para contarlas.
-        salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+        salida_->fijaDestino("2 - A un archivo", "1");
         salida_->eligeArchivo = [this](const QString& titulo) {
             pedidos_ << titulo;
-            return QDir(base_->carpeta()).filePath(QStringLiteral("salida%1.csv").arg(pedidos_.size()));
+            return QDir(base_->carpeta()).filePath("salida.csv");
         };
         panel_ = std::make_unique<PanelInformes>(a(), *conf_, *salida_);
         panel_->fijaPeriodo(QDate(2026, 11, 1), QDate(2026, 11, 30));
-        for (const auto& [cuenta, mes, dia, det] :
-             {std::tuple{1, 11, 5, "venta"}, std::tuple{3, 11, 6, "luz"}, std::tuple{1, 12, 10, "venta dic"}})
-            a().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso) VALUES (?, ?, ?, 10, 0)"),
-                        {cuenta, QDate(2026, mes, dia), QString::fromLatin1(det)});
+        a().ejecuta("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso) VALUES (1, ?, 'venta', 10, 0), "
+                    "(3, ?, 'luz', 10, 0), (1, ?, 'venta dic', 10, 0)",
+                    {QDate(2026, 11, 5), QDate(2026, 11, 6), QDate(2026, 12, 10)});
     }
     // Líneas de datos del último CSV (sin el encabezado).
     QStringList ultimoCsv() const {
-        const QString ruta = QDir(base_->carpeta()).filePath(QStringLiteral("salida%1.csv").arg(pedidos_.size()));
-        return leeArchivo(ruta).split(u'\n', Qt::SkipEmptyParts).mid(1);
+        return leeArchivo(QDir(base_->carpeta()).filePath("salida.csv")).split(u'\n', Qt::SkipEmptyParts).mid(1);
     }
-    void pulsa(const char* nombre) {
-        auto* b = panel_->findChild<QPushButton*>(QString::fromLatin1(nombre));
-        ASSERT_NE(b, nullptr) << nombre;
-        b->click();
-    }
+    void pulsa(const char* nombre) { panel_->findChild<QPushButton*>(QString::fromLatin1(nombre))->click(); }
 
     std::unique_ptr<SalidaInformes> salida_;
     std::unique_ptr<PanelInformes> panel_;
     QStringList pedidos_;
 };
 
-TEST_F(PanelDeInformes, CadaEntradaLanzaSuInforme) {
-    // El título del informe que salió; las que tienen pantalla intermedia la atienden antes.
+TEST_F(PanelDeInformes, CadaEntradaLanzaSuInformeConElSujetoDeSuPantalla) {
+    // El estado de cuentas abre con el período del panel; se elige la cuenta 1.
+    QDate desdeMostrado;
+    auto cuenta = [&desdeMostrado] {
+        alAbrirse<PanSelCta>([&desdeMostrado](PanSelCta* p) {
+            desdeMostrado = p->findChild<QDateEdit*>("dt1")->date();
+            p->findChild<QComboBox*>("Combo1")->setCurrentIndex(p->findChild<QComboBox*>("Combo1")->findData(1));
+            p->findChild<QPushButton*>("Command1")->click();
+        });
+    };
     const struct {
         const char* etiqueta;
         std::function<void()> intermedia;
@@ -87,6 +89,7 @@ TEST_F(PanelDeInformes, CadaEntradaLanzaSuInforme) {
         {"Label25", eligiendo<PanPrinComprobantes>("Option2"), "Documentos no comerciales"},
         {"Label30", eligiendo<PanRepSelArt>("Check1"), "Artículos vendidos"},
         {"Label34", eligiendo<PanRepSelVen>("Check1"), "Ventas por cliente"},
+        {"Label48", cuenta, "Estado de cuentas"},
     };
     for (const auto& e : entradas) {
         pedidos_.clear();
@@ -94,13 +97,16 @@ TEST_F(PanelDeInformes, CadaEntradaLanzaSuInforme) {
         pulsa(e.etiqueta);
         EXPECT_EQ(pedidos_, QStringList{QString::fromUtf8(e.titulo)}) << e.etiqueta;
     }
-    // Cancelar la pantalla intermedia no lanza nada.
+    EXPECT_EQ(desdeMostrado, QDate(2026, 11, 1));
+    ASSERT_EQ(ultimoCsv().size(), 1) << ultimoCsv().join(u'|').toStdString(); // la venta de la cuenta 1 en el período
+    EXPECT_TRUE(ultimoCsv()[0].contains("venta"));
+
+    // Cancelar la pantalla intermedia no lanza nada; el catálogo libre trae todas las definiciones.
     pedidos_.clear();
     auto cancelada = alAbrirse<PanRepSelArt>([](PanRepSelArt* p) { p->reject(); });
     pulsa("Label30");
     EXPECT_TRUE(cancelada->vista);
     EXPECT_TRUE(pedidos_.isEmpty());
-    // El catálogo libre, con todas las definiciones.
     auto catalogo = alAbrirse<PanPrintCrystal>([](PanPrintCrystal* p) {
         EXPECT_GT(p->lista()->count(), 20);
         p->reject();
@@ -109,32 +115,14 @@ TEST_F(PanelDeInformes, CadaEntradaLanzaSuInforme) {
     EXPECT_TRUE(catalogo->vista);
 }
 
-TEST_F(PanelDeInformes, EstadoDeCuentasUsaLaCuentaYLasFechasElegidas) {
-    // La pantalla abre con el período del panel; se elige la cuenta 1.
-    QDate desdeMostrado;
-    auto d = alAbrirse<PanSelCta>([&desdeMostrado](PanSelCta* p) {
-        desdeMostrado = p->findChild<QDateEdit*>(QStringLiteral("dt1"))->date();
-        auto* c = p->findChild<QComboBox*>(QStringLiteral("Combo1"));
-        c->setCurrentIndex(c->findData(1));
-        p->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-    });
-    pulsa("Label48");
-    EXPECT_TRUE(d->vista);
-    EXPECT_EQ(desdeMostrado, QDate(2026, 11, 1));
-    EXPECT_EQ(pedidos_.last(), QStringLiteral("Estado de cuentas"));
-    const QStringList filas = ultimoCsv();
-    ASSERT_EQ(filas.size(), 1) << filas.join(u'|').toStdString();
-    EXPECT_TRUE(filas[0].contains(QStringLiteral("venta")));
-}
-
 TEST_F(PanelDeInformes, ElFaltanteVaALaVentanaYAhiQuedaHastaQueLaListaDePreciosVuelveALaLista) {
-    a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, idRubro, StockActual, StockMinimo) "
-                               "VALUES ('F1', 'Falta esto', 1, 1, 5), ('S1', 'Sobra esto', 2, 9, 5)"));
+    a().ejecuta("INSERT INTO Articulos (Codigo, Descripcion, idRubro, StockActual, StockMinimo) "
+                "VALUES ('F1', 'Falta esto', 1, 1, 5), ('S1', 'Sobra esto', 2, 9, 5)");
     ASSERT_TRUE(InformeFaltante(*salida_, QDate(2026, 11, 23)));
     EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
     ASSERT_NE(salida_->ultimoVisor(), nullptr);
     EXPECT_EQ(salida_->ultimoVisor()->informe().filas, 1);
-    EXPECT_TRUE(salida_->ultimoVisor()->informe().cuerpo.contains(QStringLiteral("Falta esto")));
+    EXPECT_TRUE(salida_->ultimoVisor()->informe().cuerpo.contains("Falta esto"));
     delete salida_->ultimoVisor();
     // Un informe del panel sale también en la ventana...
     pulsa("Label42");
@@ -144,12 +132,11 @@ TEST_F(PanelDeInformes, ElFaltanteVaALaVentanaYAhiQuedaHastaQueLaListaDePreciosV
     // ...hasta que la lista de precios vuelve a tomar el destino de la lista: al archivo, el rubro 2.
     ASSERT_TRUE(InformeListaPrecios(*salida_, 2, true, QDate(2026, 11, 23)));
     EXPECT_EQ(salida_->destino(), SalidaInformes::Archivo);
-    const QStringList filas = ultimoCsv();
-    ASSERT_EQ(filas.size(), 1);
-    EXPECT_TRUE(filas[0].contains(QStringLiteral("Sobra esto")));
+    ASSERT_EQ(ultimoCsv().size(), 1);
+    EXPECT_TRUE(ultimoCsv()[0].contains("Sobra esto"));
     // La caja del día, completa.
     ASSERT_TRUE(InformeCaja(*salida_, QDate(2026, 11, 6), true));
-    EXPECT_EQ(pedidos_.last(), QStringLiteral("Caja completa"));
+    EXPECT_EQ(pedidos_.last(), "Caja completa");
     EXPECT_EQ(ultimoCsv().size(), 1);
 }
 
