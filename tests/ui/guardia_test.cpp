@@ -70,6 +70,7 @@ TEST(Guardia, LaAplicacionMuestraYAnotaLoQueSeEscapaYSigue) {
     QEvent otro(QEvent::None);
     EXPECT_NO_THROW(QCoreApplication::sendEvent(&f, &otro));
 
+    // Queda anotado en un registro que sólo lee el dueño.
     QFile registro(dir.filePath(QStringLiteral("orvanta.log")));
     ASSERT_TRUE(registro.open(QIODevice::ReadOnly));
     EXPECT_TRUE(QString::fromUtf8(registro.readAll()).contains(QStringLiteral("falla: Falla inesperada: se escapó del manejador")));
