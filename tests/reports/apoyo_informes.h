@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QStringDecoder>
 #include <QStringList>
 #include <functional>
 #include <string>
@@ -20,9 +21,11 @@ inline QString textoDePdf(const QString& ruta) {
     return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
 }
 
+// El contenido tal cual, también la marca de orden de bytes del comienzo.
 inline QString leeArchivo(const QString& ruta) {
     QFile f(ruta);
-    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return f.open(QIODevice::ReadOnly) ? QString(utf8(f.readAll())) : QString();
 }
 
 inline QString escribeArchivo(const QString& ruta, const QByteArray& contenido) {

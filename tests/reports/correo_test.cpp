@@ -9,7 +9,6 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QTcpServer>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -21,9 +20,9 @@ using namespace prueba;
 DatosCorreo datos(const QString& servidor) {
     DatosCorreo d;
     d.smtp = servidor;
-    d.de = QStringLiteral("sucursal@almacen.com.ar");
-    d.deNombre = QStringLiteral("Sucursal Peña");
-    d.destino = QStringLiteral("central@almacen.com.ar");
+    d.de = "sucursal@almacen.com.ar";
+    d.deNombre = "Sucursal Peña";
+    d.destino = "central@almacen.com.ar";
     return d;
 }
 
@@ -43,15 +42,15 @@ TEST(Correo, LlegaConRemitenteNombresRespuestaAsuntoCuerpoYAdjunto) {
     QTemporaryDir dir;
     QByteArray contenido("%PDF-1.4\n");
     for (int i = 0; i < 3000; ++i) contenido.append(char(i % 256));
-    const QString adjunto = escribeArchivo(dir.filePath(QStringLiteral("caja_noviembre.pdf")), contenido);
+    const QString adjunto = escribeArchivo(dir.filePath("caja_noviembre.pdf"), contenido);
 
-    EnviaMail(datos(s.servidor()), QStringLiteral("central@almacen.com.ar"), QStringLiteral("Informe de caja — ñandú"),
-              QStringLiteral("Ver archivo adjunto\nSaludos, Peña"), QStringLiteral("Casa Central"), adjunto);
+    EnviaMail(datos(s.servidor()), "central@almacen.com.ar", "Informe de caja — ñandú",
+              "Ver archivo adjunto\nSaludos, Peña", "Casa Central", adjunto);
     // Sin adjunto y con la dirección como URL: sólo el texto, al destinatario sin nombre.
-    EnviaMail(datos(QStringLiteral("smtp://") + s.servidor()), QStringLiteral("otro@almacen.com.ar"), QStringLiteral("Hola"),
-              QStringLiteral("Sin adjunto"), QString(), QString());
+    EnviaMail(datos(QStringLiteral("smtp://") + s.servidor()), "otro@almacen.com.ar", "Hola",
+              "Sin adjunto", QString(), QString());
     // Sin destinatario no se envía nada ni se dice nada.
-    EXPECT_NO_THROW(EnviaMail(datos(s.servidor()), QStringLiteral("  "), QStringLiteral("x"), QStringLiteral("y"), {}, adjunto));
+    EXPECT_NO_THROW(EnviaMail(datos(s.servidor()), "  ", "x", "y", {}, adjunto));
     ASSERT_EQ(s.recibidos(), 2);
     EXPECT_EQ(resumen(s.mensaje(1)), "sucursal@almacen.com.ar|central@almacen.com.ar|Informe de caja — ñandú|"
                                      "Sucursal Peña <sucursal@almacen.com.ar>|Casa Central <central@almacen.com.ar>|"
@@ -65,8 +64,8 @@ TEST(Correo, LlegaConRemitenteNombresRespuestaAsuntoCuerpoYAdjunto) {
 }
 
 TEST(Correo, ConUsuarioYClaveSoloPorConexionCifradaYLosErroresEnCastellano) {
-    ServidorSmtp cifrado(QStringLiteral("sucursal"), QStringLiteral("cl@ve ñ"), Cifrado::StartTls);
-    ServidorSmtp aLaVista(QStringLiteral("sucursal"), QStringLiteral("cl@ve ñ"));
+    ServidorSmtp cifrado("sucursal", "cl@ve ñ", Cifrado::StartTls);
+    ServidorSmtp aLaVista("sucursal", "cl@ve ñ");
     ASSERT_TRUE(cifrado.listo() && aLaVista.listo());
     struct Caso {
         const ServidorSmtp& servidor;
@@ -88,66 +87,60 @@ TEST(Correo, ConUsuarioYClaveSoloPorConexionCifradaYLosErroresEnCastellano) {
         const int recibidos = c.servidor.recibidos(), intentos = c.servidor.autenticaciones();
         DatosCorreo d = datos(c.servidor.servidor());
         d.autenticacion = c.autenticacion;
-        d.usuario = QStringLiteral("sucursal");
+        d.usuario = "sucursal";
         d.clave = QString::fromUtf8(c.clave);
         if (c.confia) d.autoridades = cifrado.certificado();
-        const QString error = textoDeAviso([&] { EnviaMail(d, d.destino, QStringLiteral("x"), QStringLiteral("x"), {}, {}); });
+        const QString error = textoDeAviso([&] { EnviaMail(d, d.destino, "x", "x", {}, {}); });
         EXPECT_EQ(c.servidor.autenticaciones() - intentos, c.intentos);
-        EXPECT_TRUE(*c.motivo ? error.section(QStringLiteral(": "), 1).startsWith(QString::fromUtf8(c.motivo))
+        EXPECT_TRUE(*c.motivo ? error.section(": ", 1).startsWith(QString::fromUtf8(c.motivo))
                               : error.isEmpty())
             << error.toStdString();
         EXPECT_EQ(c.servidor.recibidos() - recibidos, *c.motivo ? 0 : 1);
     }
     EXPECT_TRUE(cifrado.mensaje(1)[QStringLiteral("cifrado")].toBool());
-    EXPECT_EQ(cifrado.mensaje(1)[QStringLiteral("usuario")].toString(), QStringLiteral("sucursal"));
+    EXPECT_EQ(cifrado.mensaje(1)[QStringLiteral("usuario")].toString(), "sucursal");
 }
 
 TEST(Correo, ServidorQueNoAtiendeSinServidorYAdjuntoQueFalta) {
-    quint16 puerto = 0;
-    {
-        QTcpServer libre;
-        libre.listen(QHostAddress::LocalHost, 0);
-        puerto = libre.serverPort();
-    }
-    const DatosCorreo d = datos(QStringLiteral("127.0.0.1:%1").arg(puerto));
+    const DatosCorreo d = datos("127.0.0.1:1"); // nadie atiende
     DatosCorreo sinServidor = d;
     sinServidor.smtp.clear();
     auto envia = [&](const DatosCorreo& con, const QString& adjunto) {
-        return textoDeAviso([&] { EnviaMail(con, d.destino, QStringLiteral("x"), QStringLiteral("x"), {}, adjunto); });
+        return textoDeAviso([&] { EnviaMail(con, d.destino, "x", "x", {}, adjunto); });
     };
     const QString error = envia(d, {});
-    EXPECT_TRUE(error.contains(QStringLiteral(": no se pudo conectar con el servidor.\nMotivo: "))) << error.toStdString();
-    EXPECT_EQ(envia(d, QStringLiteral("/no/esta.pdf")), QStringLiteral("No se puede leer el archivo adjunto /no/esta.pdf"));
+    EXPECT_TRUE(error.contains(": no se pudo conectar con el servidor.\nMotivo: ")) << error.toStdString();
+    EXPECT_EQ(envia(d, "/no/esta.pdf"), "No se puede leer el archivo adjunto /no/esta.pdf");
     EXPECT_FALSE(envia(sinServidor, {}).isEmpty());
 }
 
 TEST(Correo, LaClaveVaEnUnArchivoDelDuenoYNoEnElIni) {
     QTemporaryDir dir;
-    const Configuracion c(dir.path(), dir.filePath(QStringLiteral("u.conf")));
+    const Configuracion c(dir.path(), dir.filePath("u.conf"));
     // Una clave vieja en el .ini pasa al archivo propio, sólo legible por el dueño, al leerla.
-    c.graba(clave::configuracion, QStringLiteral("AutPass"), QStringLiteral("vieja"));
-    c.graba(clave::configuracion, QStringLiteral("TieneAutenticacion"), QStringLiteral("SI"));
+    c.graba(clave::configuracion, "AutPass", "vieja");
+    c.graba(clave::configuracion, "TieneAutenticacion", "SI");
     DatosCorreo d = LeeDatosCorreo(c);
-    EXPECT_EQ(d.clave, QStringLiteral("vieja"));
+    EXPECT_EQ(d.clave, "vieja");
     EXPECT_TRUE(d.autenticacion);
-    EXPECT_TRUE(c.lee(clave::configuracion, QStringLiteral("AutPass")).isEmpty());
+    EXPECT_TRUE(c.lee(clave::configuracion, "AutPass").isEmpty());
     const QFileInfo archivo(ArchivoClaveCorreo(c));
     ASSERT_TRUE(archivo.exists());
     EXPECT_EQ(archivo.permissions() & (QFileDevice::ReadGroup | QFileDevice::ReadOther | QFileDevice::WriteGroup |
                                        QFileDevice::WriteOther),
               QFileDevice::Permissions());
 
-    d.clave = QStringLiteral("nueva");
+    d.clave = "nueva";
     d.autenticacion = false;
     GrabaDatosCorreo(c, d, false); // sin cambiar la clave
-    EXPECT_EQ(LeeDatosCorreo(c).clave, QStringLiteral("vieja"));
-    EXPECT_EQ(c.lee(clave::configuracion, QStringLiteral("TieneAutenticacion")), QStringLiteral("NO"));
+    EXPECT_EQ(LeeDatosCorreo(c).clave, "vieja");
+    EXPECT_EQ(c.lee(clave::configuracion, "TieneAutenticacion"), "NO");
     GrabaDatosCorreo(c, d, true);
-    EXPECT_EQ(LeeDatosCorreo(c).clave, QStringLiteral("nueva"));
-    EXPECT_FALSE(leeArchivo(c.archivoMaquina()).contains(QStringLiteral("nueva")));
+    EXPECT_EQ(LeeDatosCorreo(c).clave, "nueva");
+    EXPECT_FALSE(leeArchivo(c.archivoMaquina()).contains("nueva"));
 
-    EXPECT_EQ(UrlServidorCorreo(QStringLiteral("smtp.correo.com.ar")), QStringLiteral("smtp://smtp.correo.com.ar"));
-    EXPECT_EQ(UrlServidorCorreo(QStringLiteral(" smtps://smtp.correo.com.ar:465 ")), QStringLiteral("smtps://smtp.correo.com.ar:465"));
+    EXPECT_EQ(UrlServidorCorreo("smtp.correo.com.ar"), "smtp://smtp.correo.com.ar");
+    EXPECT_EQ(UrlServidorCorreo(" smtps://smtp.correo.com.ar:465 "), "smtps://smtp.correo.com.ar:465");
 }
 
 } // namespace

@@ -1,48 +1,19 @@
-// Exportación a CSV y XLSX del resultado completo de una consulta, en ambos motores.
+// El resultado completo de una consulta a CSV y XLSX, y como tabla HTML con el marcado de siempre,
+// en ambos motores.
 
 #include "apoyo/base_prueba.h"
 #include "apoyo_informes.h"
 #include "reports/exporta.h"
+#include "reports/html_consulta.h"
 #include "store/esquema.h"
 
 #include <QProcess>
 #include <QStandardPaths>
-#include <utility>
 
 using namespace orv;
 using namespace orv::prueba;
 
 namespace {
-
-// Filas de un CSV (RFC 4180, con BOM), cada una con sus campos separados por "|". La columna
-// `numerica` de las filas de datos se lee como número: cada motor da el importe con sus decimales.
-std::vector<std::string> leeCSV(const QString& ruta, int numerica = -1) {
-    QFile f(ruta);
-    EXPECT_TRUE(f.open(QIODevice::ReadOnly) && f.read(3) == "\xEF\xBB\xBF");
-    const QString t = QString::fromUtf8(f.readAll());
-    std::vector<std::string> filas;
-    QStringList fila;
-    QString campo;
-    bool comillas = false;
-    for (qsizetype i = 0; i < t.size(); ++i) {
-        const QChar c = t.at(i);
-        if (comillas && c == u'"' && t.mid(i + 1, 1) == u'"') {
-            campo += t.at(i++);
-        } else if (c == u'"') {
-            comillas = !comillas;
-        } else if (!comillas && (c == u',' || c == u'\r')) {
-            fila << std::exchange(campo, QString());
-            if (c == u',') continue;
-            ++i; // el \n del fin de línea
-            if (!filas.empty() && numerica >= 0 && !fila[numerica].isEmpty())
-                fila[numerica] = QString::number(fila[numerica].toDouble());
-            filas.push_back(std::exchange(fila, QStringList()).join(u'|').toStdString());
-        } else {
-            campo += c;
-        }
-    }
-    return filas;
-}
 
 class Exporta : public PorMotor {
 protected:
@@ -52,38 +23,39 @@ protected:
         almacen().ejecutaGuion(ddl(almacen().dialecto(), QStringLiteral("CREATE TABLE Expo (id {LARGO}, Nombre {TEXTO(80)}, "
                                                                          "Importe {DINERO}, Fecha {FECHA})")));
         const QVariantList filas[] = {
-            {1, QStringLiteral("Simple"), QStringLiteral("1234.5"), QStringLiteral("2026-11-22")},
-            {2, QStringLiteral("Con, coma y \"comillas\""), QStringLiteral("-0.01"), QVariant()},
-            {3, QStringLiteral("O'Brien\nsegunda línea ñ"), QVariant(), QStringLiteral("2025-01-31")},
+            {1, "Yerba <1 kg> & más", "1234.5", "2026-11-22"},
+            {2, "Con, coma y \"comillas\"", "-0.01", QVariant()},
+            {3, "O'Brien\nsegunda línea ñ", QVariant(), "2025-01-31"},
         };
-        for (const auto& f : filas) almacen().ejecuta(QStringLiteral("INSERT INTO Expo VALUES (?, ?, ?, ?)"), f);
+        for (const auto& f : filas) almacen().ejecuta("INSERT INTO Expo VALUES (?, ?, ?, ?)", f);
     }
     QString ruta(const QString& n) { return base().carpeta() + u'/' + n; }
-    const QString sql = QStringLiteral("SELECT Nombre, Importe, Fecha, id FROM Expo WHERE id >= ? ORDER BY id");
+    const QString sql = "SELECT Nombre, Importe, Fecha, id FROM Expo WHERE id >= ? ORDER BY id";
 };
 
-TEST_P(Exporta, CSVSeLeeDeVueltaIgualConTitulosColumnasOmitidasYParametros) {
+TEST_P(Exporta, CSVConTitulosComillasColumnasOmitidasYParametros) {
     OpcionesExporta o;
-    o.titulos = {QStringLiteral("Descripción"), QStringLiteral("Importe")};
-    ASSERT_EQ(ExportaCSV(almacen(), sql, {1}, o, ruta(QStringLiteral("a.csv"))), 3);
-    // Sin título, el nombre del campo tal como lo da el motor.
-    const std::string fecha = GetParam() == Motor::PostgreSQL ? "fecha" : "Fecha";
-    EXPECT_EQ(leeCSV(ruta(QStringLiteral("a.csv")), 1),
-              (std::vector<std::string>{"Descripción|Importe|" + fecha + "|id", "Simple|1234.5|2026-11-22|1",
-                                        "Con, coma y \"comillas\"|-0.01||2", "O'Brien\nsegunda línea ñ||2025-01-31|3"}));
-    o.omitir = {QStringLiteral("Importe"), QStringLiteral("id")};
-    ASSERT_EQ(ExportaCSV(almacen(), sql, {3}, o, ruta(QStringLiteral("b.csv"))), 1);
-    EXPECT_EQ(leeCSV(ruta(QStringLiteral("b.csv"))),
-              (std::vector<std::string>{"Descripción|" + fecha, "O'Brien\nsegunda línea ñ|2025-01-31"}));
+    o.titulos = {"Descripción", "Importe"};
+    ASSERT_EQ(ExportaCSV(almacen(), sql, {1}, o, ruta("a.csv")), 3);
+    o.omitir = {"Importe", "id"};
+    ASSERT_EQ(ExportaCSV(almacen(), sql, {3}, o, ruta("b.csv")), 1);
+    // Sin título, el nombre del campo tal como lo da el motor; el importe, con los decimales del motor.
+    const bool pg = GetParam() == Motor::PostgreSQL;
+    const QString fecha = pg ? "fecha" : "Fecha";
+    EXPECT_EQ(leeArchivo(ruta("a.csv")),
+              QStringLiteral("\uFEFFDescripción,Importe,%1,id\r\nYerba <1 kg> & más,%2,2026-11-22,1\r\n"
+                             "\"Con, coma y \"\"comillas\"\"\",%3,,2\r\n\"O'Brien\nsegunda línea ñ\",,2025-01-31,3\r\n")
+                  .arg(fecha, pg ? "1234.5000" : "1234.5", pg ? "-0.0100" : "-0.01"));
+    EXPECT_EQ(leeArchivo(ruta("b.csv")), QStringLiteral("\uFEFFDescripción,") + fecha + "\r\n\"O'Brien\nsegunda línea ñ\",2025-01-31\r\n");
 }
 
 TEST_P(Exporta, XLSXConLosValores) {
-    const QString archivo = ruta(QStringLiteral("a.xlsx"));
+    const QString archivo = ruta("a.xlsx");
     ASSERT_EQ(ExportaXLSX(almacen(), sql, {1}, {}, archivo), 3);
-    ASSERT_TRUE(leeArchivo(archivo).startsWith(QStringLiteral("PK")));
-    if (QStandardPaths::findExecutable(QStringLiteral("unzip")).isEmpty()) GTEST_SKIP() << "sin unzip";
+    ASSERT_TRUE(leeArchivo(archivo).startsWith("PK"));
+    if (QStandardPaths::findExecutable("unzip").isEmpty()) GTEST_SKIP() << "sin unzip";
     QProcess p;
-    p.start(QStringLiteral("unzip"), {QStringLiteral("-p"), archivo, QStringLiteral("xl/worksheets/sheet1.xml")});
+    p.start("unzip", {"-p", archivo, "xl/worksheets/sheet1.xml"});
     ASSERT_TRUE(p.waitForFinished(10000));
     const QString hoja = QString::fromUtf8(p.readAllStandardOutput());
     // Los textos tal cual, los importes como números.
@@ -93,10 +65,32 @@ TEST_P(Exporta, XLSXConLosValores) {
 }
 
 TEST_P(Exporta, ArchivoQueNoSePuedeEscribirEsUnAviso) {
-    EXPECT_THROW(ExportaCSV(almacen(), sql, {1}, {}, ruta(QStringLiteral("no/existe/a.csv"))), Aviso);
-    EXPECT_THROW(ExportaXLSX(almacen(), sql, {1}, {}, ruta(QStringLiteral("no/existe/a.xlsx"))), Aviso);
-    EXPECT_THROW(ExportaCSV(almacen(), QStringLiteral("SELECT * FROM NoHay"), {}, {}, ruta(QStringLiteral("c.csv"))),
+    EXPECT_THROW(ExportaCSV(almacen(), sql, {1}, {}, ruta("no/existe/a.csv")), Aviso);
+    EXPECT_THROW(ExportaXLSX(almacen(), sql, {1}, {}, ruta("no/existe/a.xlsx")), Aviso);
+    EXPECT_THROW(ExportaCSV(almacen(), "SELECT * FROM NoHay", {}, {}, ruta("c.csv")),
                  ErrorAlmacen);
+}
+
+// Tabla HTML de una consulta: marcado literal, filas, sin filas, nulos y escape.
+TEST_P(Exporta, TablaHtmlConElMarcadoDeSiempreNulosYEscape) {
+    const QDate hoy(2026, 11, 23);
+    const QString h = HtmlDeConsulta(almacen(), "Precios", "SELECT id, Nombre, Importe FROM Expo ORDER BY id", {}, 600, true, hoy);
+    EXPECT_TRUE(h.startsWith("<TABLE border=1 cellPadding=2 cellSpacing=0 width=600 bordercolor=\"#808080\"><TBODY><TR vAlign=top>"
+                             "<TD align=middle colSpan=3><FONT face=\"Arial\" size=2><B><STRONG> I n f o r m e : Precios al "
+                             "23/11/2026</STRONG></B></FONT></TD></TR>"))
+        << h.toStdString();
+    // Títulos: el nombre de cada campo, el ancho repartido; el nulo deja la celda vacía, sin el relleno.
+    EXPECT_EQ(h.count("<TD width=200 bgcolor=\"#45CFCC\"><center><FONT face=\"Arial\" size=1><STRONG><B>"), 3);
+    EXPECT_EQ(h.count("<TR vAlign=top>"), 5);
+    EXPECT_EQ(discrepancias(h, {"&nbsp;&nbsp;&nbsp; Yerba &lt;1 kg&gt; &amp; más  </FONT></TD>", "&nbsp;&nbsp;&nbsp; 3  </FONT></TD>",
+                                "<TD width=500><center><FONT face=\"Arial\" size=1>  </FONT></TD>"}),
+              "");
+    EXPECT_TRUE(h.endsWith("</TABLE>" + QStringLiteral("<p>&nbsp;</p>").repeated(7)));
+    // Sin filas: franja y títulos, ninguna fila de datos; sin separación.
+    const QString v = HtmlDeConsulta(almacen(), "Vacío", "SELECT id FROM Expo WHERE Nombre = ?", {"nada"}, 100, false, hoy);
+    EXPECT_EQ(v.count("<TR vAlign=top>"), 2);
+    EXPECT_FALSE(v.contains("width=500"));
+    EXPECT_TRUE(v.endsWith("</TABLE>"));
 }
 
 ORV_AMBOS_MOTORES(Exporta);
