@@ -18,8 +18,8 @@ protected:
     void SetUp() override {
         PorMotor::SetUp();
         if (!base_) return;
-        almacen().ejecuta(QStringLiteral("CREATE TABLE Numeros (n BIGINT, etiqueta TEXT)"));
-        almacen().ejecuta(QStringLiteral("CREATE INDEX Numeros_n ON Numeros (n)"));
+        almacen().ejecuta("CREATE TABLE Numeros (n BIGINT, etiqueta TEXT)");
+        almacen().ejecuta("CREATE INDEX Numeros_n ON Numeros (n)");
         Transaccion t(almacen());
         // Valores dispersos entre 1 y 49 999 (faltan muchos: el 12 no está, el 120 y el 1200 sí).
         for (int i = 0; i < 1500; ++i)
@@ -29,7 +29,7 @@ protected:
         t.confirmar();
     }
     void agrega(const QVariant& n) {
-        almacen().ejecuta(QStringLiteral("INSERT INTO Numeros (n, etiqueta) VALUES (?, ?)"), {n, QStringLiteral("fila ") + n.toString()});
+        almacen().ejecuta("INSERT INTO Numeros (n, etiqueta) VALUES (?, ?)", {n, QStringLiteral("fila ") + n.toString()});
     }
     std::unique_ptr<Grilla> grilla(const QString& sql) {
         auto g = std::make_unique<Grilla>(almacen());
@@ -54,7 +54,7 @@ protected:
         const int col = lenta->modelo().columna(campo);
         auto valor = [col](Grilla& g, int f) {
             const QVariant v = g.modelo().valor(f, col);
-            return v.isNull() ? QStringLiteral("nulo") : v.toString();
+            return v.isNull() ? "nulo" : v.toString();
         };
         for (const QString& t : textos) {
             const std::string donde = sql.toStdString() + " / " + t.toStdString();
@@ -75,32 +75,32 @@ TEST_P(GrillaBusca, CadaOrdenIgualQueFilaPorFilaTambienConValoresExtremos) {
     const QStringList textos = {"1", "12", "120", "1200", "7", "0", "00", "07", "9", "4999", "49999", "123456789", "5", "49",
                                 "15", "-1", "-4999", "922337203685477", "9223372036854775807", "9223372036854775808",
                                 "92233720368547758070", "4611686018427387904", "46116860184"};
-    const QString asc = QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n");
-    const QString desc = QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY Numeros.n DESC");
-    for (const QString& sql : {asc, desc, QStringLiteral("SELECT n, etiqueta FROM Numeros WHERE n > 100 OR n IS NULL ORDER BY n"),
+    const QString asc = "SELECT n, etiqueta FROM Numeros ORDER BY n";
+    const QString desc = "SELECT n, etiqueta FROM Numeros ORDER BY Numeros.n DESC";
+    for (const QString& sql : QStringList{asc, desc, "SELECT n, etiqueta FROM Numeros WHERE n > 100 OR n IS NULL ORDER BY n",
                                // Varias columnas: fila por fila, la primera de los repetidos.
-                               QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n, etiqueta DESC"),
+                               "SELECT n, etiqueta FROM Numeros ORDER BY n, etiqueta DESC",
                                // Columna calculada con el nombre del orden (sin índice, el mismo resultado).
-                               QStringLiteral("SELECT n * 2 AS n, etiqueta FROM Numeros ORDER BY n DESC"),
+                               "SELECT n * 2 AS n, etiqueta FROM Numeros ORDER BY n DESC",
                                // "Numeros.n" ordena por la columna de la tabla, no por la del resultado que se llama igual.
-                               QStringLiteral("SELECT -n AS n, etiqueta FROM Numeros ORDER BY Numeros.n")})
-        comparaTodo(sql, QStringLiteral("n"), textos);
+                               "SELECT -n AS n, etiqueta FROM Numeros ORDER BY Numeros.n"})
+        comparaTodo(sql, "n", textos);
     // Valores de 19 cifras y otros de signo opuesto en la misma columna.
     for (qint64 n : {std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::max() - 807,
                      std::numeric_limits<qint64>::min() + 1, qint64(-4611686018427387904), qint64(4611686018427387904)})
         agrega(n);
-    for (const QString& sql : {asc, desc}) comparaTodo(sql, QStringLiteral("n"), textos);
+    for (const QString& sql : {asc, desc}) comparaTodo(sql, "n", textos);
 }
 
 TEST_P(GrillaBusca, PosicionesConocidasConRepetidosYNulos) {
-    almacen().ejecuta(QStringLiteral("DELETE FROM Numeros"));
+    almacen().ejecuta("DELETE FROM Numeros");
     for (const QVariant& n : {QVariant(1201), QVariant(5), QVariant(120), QVariant(99), QVariant(1200), QVariant(7), QVariant(120),
                               QVariant(QMetaType(QMetaType::LongLong)), QVariant(QMetaType(QMetaType::LongLong))})
         agrega(n);
     // Los nulos van al comienzo en SQLite ascendente y en PostgreSQL descendente.
     const bool pg = GetParam() == prueba::Motor::PostgreSQL;
-    auto asc = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"));
-    auto desc = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n DESC"));
+    auto asc = grilla("SELECT n, etiqueta FROM Numeros ORDER BY n");
+    auto desc = grilla("SELECT n, etiqueta FROM Numeros ORDER BY n DESC");
     // Fila a la que lleva cada texto, sin contar los nulos; sin coincidencia la fila no se mueve.
     const std::tuple<Grilla*, int, const char*, int> casos[] = {
         {asc.get(), pg ? 0 : 2, "12", 3}, // el 12 no está: el primero de los dos 120, después de 5, 7 y 99
@@ -108,13 +108,13 @@ TEST_P(GrillaBusca, PosicionesConocidasConRepetidosYNulos) {
         {asc.get(), pg ? 0 : 2, "1202", 2}, {asc.get(), pg ? 0 : 2, "05", 2}, {desc.get(), pg ? 2 : 0, "12", 0},
         {desc.get(), pg ? 2 : 0, "1200", 1}, {desc.get(), pg ? 2 : 0, "5", 6}};
     for (const auto& [g, nulos, texto, fila] : casos) {
-        g->busca(QStringLiteral("n"), QString::fromLatin1(texto));
+        g->busca("n", QString::fromLatin1(texto));
         EXPECT_EQ(g->filaActualNumero(), nulos + fila) << (g == asc.get() ? "asc " : "desc ") << texto;
     }
     // Repetidos en descendente: sin los mayores, la primera de las dos filas con 120.
-    almacen().ejecuta(QStringLiteral("DELETE FROM Numeros WHERE n > 1000"));
+    almacen().ejecuta("DELETE FROM Numeros WHERE n > 1000");
     desc->refresca();
-    ASSERT_TRUE(desc->busca(QStringLiteral("n"), QStringLiteral("12")));
+    ASSERT_TRUE(desc->busca("n", "12"));
     const int nulos = pg ? 2 : 0;
     EXPECT_EQ(desc->filaActualNumero(), nulos);
     EXPECT_EQ(desc->modelo().valor(nulos + 1, 0).toLongLong(), 120);
@@ -127,50 +127,50 @@ TEST_P(GrillaBusca, FilasQueOtraTerminalAgregaAntesYDespuesDeLeerElTotal) {
     agrega(49991);
     almacen().ejecuta(QStringLiteral("WITH RECURSIVE s(i) AS (SELECT 50001 UNION ALL SELECT i + 1 FROM s WHERE i < 51000) "
                                      "INSERT INTO Numeros (n, etiqueta) SELECT i, 'relleno' FROM s"));
-    const QString sql = QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n");
+    const QString sql = "SELECT n, etiqueta FROM Numeros ORDER BY n";
     auto g = grilla(sql);
     auto otra = base().otraConexion();
     auto comparaConFresca = [&](const char* t) {
         auto fresca = grilla(sql);
-        ASSERT_TRUE(g->busca(QStringLiteral("n"), QString::fromLatin1(t))) << t;
-        EXPECT_EQ(g->filaActualNumero(), filaPorFila(*fresca, QStringLiteral("n"), QString::fromLatin1(t))) << t;
+        ASSERT_TRUE(g->busca("n", QString::fromLatin1(t))) << t;
+        EXPECT_EQ(g->filaActualNumero(), filaPorFila(*fresca, "n", QString::fromLatin1(t))) << t;
     };
     comparaConFresca("120"); // cerca del comienzo: no necesita el total
     for (qint64 n : {60000, 60001, 60002})
-        otra->ejecuta(QStringLiteral("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'nueva')"), {n});
+        otra->ejecuta("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'nueva')", {n});
     comparaConFresca("49991"); // cerca del final: lee el total
     // Filas agregadas después de leer el total: las que quedan más allá del último valor leído no
     // corren la posición de las anteriores, y buscarlas las halla en su lugar.
-    otra->ejecuta(QStringLiteral("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'otra'), (?, 'otra')"), {70000, 70001});
+    otra->ejecuta("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'otra'), (?, 'otra')", {70000, 70001});
     for (const char* t : {"505", "49991", "70001"}) comparaConFresca(t);
 }
 
 TEST_P(GrillaBusca, TextoSinDistinguirMayusculasNiComodinesEnCualquierOrden) {
-    auto g = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"));
-    for (const char* t : {"1%", "_", "1'"}) EXPECT_FALSE(g->busca(QStringLiteral("n"), QString::fromLatin1(t))) << t;
-    EXPECT_TRUE(g->busca(QStringLiteral("n"), QStringLiteral("-1")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("n")).toLongLong(), -15);
+    auto g = grilla("SELECT n, etiqueta FROM Numeros ORDER BY n");
+    for (const char* t : {"1%", "_", "1'"}) EXPECT_FALSE(g->busca("n", QString::fromLatin1(t))) << t;
+    EXPECT_TRUE(g->busca("n", "-1"));
+    EXPECT_EQ(g->filaActual()->value("n").toLongLong(), -15);
     // Una columna que no es la del orden se busca fila por fila.
-    EXPECT_TRUE(g->busca(QStringLiteral("etiqueta"), QStringLiteral("FILA 120")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("n")).toLongLong(), 120);
+    EXPECT_TRUE(g->busca("etiqueta", "FILA 120"));
+    EXPECT_EQ(g->filaActual()->value("n").toLongLong(), 120);
 
-    almacen().ejecuta(QStringLiteral("CREATE TABLE Nombres (id INTEGER, nombre VARCHAR(60))"));
+    almacen().ejecuta("CREATE TABLE Nombres (id INTEGER, nombre VARCHAR(60))");
     const QStringList nombres = {"Zeta O'Brien", "ñoqui", "Ñandú", "alba", "Álvarez", "100%",
                                  "1_0",          "10a",   "Ana",   "ana",  "O'Brien", "éclair"};
     for (int i = 0; i < nombres.size(); ++i)
-        almacen().ejecuta(QStringLiteral("INSERT INTO Nombres (id, nombre) VALUES (?, ?)"), {i + 1, nombres[i]});
-    almacen().ejecuta(QStringLiteral("INSERT INTO Nombres (id, nombre) VALUES (99, NULL)"));
+        almacen().ejecuta("INSERT INTO Nombres (id, nombre) VALUES (?, ?)", {i + 1, nombres[i]});
+    almacen().ejecuta("INSERT INTO Nombres (id, nombre) VALUES (99, NULL)");
     const QStringList textos = {"ñ", "Ñ", "ÑAN", "á", "ÁLV", "É", "ana", "ANA", "1_", "10", "100%", "%", "_", "'", "o'b",
                                 "zeta o'", "Nadie", "\\"};
     for (const char* orden : {"nombre", "nombre DESC", "id"})
         comparaTodo(QStringLiteral("SELECT id, nombre FROM Nombres ORDER BY ") + QString::fromLatin1(orden),
-                    QStringLiteral("nombre"), textos);
+                    "nombre", textos);
     // Los casos que no dependen del orden de los textos en cada motor; la clave numérica, por su texto.
-    auto h = grilla(QStringLiteral("SELECT id, nombre FROM Nombres ORDER BY id"));
+    auto h = grilla("SELECT id, nombre FROM Nombres ORDER BY id");
     for (const auto& [campo, texto, id] : {std::tuple{"nombre", "ñ", 2}, {"nombre", "ÑAN", 3}, {"nombre", "1_", 7},
                                            {"nombre", "o'b", 11}, {"nombre", "%", 11}, {"id", "9", 9}}) {
         h->busca(QString::fromLatin1(campo), QString::fromUtf8(texto));
-        EXPECT_EQ(h->filaActual()->value(QStringLiteral("id")).toInt(), id) << texto;
+        EXPECT_EQ(h->filaActual()->value("id").toInt(), id) << texto;
     }
 }
 
