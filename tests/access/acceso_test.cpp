@@ -33,17 +33,15 @@ QString aviso(const std::function<void()>& f) {
 }
 
 TEST(Contrasenias, ResumenArgon2idConSalQueNoGuardaLaClaveYVerificaSoloLaCorrecta) {
-    const QString clave = QStringLiteral("ñandú 'x'");
+    const QString clave = "ñandú 'x'";
     const QString r = CifraContrasenia(clave), r2 = CifraContrasenia(clave);
-    EXPECT_TRUE(r.startsWith(QStringLiteral("$argon2id$")));
-    EXPECT_FALSE(r.contains(QStringLiteral("ñandú")));
-    EXPECT_NE(r, r2); // sal distinta
+    EXPECT_TRUE(r.startsWith("$argon2id$") && !r.contains("ñandú") && r != r2); // con sal distinta cada vez
     EXPECT_FALSE(ContraseniaParaRecifrar(r));
-    EXPECT_TRUE(ContraseniaParaRecifrar(QStringLiteral("texto viejo")));
+    EXPECT_TRUE(ContraseniaParaRecifrar("texto viejo"));
     // Sólo la clave exacta abre; resúmenes vacíos, dañados o de otro cifrado no abren nada.
     const std::tuple<QString, QString, bool> casos[] = {
-        {r, clave, true}, {r2, clave, true}, {r, QStringLiteral("Ñandú 'x'"), false}, {r, QString(), false},
-        {QString(), QString(), false}, {QStringLiteral("secreto"), QStringLiteral("secreto"), false},
+        {r, clave, true}, {r2, clave, true}, {r, "Ñandú 'x'", false}, {r, QString(), false},
+        {QString(), QString(), false}, {"secreto", "secreto", false},
         {r.left(r.size() - 3), clave, false}};
     for (const auto& [resumen, probada, abre] : casos)
         EXPECT_EQ(VerificaContrasenia(resumen, probada), abre) << resumen.toStdString() << " / " << probada.toStdString();
@@ -56,11 +54,9 @@ protected:
         if (!base_) return;
         actualizaEsquema(almacen());
     }
-    qint64 nivelSupervisor() {
-        return almacen().valor(QStringLiteral("SELECT idNivel FROM Niveles WHERE UsuarioSuper <> 0")).toLongLong();
-    }
+    qint64 nivelSupervisor() { return almacen().valor("SELECT idNivel FROM Niveles WHERE UsuarioSuper <> 0").toLongLong(); }
     qint64 usuario(const QString& nombre, const QString& clave, qint64 nivel) {
-        return GuardaUsuario(almacen(), std::nullopt, {QStringLiteral("Nombre ") + nombre, nombre, clave, nivel, QStringLiteral("0")});
+        return GuardaUsuario(almacen(), std::nullopt, {QStringLiteral("Nombre ") + nombre, nombre, clave, nivel, "0"});
     }
     // Graba el nivel con cada permiso encendido según `encendido`.
     void fija(qint64 id, const std::function<bool(const QString&)>& encendido, bool super = false) {
@@ -69,50 +65,42 @@ protected:
         for (auto it = d.permisos.begin(); it != d.permisos.end(); ++it) it.value() = encendido(it.key());
         GuardaNivel(almacen(), d);
     }
-    QString clave(qint64 id) {
-        return almacen().valor(QStringLiteral("SELECT Contrasenia FROM Usuarios WHERE idUsuario = ?"), {id}).toString();
-    }
+    QString clave(qint64 id) { return almacen().valor("SELECT Contrasenia FROM Usuarios WHERE idUsuario = ?", {id}).toString(); }
 };
 
 TEST_P(Acceso, AlmacenNuevoPideElSupervisorAntesDelPrimerIngreso) {
     Almacen& a = almacen();
     ASSERT_TRUE(FaltaClaveInicial(a));
-    EXPECT_EQ(NombreSupervisorInicial(a), QStringLiteral("supervisor"));
-    EXPECT_FALSE(Ingresa(a, QStringLiteral("supervisor"), QString())); // sin contraseña nadie entra
+    EXPECT_EQ(NombreSupervisorInicial(a), "supervisor");
+    EXPECT_FALSE(Ingresa(a, "supervisor", QString())); // sin contraseña nadie entra
     // Claves que no coinciden, nombre o clave vacíos: no se fija nada.
     for (const auto& [nombre, clave, otra] : {std::tuple{"jefe", "abc", "abd"}, {"  ", "abc", "abc"}, {"jefe", "", ""}})
-        EXPECT_THROW(FijaSupervisorInicial(a, QString::fromLatin1(nombre), QString::fromLatin1(clave), QString::fromLatin1(otra)),
-                     Aviso)
-            << nombre;
+        EXPECT_THROW(FijaSupervisorInicial(a, nombre, clave, otra), Aviso) << nombre;
     EXPECT_TRUE(FaltaClaveInicial(a));
-    const qint32 id = FijaSupervisorInicial(a, QStringLiteral("Jefe"), QStringLiteral("l'ave"), QStringLiteral("l'ave"));
+    const qint32 id = FijaSupervisorInicial(a, "Jefe", "l'ave", "l'ave");
     EXPECT_FALSE(FaltaClaveInicial(a));
-    EXPECT_EQ(CuentaRegistros(a, QStringLiteral("Usuarios")), 1); // el supervisor que trajo el almacén, no uno nuevo
-    const auto u = Ingresa(a, QStringLiteral("jEFE"), QStringLiteral("l'ave"));
+    EXPECT_EQ(CuentaRegistros(a, "Usuarios"), 1); // el supervisor que trajo el almacén, no uno nuevo
+    const auto u = Ingresa(a, "jEFE", "l'ave");
     ASSERT_TRUE(u);
-    EXPECT_EQ(u->idUsuario, id);
-    EXPECT_TRUE(TieneNivel(a, u->idNivel, QStringLiteral("BorrTodosLosDatos")));
+    EXPECT_TRUE(u->idUsuario == id && TieneNivel(a, u->idNivel, "BorrTodosLosDatos"));
     // Una segunda vez ya no vale: el supervisor cambia su clave desde los usuarios.
-    EXPECT_THROW(FijaSupervisorInicial(a, QStringLiteral("otro"), QStringLiteral("x"), QStringLiteral("x")), Aviso);
+    EXPECT_THROW(FijaSupervisorInicial(a, "otro", "x", "x"), Aviso);
 
     // Sin usuarios ni niveles, el primer ingreso los crea.
-    a.ejecuta(QStringLiteral("DELETE FROM Usuarios"));
-    a.ejecuta(QStringLiteral("DELETE FROM Niveles"));
+    a.ejecuta("DELETE FROM Usuarios");
+    a.ejecuta("DELETE FROM Niveles");
     ASSERT_TRUE(FaltaClaveInicial(a));
-    FijaSupervisorInicial(a, QStringLiteral("dueño"), QStringLiteral("1234"), QStringLiteral("1234"));
-    const auto d = Ingresa(a, QStringLiteral("DUEÑO"), QStringLiteral("1234"));
+    FijaSupervisorInicial(a, "dueño", "1234", "1234");
+    const auto d = Ingresa(a, "DUEÑO", "1234");
     ASSERT_TRUE(d);
-    EXPECT_TRUE(TieneNivel(a, d->idNivel, QStringLiteral("VeUsuarios")));
-    EXPECT_FALSE(ModoPOS(a, d->idNivel));
+    EXPECT_TRUE(TieneNivel(a, d->idNivel, "VeUsuarios") && !ModoPOS(a, d->idNivel));
 }
 
 TEST_P(Acceso, IngresoPorNombreSinMayusculasYClaveExacta) {
     Almacen& a = almacen();
-    const qint64 nivel = nivelSupervisor(), cajeros = NuevoNivel(a, QStringLiteral("Cajeros")).value();
-    const qint64 ana = usuario(QStringLiteral("Ana"), QStringLiteral("Clave1"), nivel);
-    const qint64 obrien = usuario(QStringLiteral("O'Brien"), QStringLiteral("%_*"), nivel);
-    const qint64 caja1 = usuario(QStringLiteral("caja"), QStringLiteral("uno"), nivel);
-    const qint64 caja2 = usuario(QStringLiteral("Caja"), QStringLiteral("dos"), cajeros);
+    const qint64 nivel = nivelSupervisor(), cajeros = NuevoNivel(a, "Cajeros").value();
+    const qint64 ana = usuario("Ana", "Clave1", nivel), obrien = usuario("O'Brien", "%_*", nivel);
+    const qint64 caja1 = usuario("caja", "uno", nivel), caja2 = usuario("Caja", "dos", cajeros);
     // Nombre, clave y quién entra (0: nadie). Apóstrofos y comodines son texto común; con el mismo
     // nombre entra el de la clave.
     const std::tuple<const char*, const char*, qint64> casos[] = {
@@ -120,57 +108,52 @@ TEST_P(Acceso, IngresoPorNombreSinMayusculasYClaveExacta) {
         {"", "", 0},              {"o'brien", "%_*", obrien}, {"o'brien", "%", 0}, {"caja", "uno", caja1},
         {"CAJA", "dos", caja2}};
     for (const auto& [nombre, clave, quien] : casos) {
-        const auto u = Ingresa(a, QString::fromLatin1(nombre), QString::fromLatin1(clave));
+        const auto u = Ingresa(a, nombre, clave);
         EXPECT_EQ(u ? u->idUsuario : 0, quien) << nombre << " / " << clave;
     }
-    const auto u = Ingresa(a, QStringLiteral("ana"), QStringLiteral("Clave1"));
-    EXPECT_EQ((u->nombreCompleto + u'/' + QString::number(u->idNivel)).toStdString(), "Nombre Ana/" + std::to_string(nivel));
+    const auto u = Ingresa(a, "ana", "Clave1");
+    EXPECT_EQ(u->nombreCompleto + u'/' + QString::number(u->idNivel), "Nombre Ana/" + QString::number(nivel));
     // Con la misma clave gana el primero.
-    GuardaUsuario(a, caja2, {QStringLiteral("X"), QStringLiteral("caja"), QStringLiteral("uno"), cajeros, QStringLiteral("0")});
-    EXPECT_EQ(Ingresa(a, QStringLiteral("CAJA"), QStringLiteral("uno"))->idUsuario, caja1);
+    GuardaUsuario(a, caja2, {"X", "caja", "uno", cajeros, "0"});
+    EXPECT_EQ(Ingresa(a, "CAJA", "uno")->idUsuario, caja1);
 }
 
 TEST_P(Acceso, UnResumenViejoSeRehaceAlIngresar) {
     Almacen& a = almacen();
-    const qint64 id = usuario(QStringLiteral("vieja"), QStringLiteral("clave"), nivelSupervisor());
+    const qint64 id = usuario("vieja", "clave", nivelSupervisor());
     // Un resumen argon2id con parámetros más chicos (como los de versiones anteriores).
     char viejo[128];
     ASSERT_EQ(crypto_pwhash_str_alg(viejo, "clave", 5, 2, 8u * 1024u * 1024u, crypto_pwhash_ALG_ARGON2ID13), 0);
-    a.ejecuta(QStringLiteral("UPDATE Usuarios SET Contrasenia = ? WHERE idUsuario = ?"), {QString::fromLatin1(viejo), id});
-    ASSERT_TRUE(Ingresa(a, QStringLiteral("vieja"), QStringLiteral("clave")));
+    a.ejecuta("UPDATE Usuarios SET Contrasenia = ? WHERE idUsuario = ?", {QString::fromLatin1(viejo), id});
+    ASSERT_TRUE(Ingresa(a, "vieja", "clave"));
     EXPECT_NE(clave(id), QString::fromLatin1(viejo));
     EXPECT_FALSE(ContraseniaParaRecifrar(clave(id)));
-    EXPECT_TRUE(Ingresa(a, QStringLiteral("vieja"), QStringLiteral("clave")));
+    EXPECT_TRUE(Ingresa(a, "vieja", "clave"));
 }
 
 TEST_P(Acceso, UsuarioModificadoConservaOCambiaSuClaveYBorradoNoEntra) {
     Almacen& a = almacen();
-    const qint64 id = usuario(QStringLiteral("beto"), QStringLiteral("primera"), nivelSupervisor());
+    const qint64 id = usuario("beto", "primera", nivelSupervisor());
     const QString antes = clave(id);
     auto d = LeeUsuario(a, id).value();
     EXPECT_TRUE(d.contrasenia.isEmpty()); // nunca vuelve la clave, ni su resumen
-    d.nombreCompleto = QStringLiteral("Alberto D'Amico");
-    d.comision = QStringLiteral("2.5");
+    d.nombreCompleto = "Alberto D'Amico";
     GuardaUsuario(a, id, d);
-    EXPECT_EQ(clave(id), antes);
-    EXPECT_TRUE(Ingresa(a, QStringLiteral("beto"), QStringLiteral("primera")));
-    EXPECT_EQ((LeeUsuario(a, id)->nombreCompleto + u'/' + LeeUsuario(a, id)->comision).toStdString(), "Alberto D'Amico/2.5");
-    d.contrasenia = QStringLiteral("segunda");
+    EXPECT_EQ(clave(id) + u'|' + LeeUsuario(a, id)->nombreCompleto, antes + "|Alberto D'Amico");
+    d.contrasenia = "segunda";
     GuardaUsuario(a, id, d);
-    EXPECT_FALSE(Ingresa(a, QStringLiteral("beto"), QStringLiteral("primera")));
-    EXPECT_TRUE(Ingresa(a, QStringLiteral("beto"), QStringLiteral("segunda")));
+    EXPECT_TRUE(!Ingresa(a, "beto", "primera") && Ingresa(a, "beto", "segunda"));
     BorraUsuario(a, id);
     EXPECT_THROW(GuardaUsuario(a, id, d), Aviso);
-    EXPECT_FALSE(LeeUsuario(a, id));
-    EXPECT_FALSE(Ingresa(a, QStringLiteral("beto"), QStringLiteral("segunda")));
+    EXPECT_FALSE(LeeUsuario(a, id) || Ingresa(a, "beto", "segunda"));
 }
 
 TEST_P(Acceso, DatosMalIngresadosNombresQueNoCabenYComisionesAmbiguasNoGuardanNada) {
     Almacen& a = almacen();
     const QVariant n = nivelSupervisor();
-    const qint64 beto = usuario(QStringLiteral("beto"), QStringLiteral("b"), n.toLongLong());
+    const qint64 beto = usuario("beto", "b", n.toLongLong());
     const QString emojis = QString::fromUtf8("\U0001F600").repeated(50); // 50 caracteres para el servidor
-    const QString mal = QStringLiteral("Datos mal ingresados!");
+    const QString mal = "Datos mal ingresados!";
     const struct {
         DatosUsuario datos;
         std::optional<qint64> id; // nada: usuario nuevo
@@ -199,35 +182,31 @@ TEST_P(Acceso, DatosMalIngresadosNombresQueNoCabenYComisionesAmbiguasNoGuardanNa
                   c.aviso.isEmpty() ? c.datos.nombreUsuario + u'/' + c.datos.comision : QString())
             << texto.toStdString();
     }
-    EXPECT_TRUE(aviso([&] { NuevoNivel(a, QString(51, u'n')); }).startsWith(QStringLiteral("Nombre del nivel: admite hasta 50")));
+    EXPECT_TRUE(aviso([&] { NuevoNivel(a, QString(51, u'n')); }).startsWith("Nombre del nivel: admite hasta 50"));
     DatosNivel d = LeeNivel(a, NuevoNivel(a, emojis).value()).value();
     d.nombre += QChar(0);
-    EXPECT_TRUE(aviso([&] { GuardaNivel(a, d); }).startsWith(QStringLiteral("Nombre del nivel: el texto tiene un carácter nulo")));
+    EXPECT_TRUE(aviso([&] { GuardaNivel(a, d); }).startsWith("Nombre del nivel: el texto tiene un carácter nulo"));
 }
 
 TEST_P(Acceso, NivelesNuevosRepetidosRenombradosYEnUso) {
     Almacen& a = almacen();
     const auto antes = ListaNiveles(a).size();
-    const auto id = NuevoNivel(a, QStringLiteral("Repositor's"));
+    const auto id = NuevoNivel(a, "Repositor's");
     ASSERT_TRUE(id);
-    EXPECT_FALSE(NuevoNivel(a, QStringLiteral("repositor's")));
-    EXPECT_FALSE(NuevoNivel(a, QStringLiteral("   ")));
+    EXPECT_FALSE(NuevoNivel(a, "repositor's") || NuevoNivel(a, "   "));
     EXPECT_EQ(ListaNiveles(a).size(), antes + 1);
-    // Un nivel nuevo empieza sin ningún permiso.
-    EXPECT_FALSE(LeeNivel(a, *id)->usuarioSuper);
-    EXPECT_EQ(LeeNivel(a, *id)->permisos.keys(false).size(), qsizetype(Permisos().size()));
     // El nombre no puede quedar vacío ni repetir el de otro nivel.
     DatosNivel d = LeeNivel(a, *id).value();
     for (const char* malo : {"supervisor", ""}) {
         d.nombre = QString::fromLatin1(malo);
         EXPECT_THROW(GuardaNivel(a, d), Aviso) << malo;
     }
-    d.nombre = QStringLiteral("Repositores");
+    d.nombre = "Repositores";
     GuardaNivel(a, d);
-    EXPECT_EQ(LeeNivel(a, *id)->nombre, QStringLiteral("Repositores"));
+    EXPECT_EQ(LeeNivel(a, *id)->nombre, "Repositores");
 
-    const qint64 u = usuario(QStringLiteral("repo"), QStringLiteral("r"), *id);
-    EXPECT_EQ(aviso([&] { EliminaNivel(a, *id); }), QStringLiteral("Existen usuarios ya asignados a éste nivel!"));
+    const qint64 u = usuario("repo", "r", *id);
+    EXPECT_EQ(aviso([&] { EliminaNivel(a, *id); }), "Existen usuarios ya asignados a éste nivel!");
     EXPECT_TRUE(LeeNivel(a, *id));
     BorraUsuario(a, u);
     EliminaNivel(a, *id);
@@ -236,7 +215,7 @@ TEST_P(Acceso, NivelesNuevosRepetidosRenombradosYEnUso) {
 
 TEST_P(Acceso, CadaPermisoSeGrabaSoloYApagaSusControles) {
     Almacen& a = almacen();
-    const qint64 id = NuevoNivel(a, QStringLiteral("Prueba")).value();
+    const qint64 id = NuevoNivel(a, "Prueba").value();
     EXPECT_EQ(ControlesSinPermiso(a, int(id)).size(), 35);
     // Un permiso encendido por vez: TieneNivel ve ése y ningún otro.
     for (const Permiso& p : Permisos()) {
@@ -262,9 +241,9 @@ TEST_P(Acceso, CadaPermisoSeGrabaSoloYApagaSusControles) {
     EXPECT_TRUE(ControlesSinPermiso(a, int(id)).isEmpty());
     EXPECT_FALSE(ModoPOS(a, int(id)));
     // Un 1 y un -1 cuentan igual; un nivel que ya no existe no tiene ningún permiso ni POS.
-    a.ejecuta(QStringLiteral("UPDATE Niveles SET VeCaja = -1, VeVentas = 1, UsuarioSuper = 0 WHERE idNivel = ?"), {id});
-    EXPECT_TRUE(TieneNivel(a, int(id), QStringLiteral("VeCaja")) && TieneNivel(a, int(id), QStringLiteral("VeVentas")));
-    a.ejecuta(QStringLiteral("DELETE FROM Niveles WHERE idNivel = ?"), {id});
+    a.ejecuta("UPDATE Niveles SET VeCaja = -1, VeVentas = 1, UsuarioSuper = 0 WHERE idNivel = ?", {id});
+    EXPECT_TRUE(TieneNivel(a, int(id), "VeCaja") && TieneNivel(a, int(id), "VeVentas"));
+    a.ejecuta("DELETE FROM Niveles WHERE idNivel = ?", {id});
     EXPECT_EQ(ControlesSinPermiso(a, int(id)).size(), 35);
     EXPECT_FALSE(ModoPOS(a, int(id)));
 }
@@ -282,9 +261,9 @@ TEST(Niveles, CadaColumnaDePermisoTieneSuCasillaYCadaPermisoAplicadoSusControles
 // Nunca queda el sistema sin quien administre los usuarios (nivel con "Usuarios" o supervisor).
 TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
     Almacen& a = almacen();
-    const qint64 sup = a.valor(QStringLiteral("SELECT idUsuario FROM Usuarios")).toLongLong();
-    const qint64 gerencia = NuevoNivel(a, QStringLiteral("Gerencia")).value();
-    const qint64 caja = NuevoNivel(a, QStringLiteral("Caja")).value();
+    const qint64 sup = a.valor("SELECT idUsuario FROM Usuarios").toLongLong();
+    const qint64 gerencia = NuevoNivel(a, "Gerencia").value();
+    const qint64 caja = NuevoNivel(a, "Caja").value();
     auto nivel = [&](qint64 id, bool super, bool usuarios) {
         fija(id, [usuarios](const QString& c) { return usuarios && c == QLatin1String("VeUsuarios"); }, super);
     };
@@ -294,7 +273,7 @@ TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
         GuardaUsuario(a, id, d);
     };
     nivel(gerencia, false, true);
-    const qint64 cajero = usuario(QStringLiteral("cajero"), QStringLiteral("c"), caja);
+    const qint64 cajero = usuario("cajero", "c", caja);
     qint64 gerente = 0;
     auto estado = [&] { // usuario:nivel:S(upervisor)U(suarios), por usuario
         QStringList filas;
@@ -302,7 +281,7 @@ TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
                                                 "INNER JOIN Niveles ON Usuarios.idNivel = Niveles.idNivel ORDER BY 1"));
         while (q.next())
             filas << q.value(0).toString() + u':' + q.value(1).toString() + u':' +
-                         (q.value(2).toInt() ? QStringLiteral("S") : QString()) + (q.value(3).toInt() ? QStringLiteral("U") : QString());
+                         (q.value(2).toInt() ? "S" : QString()) + (q.value(3).toInt() ? "U" : QString());
         return filas.join(u' ').toStdString();
     };
     const struct {
@@ -316,7 +295,7 @@ TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
         {[&] { nivel(gerencia, false, false); }, "El nivel \"Gerencia\" tiene a los últimos", "cajero:Caja: supervisor:Gerencia:U"},
         {[&] { nivel(gerencia, true, false); }, "", "cajero:Caja: supervisor:Gerencia:S"},
         {[&] { BorraUsuario(a, cajero); }, "", "supervisor:Gerencia:S"},
-        {[&] { gerente = usuario(QStringLiteral("gerente"), QStringLiteral("g"), nivelSupervisor()); }, "",
+        {[&] { gerente = usuario("gerente", "g", nivelSupervisor()); }, "",
          "gerente:Supervisor:SU supervisor:Gerencia:S"},
         {[&] { nivel(gerencia, false, false); }, "", "gerente:Supervisor:SU supervisor:Gerencia:"},
         {[&] { BorraUsuario(a, gerente); }, "No se puede borrar a Nombre gerente: es el último",
@@ -332,8 +311,8 @@ TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
 // Dos puestos borran a la vez a los dos últimos administradores: el segundo no puede.
 TEST_P(Acceso, DosPuestosNoBorranALaVezALosDosUltimosAdministradores) {
     Almacen& a = almacen();
-    const qint64 uno = a.valor(QStringLiteral("SELECT idUsuario FROM Usuarios")).toLongLong();
-    const qint64 dos = usuario(QStringLiteral("dos"), QStringLiteral("d"), nivelSupervisor());
+    const qint64 uno = a.valor("SELECT idUsuario FROM Usuarios").toLongLong();
+    const qint64 dos = usuario("dos", "d", nivelSupervisor());
     QString otroPuesto;
     Transaccion t(a);
     BorraUsuario(a, uno); // sin confirmar todavía
@@ -341,7 +320,7 @@ TEST_P(Acceso, DosPuestosNoBorranALaVezALosDosUltimosAdministradores) {
     std::this_thread::sleep_for(std::chrono::milliseconds(400)); // el otro llega a su borrado
     t.confirmar();
     hilo.join();
-    EXPECT_TRUE(otroPuesto.startsWith(QStringLiteral("No se puede borrar a Nombre dos"))) << otroPuesto.toStdString();
+    EXPECT_TRUE(otroPuesto.startsWith("No se puede borrar a Nombre dos")) << otroPuesto.toStdString();
     EXPECT_EQ(CuentaAdministradores(a), 1);
     EXPECT_TRUE(LeeUsuario(a, dos));
 }
