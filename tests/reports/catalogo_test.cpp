@@ -8,7 +8,6 @@
 #include "reports/informe.h"
 #include "store/actualizacion.h"
 
-
 namespace orv {
 namespace {
 
@@ -18,112 +17,56 @@ const QDate kDesde(2026, 11, 1);
 const QDate kHasta(2026, 11, 30);
 const QDateTime kAhora(QDate(2026, 11, 23), QTime(8, 0));
 
+// Clientes, comprobantes con sus líneas, cuenta corriente, comisiones, caja, compras, cuenta de
+// proveedores y producción, con claves propias.
+const char* const kComercio = R"(
+INSERT INTO Vendedores (idVendedor, Nombre, Domicilio, Localidad, Cuit)
+  VALUES (101, 'Ana O''Neil', 'Mitre 120', 'Rosario', '20-12345678-6'), (102, 'Bruno Díaz', 'Mitre 120', 'Rosario', '20-12345678-6');
+INSERT INTO Articulos (idArticulo, Codigo, Descripcion, idRubro) VALUES (201, 'A1', 'Yerba 1 kg', 1), (202, 'A''2', 'Té O''Hara', 1);
+INSERT INTO TiposDeComprobantes (idTipoComprobante, Tipo, Letra, PuntoDeVenta, EsComercial)
+  VALUES (301, 'FACTURA B', 'B', '0001', 1), (302, 'PRESUPUESTO', 'X', '0001', 0);
+INSERT INTO Comprobantes (idComprobante, Factura, idTipoComprobante, idVendedor, Fecha, Nombre, FormaPago, SubTotal,
+  MontDescuento, ImporteNeto, ImporteIVA, Total, EsComercial) VALUES
+  (401, 'B0001-00000011', 301, 101, '2026-11-01', 'Ana O''Neil', 'EFVO', 121, 0, 100, 21, 121, 1),
+  (402, 'B0001-00000012', 301, 102, '2026-11-02', 'Bruno Díaz', 'EFVO', 242, 0, 200, 42, 242, 1),
+  (403, 'X0001-00000003', 302, 101, '2026-11-02', 'Ana O''Neil', 'EFVO', 50, 0, 41.3223, 8.6777, 50, 0),
+  (404, 'B0001-00000010', 301, 101, '2026-10-31', 'Ana O''Neil', 'EFVO', 999, 0, 825.6198, 173.3802, 999, 1),
+  (405, 'B0001-00000013', 301, 102, '2026-12-01', 'Bruno Díaz', 'EFVO', 888, 0, 733.8843, 154.1157, 888, 1);
+INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, EsComercial) VALUES
+  (401, 201, 2, 50, 100, 1), (402, 202, 1, 200, 200, 1), (402, 201, 0.5, 84, 42, 1), (403, 202, 3, 16.6667, 50, 0),
+  (404, 201, 10, 99.9, 999, 1);
+INSERT INTO Comisiones (idCuentaVendedor, idVendedor, idComprobante, Fecha, Tipo, Comision, Liquidacion) VALUES
+  (501, 101, NULL, '2026-11-20', 'COBRANZA', 0, 100), (502, 101, 401, '2026-11-01', 'VENTA CTA CTE', 121, 0),
+  (503, 102, 402, '2026-11-02', 'VENTA CTA CTE', 242, 0), (504, 102, NULL, '2026-11-03', 'COBRANZA', 0, 242);
+INSERT INTO Usuarios (idUsuario, NombreCompleto, NombreUsuario) VALUES (601, 'Carla Vende', 'carla');
+INSERT INTO DetComisiones (Fecha, Detalle, idUsuario, idComprobante, Porcentaje, Importe)
+  VALUES ('2026-11-01', 'Comision x Vta', 601, 401, 5, 5), ('2026-10-31', 'Comision x Vta', 601, 404, 5, 49);
+INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) VALUES (1, '2026-11-05', 'Venta contado', 300, 0, 'EFVO'),
+  (1, '2026-11-05', 'Venta tarjeta', 150, 0, 'EFVO'), (3, '2026-11-05', 'Luz', 0, 80, 'EFVO'), (1, '2026-11-06', 'Venta del 6', 77, 0, 'EFVO');
+INSERT INTO Proveedores (idProveedor, Nombre, RazonSocial) VALUES (701, 'Luis', 'Distribuidora D''Angelo'), (702, 'Marta', 'Lácteos del Sur');
+INSERT INTO Compras (LetComprobante, TipComprobante, SucComprobante, NroComprobante, idProveedor, Fecha, Neto, Iva1, Total) VALUES
+  ('A', 'FACTURA', 3, 501, 701, '2026-11-03', 1000, 210, 1210), ('A', 'FACTURA', 3, 77, 702, '2026-11-04', 413.2231, 86.7769, 500),
+  ('A', 'FACTURA', 3, 499, 701, '2026-10-30', 8263.6364, 1735.3636, 9999);
+INSERT INTO CtaProve (idProveedor, Fecha, Detalle, Debe, Haber) VALUES (701, '2026-10-01', 'Saldo anterior', 300, 0),
+  (701, '2026-11-03', 'Compra A 3-501', 1210, 0), (701, '2026-11-10', 'Pago en efectivo', 0, 1000);
+INSERT INTO RegistroProduccion (idRegistroProduccion, Fecha, idArticuloProducido, CantidadProducida, CostoManoObra, CostoTotal)
+  VALUES (801, '2026-11-07', 201, 4, 50, 350);
+INSERT INTO DetRegistroProduccion (idRegistroProduccion, idArticuloMP, Cantidad, CostoTotal) VALUES (801, 202, 2, 200), (801, 201, 1, 100)
+)";
+const qint64 ana_ = 101, bruno_ = 102, recibo_ = 501, usuario_ = 601, dangelo_ = 701, produccion_ = 801;
+
 class Catalogo : public PorMotor {
 protected:
     void SetUp() override {
         PorMotor::SetUp();
         if (!base_) return;
         actualizaEsquema(almacen());
-        carga();
+        almacen().ejecutaGuion(QString::fromUtf8(kComercio));
     }
-    qint64 id(const QString& sql, const QVariantList& p, const QString& columna) { return almacen().inserta(sql, p, columna); }
-    void ejecuta(const QString& sql, const QVariantList& p) { almacen().ejecuta(sql, p); }
-    qint64 comprobante(qint64 tipo, qint64 cli, const QDate& f, const char* nro, int total, bool comercial) {
-        return id("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, Fecha, Nombre, FormaPago, SubTotal, "
-                  "MontDescuento, ImporteNeto, ImporteIVA, Total, EsComercial) "
-                  "VALUES (?, ?, ?, ?, (SELECT Nombre FROM Vendedores WHERE idVendedor = ?), 'EFVO', ?, 0, ?, ?, ?, ?)",
-                  {QString::fromLatin1(nro), tipo, cli, f, cli, total, total * 100 / 121.0, total - total * 100 / 121.0,
-                   total, comercial ? 1 : 0},
-                  "idComprobante");
-    }
-    void linea(qint64 comp, qint64 art, double cant, int subtotal, bool comercial) {
-        ejecuta("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, EsComercial) "
-                "VALUES (?, ?, ?, ?, ?, ?)",
-                {comp, art, cant, subtotal / cant, subtotal, comercial ? 1 : 0});
-    }
-
-    void carga() {
-        const char* cliente = "INSERT INTO Vendedores (Nombre, Domicilio, Localidad, Cuit) "
-                              "VALUES (?, 'Mitre 120', 'Rosario', '20-12345678-6')";
-        ana_ = id(cliente, {"Ana O'Neil"}, "idVendedor");
-        bruno_ = id(cliente, {"Bruno Díaz"}, "idVendedor");
-        const qint64 yerba = id("INSERT INTO Articulos (Codigo, Descripcion, idRubro) VALUES ('A1', 'Yerba 1 kg', 1)", {},
-                                "idArticulo");
-        const qint64 te = id("INSERT INTO Articulos (Codigo, Descripcion, idRubro) VALUES ('A''2', 'Té O''Hara', 1)", {},
-                             "idArticulo");
-        const char* tipo = "INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, EsComercial) VALUES (?, ?, '0001', ?)";
-        const qint64 factura = id(tipo, {"FACTURA B", "B", 1}, "idTipoComprobante");
-        const qint64 presupuesto = id(tipo, {"PRESUPUESTO", "X", 0}, "idTipoComprobante");
-
-        // En el período: 11 y 12 (facturas), 3 (presupuesto); fuera: 10 (día anterior) y 13 (día posterior).
-        const qint64 c1 = comprobante(factura, ana_, QDate(2026, 11, 1), "B0001-00000011", 121, true);
-        const qint64 c2 = comprobante(factura, bruno_, QDate(2026, 11, 2), "B0001-00000012", 242, true);
-        const qint64 c3 = comprobante(presupuesto, ana_, QDate(2026, 11, 2), "X0001-00000003", 50, false);
-        const qint64 c4 = comprobante(factura, ana_, QDate(2026, 10, 31), "B0001-00000010", 999, true);
-        comprobante(factura, bruno_, QDate(2026, 12, 1), "B0001-00000013", 888, true);
-        linea(c1, yerba, 2, 100, true);
-        linea(c2, te, 1, 200, true);
-        linea(c2, yerba, 0.5, 42, true);
-        linea(c3, te, 3, 50, false);
-        linea(c4, yerba, 10, 999, true);
-
-        // Cuenta corriente: Ana debe 21; Bruno pagó todo.
-        const char* venta = "INSERT INTO Comisiones (idVendedor, idComprobante, Fecha, Tipo, Comision, Liquidacion) "
-                            "VALUES (?, ?, ?, 'VENTA CTA CTE', ?, 0)";
-        const char* cobranza = "INSERT INTO Comisiones (idVendedor, Fecha, Tipo, Comision, Liquidacion) "
-                               "VALUES (?, ?, 'COBRANZA', 0, ?)";
-        ejecuta(venta, {ana_, c1, QDate(2026, 11, 1), 121});
-        recibo_ = id(cobranza, {ana_, QDate(2026, 11, 20), 100}, "idCuentaVendedor");
-        ejecuta(venta, {bruno_, c2, QDate(2026, 11, 2), 242});
-        ejecuta(cobranza, {bruno_, QDate(2026, 11, 3), 242});
-
-        // Comisiones de un vendedor: una en el período, otra antes.
-        usuario_ = id("INSERT INTO Usuarios (NombreCompleto, NombreUsuario) VALUES ('Carla Vende', 'carla')", {}, "idUsuario");
-        for (const auto& [f, comp, imp] : {std::tuple{QDate(2026, 11, 1), c1, 5}, std::tuple{QDate(2026, 10, 31), c4, 49}})
-            ejecuta("INSERT INTO DetComisiones (Fecha, Detalle, idUsuario, idComprobante, Porcentaje, Importe) "
-                    "VALUES (?, 'Comision x Vta', ?, ?, 5, ?)",
-                    {f, usuario_, comp, imp});
-
-        // Caja: dos cuentas el 5, otra fila el 6.
-        for (const auto& [cuenta, dia, det, ing, egr] :
-             {std::tuple{1, 5, "Venta contado", 300, 0}, std::tuple{1, 5, "Venta tarjeta", 150, 0},
-              std::tuple{3, 5, "Luz", 0, 80}, std::tuple{1, 6, "Venta del 6", 77, 0}})
-            ejecuta("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) VALUES (?, ?, ?, ?, ?, 'EFVO')",
-                    {cuenta, QDate(2026, 11, dia), QString::fromUtf8(det), ing, egr});
-
-        // Compras y cuenta de proveedores.
-        const char* proveedor = "INSERT INTO Proveedores (Nombre, RazonSocial) VALUES (?, ?)";
-        dangelo_ = id(proveedor, {"Luis", "Distribuidora D'Angelo"}, "idProveedor");
-        const qint64 otro = id(proveedor, {"Marta", "Lácteos del Sur"}, "idProveedor");
-        for (const auto& [prov, f, nro, total] : {std::tuple{dangelo_, QDate(2026, 11, 3), 501, 1210},
-                                                  std::tuple{otro, QDate(2026, 11, 4), 77, 500},
-                                                  std::tuple{dangelo_, QDate(2026, 10, 30), 499, 9999}})
-            ejecuta("INSERT INTO Compras (LetComprobante, TipComprobante, SucComprobante, NroComprobante, idProveedor, "
-                    "Fecha, Neto, Iva1, Total) VALUES ('A', 'FACTURA', 3, ?, ?, ?, ?, ?, ?)",
-                    {nro, prov, f, total * 100 / 121.0, total - total * 100 / 121.0, total});
-        for (const auto& [f, det, debe, haber] : {std::tuple{QDate(2026, 10, 1), "Saldo anterior", 300, 0},
-                                                  std::tuple{QDate(2026, 11, 3), "Compra A 3-501", 1210, 0},
-                                                  std::tuple{QDate(2026, 11, 10), "Pago en efectivo", 0, 1000}})
-            ejecuta("INSERT INTO CtaProve (idProveedor, Fecha, Detalle, Debe, Haber) VALUES (?, ?, ?, ?, ?)",
-                    {dangelo_, f, QString::fromUtf8(det), debe, haber});
-
-        // Producción: dos materias primas.
-        produccion_ = id("INSERT INTO RegistroProduccion (Fecha, idArticuloProducido, CantidadProducida, CostoManoObra, "
-                         "CostoTotal) VALUES (?, ?, 4, 50, 350)",
-                         {QDate(2026, 11, 7), yerba}, "idRegistroProduccion");
-        ejecuta("INSERT INTO DetRegistroProduccion (idRegistroProduccion, idArticuloMP, Cantidad, CostoTotal) "
-                "VALUES (?, ?, 2, 200), (?, ?, 1, 100)",
-                {produccion_, te, produccion_, yerba});
-    }
-
     QString cuerpo(const QString& nombre, const Seleccion& s) {
-        return ArmaInforme(almacen(), LeeDefinicion(BuscaDefinicion(nombre, QString())), s, "#,##0.00",
-                           kAhora)
-            .cuerpo;
+        return ArmaInforme(almacen(), LeeDefinicion(BuscaDefinicion(nombre, QString())), s, "#,##0.00", kAhora).cuerpo;
     }
     static Seleccion usual(const char* nombre) { return SeleccionUsual(QString::fromLatin1(nombre), kDesde, kHasta); }
-
-    qint64 ana_ = 0, bruno_ = 0, recibo_ = 0, usuario_ = 0, dangelo_ = 0, produccion_ = 0;
 };
 
 TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
