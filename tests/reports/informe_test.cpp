@@ -1,249 +1,231 @@
-// Motor de informes: definiciones, selección con parámetros ligados, totales, escape de HTML y
-// archivos de salida (el texto del PDF se lee con pdftotext).
+// Motor de informes: definiciones, selección con parámetros ligados, grupos, totales y saldos,
+// escape de HTML, páginas y archivos de salida (el texto del PDF se lee con pdftotext); el dibujo
+// directo de tablas simples, qué HTML entiende y su reparto en páginas con el encabezado repetido.
 
 #include "apoyo/base_prueba.h"
+#include "apoyo_informes.h"
 #include "maintenance/datos_ejemplo.h"
 #include "reports/catalogo.h"
 #include "reports/informe.h"
+#include "reports/tablas.h"
 #include "store/actualizacion.h"
-#include "store/aviso.h"
 #include "store/reloj.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
+#include <QPdfWriter>
 #include <QTemporaryDir>
 
 namespace orv {
 namespace {
 
-using prueba::PorMotor;
+using namespace prueba;
 
 const QDateTime kAhora(QDate(2026, 11, 23), QTime(10, 30));
 
-QString escribe(const QTemporaryDir& d, const QString& nombre, const QString& texto) {
-    const QString ruta = d.filePath(nombre);
-    QFile f(ruta);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(texto.toUtf8());
-    return ruta;
-}
-
-QString textoDePdf(const QString& ruta) {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), ruta, QStringLiteral("-")});
-    p.waitForFinished(30000);
-    // NFKC deshace las ligaduras tipográficas ("ﬁ" → "fi") que el PDF guarda como un solo signo.
-    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
-}
-
 TEST(DefinicionInforme, CabeceraYErrores) {
     QTemporaryDir d;
-    const QString ruta = escribe(d, QStringLiteral("x.rpt"),
-                                 QStringLiteral("{{! fuente: SELECT a,\n            b FROM T\n    titulo: Título con eñe\n"
-                                                "    orden: a DESC\n    moneda: b, c\n    totales: b\n"
-                                                "    orientacion: horizontal\n    pagina: Oficio }}\n<p>{{titulo}}</p>"));
-    const DefinicionInforme def = LeeDefinicion(ruta);
-    EXPECT_EQ(def.fuente, QStringLiteral("SELECT a, b FROM T"));
-    EXPECT_EQ(def.titulo, QStringLiteral("Título con eñe"));
-    EXPECT_EQ(def.orden, QStringLiteral("a DESC"));
-    EXPECT_EQ(def.moneda, (QStringList{QStringLiteral("b"), QStringLiteral("c")}));
-    EXPECT_EQ(def.totales, QStringList{QStringLiteral("b")});
-    EXPECT_TRUE(def.horizontal);
-    EXPECT_EQ(def.pagina, QPageSize::Legal);
-    EXPECT_EQ(def.plantilla.trimmed(), QStringLiteral("<p>{{titulo}}</p>"));
-    for (const QString& malo : {escribe(d, QStringLiteral("sinfuente.rpt"), QStringLiteral("{{! titulo: x }}<p></p>")),
-                                escribe(d, QStringLiteral("sincabecera.rpt"), QStringLiteral("<p>hola</p>")),
-                                d.filePath(QStringLiteral("no-esta.rpt"))}) {
-        try {
-            LeeDefinicion(malo);
-            ADD_FAILURE() << malo.toStdString();
-        } catch (const Aviso& e) {
-            EXPECT_EQ(e.texto(), QStringLiteral("Error en la lectura de la plantilla : ") + malo);
-        }
-    }
+    const DefinicionInforme def = LeeDefinicion(escribeArchivo(
+        d.filePath("x.rpt"), "{{! fuente: SELECT a,\n            b FROM T\n    titulo: Título con eñe\n    orden: a DESC\n"
+                             "    moneda: b, c\n    totales: b\n    orientacion: horizontal\n    pagina: Oficio }}\n<p>{{titulo}}</p>"));
+    EXPECT_EQ(QStringList({def.fuente, def.titulo, def.orden, def.moneda.join(u'/'), def.totales.join(u'/'), def.plantilla.trimmed()}),
+              QStringList({"SELECT a, b FROM T", "Título con eñe", "a DESC", "b/c", "b", "<p>{{titulo}}</p>"}));
+    EXPECT_TRUE(def.horizontal && def.pagina == QPageSize::Legal);
+    for (const QString& malo : {escribeArchivo(d.filePath("sinfuente.rpt"), "{{! titulo: x }}<p></p>"),
+                                escribeArchivo(d.filePath("sincabecera.rpt"), "<p>hola</p>"), d.filePath("no-esta.rpt")})
+        EXPECT_EQ(textoDeAviso([&] { LeeDefinicion(malo); }), "Error en la lectura de la plantilla : " + malo);
 }
 
 class Informes : public PorMotor {
 protected:
     void SetUp() override {
         PorMotor::SetUp();
-        if (!base_) return;
-        actualizaEsquema(almacen());
-        ASSERT_TRUE(dir_.isValid());
+        if (base_) actualizaEsquema(almacen());
     }
-    void caja(const QDate& f, const QString& detalle, const QString& ingreso, const QString& egreso) {
-        almacen().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) "
-                                         "VALUES (1, ?, ?, ?, ?, 'EFVO')"),
-                          {f, detalle, ingreso, egreso});
+    void caja(int mes, int dia, const QString& detalle, const QString& ingreso, const QString& egreso, qint64 cuenta = 1) {
+        almacen().ejecuta("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) VALUES (?, ?, ?, ?, ?, 'EFVO')",
+                          {cuenta, QDate(2026, mes, dia), detalle, ingreso, egreso});
     }
-    DefinicionInforme cajaSimple() {
-        const QString ruta = BuscaDefinicion(QStringLiteral("listacajasimple.rpt"), QString());
-        EXPECT_FALSE(ruta.isEmpty());
-        return LeeDefinicion(ruta);
+    static DefinicionInforme definicion(const QString& nombre) { return LeeDefinicion(BuscaDefinicion(nombre, {})); }
+    static Seleccion noviembre() { return SeleccionUsual("listacajasimple.rpt", {2026, 11, 1}, {2026, 11, 30}); }
+    // Guarda el informe en un PDF y devuelve su texto.
+    QString pdf(const QString& rpt, const Seleccion& s, int* paginas = nullptr) {
+        const QString ruta = dir_.filePath(rpt + ".pdf");
+        const int n = GuardaInforme(almacen(), definicion(rpt), s, "###,###,##0.00", kAhora, ruta);
+        if (paginas) *paginas = n;
+        return textoDePdf(ruta);
     }
     QTemporaryDir dir_;
 };
 
-TEST_P(Informes, SeleccionPorPeriodoTotalesYEscape) {
-    caja(QDate(2026, 10, 31), QStringLiteral("fuera del período"), QStringLiteral("999"), QStringLiteral("0"));
-    caja(QDate(2026, 11, 1), QStringLiteral("Venta a O'Brien <b>"), QStringLiteral("1234.5"), QStringLiteral("0"));
-    caja(QDate(2026, 11, 30), QStringLiteral("Pago luz & gas"), QStringLiteral("0"), QStringLiteral("200.25"));
-    caja(QDate(2026, 12, 1), QStringLiteral("también fuera"), QStringLiteral("5"), QStringLiteral("0"));
-    const Seleccion s = SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
-    const InformeArmado inf = ArmaInforme(almacen(), cajaSimple(), s, QStringLiteral("###,###,##0.00"), kAhora);
+TEST_P(Informes, SeleccionPorPeriodoTotalesEscapeYPdf) {
+    caja(10, 31, "fuera del período", "999", "0");
+    caja(11, 1, "Venta a O'Brien <b>", "1234.5", "0");
+    caja(11, 30, "Pago luz & gas", "0", "200.25");
+    caja(12, 1, "también fuera", "5", "0");
+    const InformeArmado inf = ArmaInforme(almacen(), definicion("listacajasimple.rpt"), noviembre(), "###,###,##0.00", kAhora);
     EXPECT_EQ(inf.filas, 2);
-    EXPECT_EQ(inf.periodo, QStringLiteral("Del 01/11/2026 al 30/11/2026"));
-    EXPECT_EQ(inf.titulo, QStringLiteral("Movimientos de caja"));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("1,234.50")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("200.25")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("01/11/2026")));
-    EXPECT_FALSE(inf.cuerpo.contains(QStringLiteral("fuera")));
-    EXPECT_FALSE(inf.cuerpo.contains(QStringLiteral("<b>")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("&lt;b&gt;")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("&amp; gas")));
-    EXPECT_TRUE(inf.cuerpo.contains(QStringLiteral("(2 movimientos)")));
-
+    EXPECT_EQ(inf.titulo + u'|' + inf.periodo, "Movimientos de caja|Del 01/11/2026 al 30/11/2026");
+    EXPECT_EQ(discrepancias(inf.cuerpo, {"1,234.50", "200.25", "01/11/2026", "&lt;b&gt;", "&amp; gas", "(2 movimientos)"}, {"fuera", "<b>"}),
+              "");
     // El PDF lleva las filas, los totales, el encabezado y el pie.
-    const QString pdf = dir_.filePath(QStringLiteral("caja.pdf"));
-    EXPECT_EQ(GuardaInforme(almacen(), cajaSimple(), s, QStringLiteral("###,###,##0.00"), kAhora, pdf), 1);
-    const QString t = textoDePdf(pdf);
-    for (const char* esperado : {"Movimientos de caja", "Del 01/11/2026 al 30/11/2026", "Venta a O'Brien <b>", "1,234.50",
-                                 "200.25", "Página 1 de 1", "Emitido el 23/11/2026 10:30"})
-        EXPECT_TRUE(t.contains(QString::fromUtf8(esperado))) << esperado << "\n" << t.toStdString();
-    EXPECT_FALSE(t.contains(QStringLiteral("fuera del")));
+    EXPECT_EQ(discrepancias(pdf("listacajasimple.rpt", noviembre()),
+                            {"Movimientos de caja", "Del 01/11/2026 al 30/11/2026", "Venta a O'Brien <b>", "1,234.50", "200.25",
+                             "Página 1 de 1", "Emitido el 23/11/2026 10:30"},
+                            {"fuera del"}),
+              "");
 }
 
 TEST_P(Informes, GruposConTotalesYSaldoAcumuladoQueVuelveACeroEnCadaGrupo) {
-    almacen().ejecuta(QStringLiteral("INSERT INTO Cuentas (Cuenta) VALUES ('Banco')"));
-    const QVariant banco = almacen().valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Banco'"));
-    caja(QDate(2026, 11, 2), QStringLiteral("v1"), QStringLiteral("100"), QStringLiteral("0"));
-    caja(QDate(2026, 11, 3), QStringLiteral("g1"), QStringLiteral("0"), QStringLiteral("30.5"));
-    caja(QDate(2026, 11, 4), QStringLiteral("v2"), QStringLiteral("10"), QStringLiteral("0"));
-    almacen().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso) VALUES (?, ?, 'dep', 0, 7)"),
-                      {banco, QDate(2026, 11, 5)});
-    const QString ruta = escribe(dir_, QStringLiteral("g.rpt"),
-                                 QStringLiteral("{{! fuente: SELECT Cuenta, Fecha, Detalles, Ingreso, Egreso, idCaja FROM ConsultaCaja\n"
-                                                "    orden: Cuenta, Fecha, idCaja\n    moneda: Ingreso, Egreso\n"
-                                                "    totales: Ingreso, Egreso\n    grupo: Cuenta\n    saldo: Ingreso, Egreso }}\n"
-                                                "{{#grupos}}[{{grupo}}:{{cantidad}}{{#filas}} {{Detalles}}={{saldo}}{{/filas}}"
-                                                " T={{totales.Ingreso}}/{{totales.Egreso}} S={{saldo}}]{{/grupos}}"
-                                                " G={{totales.Ingreso}}/{{totales.Egreso}} N={{cantidad}}"));
-    const InformeArmado inf = ArmaInforme(almacen(), LeeDefinicion(ruta), Seleccion{}, QStringLiteral("0.00"), kAhora);
-    EXPECT_EQ(inf.cuerpo.trimmed(),
-              QStringLiteral("[Banco:1 dep=-7.00 T=0.00/7.00 S=-7.00]"
-                             "[Ventas Mostrador:3 v1=100.00 g1=69.50 v2=79.50 T=110.00/30.50 S=79.50]"
-                             " G=110.00/37.50 N=4"));
-
+    const qint64 banco = almacen().inserta("INSERT INTO Cuentas (Cuenta) VALUES ('Banco')", {}, "idCuenta");
+    caja(11, 2, "v1", "100", "0");
+    caja(11, 3, "g1", "0", "30.5");
+    caja(11, 4, "v2", "10", "0");
+    caja(11, 5, "dep", "0", "7", banco);
+    const QString ruta = escribeArchivo(
+        dir_.filePath("g.rpt"), "{{! fuente: SELECT Cuenta, Fecha, Detalles, Ingreso, Egreso, idCaja FROM ConsultaCaja\n"
+                                "    orden: Cuenta, Fecha, idCaja\n    moneda: Ingreso, Egreso\n    totales: Ingreso, Egreso\n"
+                                "    grupo: Cuenta\n    saldo: Ingreso, Egreso }}\n{{#grupos}}[{{grupo}}:{{cantidad}}{{#filas}} "
+                                "{{Detalles}}={{saldo}}{{/filas}} T={{totales.Ingreso}}/{{totales.Egreso}} S={{saldo}}]{{/grupos}}"
+                                " G={{totales.Ingreso}}/{{totales.Egreso}} N={{cantidad}}");
+    EXPECT_EQ(ArmaInforme(almacen(), LeeDefinicion(ruta), Seleccion{}, "0.00", kAhora).cuerpo.trimmed(),
+              "[Banco:1 dep=-7.00 T=0.00/7.00 S=-7.00][Ventas Mostrador:3 v1=100.00 g1=69.50 v2=79.50 T=110.00/30.50 S=79.50]"
+              " G=110.00/37.50 N=4");
     // Un campo de grupo que la fuente no tiene es un error de la definición, no un informe vacío.
-    const QString mala = escribe(dir_, QStringLiteral("m.rpt"),
-                                 QStringLiteral("{{! fuente: SELECT Cuenta FROM ConsultaCaja\n    grupo: NoEsta }}x"));
+    const QString mala = escribeArchivo(dir_.filePath("m.rpt"), "{{! fuente: SELECT Cuenta FROM ConsultaCaja\n    grupo: NoEsta }}x");
     EXPECT_THROW(ArmaInforme(almacen(), LeeDefinicion(mala), Seleccion{}, QString(), kAhora), Aviso);
 }
 
-TEST_P(Informes, MuchasFilasVariasPaginasYOtrosArchivos) {
+TEST_P(Informes, MuchasFilasVariasPaginasYCadaFormatoDeArchivo) {
     Transaccion tr(almacen());
-    for (int i = 0; i < 300; ++i)
-        caja(QDate(2026, 11, 1 + i % 28), QStringLiteral("Movimiento %1").arg(i, 3, 10, QLatin1Char('0')),
-             QStringLiteral("10"), QStringLiteral("0"));
+    for (int i = 0; i < 300; ++i) caja(11, 1 + i % 28, QStringLiteral("Movimiento %1").arg(i, 3, 10, QLatin1Char('0')), "10", "0");
     tr.confirmar();
-    const Seleccion s = SeleccionUsual(QStringLiteral("listacajasimple.rpt"), QDate(2026, 11, 1), QDate(2026, 11, 30));
-    const QString pdf = dir_.filePath(QStringLiteral("muchas.pdf"));
-    const int paginas = GuardaInforme(almacen(), cajaSimple(), s, QString(), kAhora, pdf);
+    int paginas = 0;
+    const QString t = pdf("listacajasimple.rpt", noviembre(), &paginas);
     EXPECT_GT(paginas, 3);
-    const QString t = textoDePdf(pdf);
-    EXPECT_TRUE(t.contains(QStringLiteral("Página %1 de %1").arg(paginas)));
-    EXPECT_TRUE(t.contains(QStringLiteral("Movimiento 000")));
-    EXPECT_TRUE(t.contains(QStringLiteral("Movimiento 299")));
-    EXPECT_TRUE(t.contains(QStringLiteral("3,000.00"))); // total de ingresos
-
-    for (const char* ext : {"html", "odt", "csv", "xlsx"}) {
-        const QString archivo = dir_.filePath(QStringLiteral("salida.") + QString::fromLatin1(ext));
-        GuardaInforme(almacen(), cajaSimple(), s, QString(), kAhora, archivo);
-        EXPECT_GT(QFileInfo(archivo).size(), 100) << ext;
+    EXPECT_EQ(discrepancias(t, {QStringLiteral("Página %1 de %1").arg(paginas), "Movimiento 000", "Movimiento 299", "3,000.00"}), "");
+    for (const QString ext : {"html", "odt", "csv", "xlsx"}) {
+        GuardaInforme(almacen(), definicion("listacajasimple.rpt"), noviembre(), QString(), kAhora, dir_.filePath("salida." + ext));
+        EXPECT_GT(QFileInfo(dir_.filePath("salida." + ext)).size(), 100) << ext.toStdString();
     }
-    QFile html(dir_.filePath(QStringLiteral("salida.html")));
-    ASSERT_TRUE(html.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(QString::fromUtf8(html.readAll()).contains(QStringLiteral("Movimiento 150")));
-    EXPECT_THROW(GuardaInforme(almacen(), cajaSimple(), s, QString(), kAhora, dir_.filePath(QStringLiteral("x.doc"))),
-                 Aviso);
+    EXPECT_TRUE(leeArchivo(dir_.filePath("salida.html")).contains("Movimiento 150"));
+    EXPECT_THROW(GuardaInforme(almacen(), definicion("listacajasimple.rpt"), noviembre(), {}, kAhora, dir_.filePath("x.doc")), Aviso);
 }
 
 TEST_P(Informes, CadaDefinicionDelProgramaSaleEnPdfConLosDatosDeEjemplo) {
-    const RelojFijo reloj(kAhora);
-    cargaDatosEjemplo(almacen(), reloj);
-    QStringList definiciones;
+    cargaDatosEjemplo(almacen(), RelojFijo(kAhora));
+    QMap<QString, QString> textos;
     for (const QString& c : CarpetasDeInformes(QString()))
-        for (const QString& f : QDir(c).entryList({QStringLiteral("*.rpt")}, QDir::Files))
-            if (!definiciones.contains(f) && !f.startsWith(QStringLiteral("factura"))) definiciones << f;
-    ASSERT_GE(definiciones.size(), 3);
-    for (const QString& nombre : definiciones) {
-        const QString pdf = dir_.filePath(nombre + QStringLiteral(".pdf"));
-        const Seleccion s = SeleccionUsual(nombre, QDate(2026, 1, 1), QDate(2026, 12, 31));
-        EXPECT_GE(GuardaInforme(almacen(), LeeDefinicion(BuscaDefinicion(nombre, QString())), s, QString(), kAhora, pdf), 1)
-            << nombre.toStdString();
-        EXPECT_FALSE(textoDePdf(pdf).trimmed().isEmpty()) << nombre.toStdString();
-    }
-    // La lista de precios trae un artículo de los datos de ejemplo.
-    const QString precios = textoDePdf(dir_.filePath(QStringLiteral("listadeprecios.rpt.pdf")));
-    const QString primero = almacen().valor(QStringLiteral("SELECT Descripcion FROM Articulos ORDER BY idArticulo")).toString();
-    EXPECT_TRUE(precios.contains(primero)) << primero.toStdString();
-    // El faltante trae los artículos por debajo del mínimo y ninguno por encima.
-    const QString faltante = textoDePdf(dir_.filePath(QStringLiteral("faltante.rpt.pdf")));
-    const QString bajo = almacen().valor(QStringLiteral("SELECT Codigo FROM Articulos WHERE StockActual < StockMinimo "
-                                                        "ORDER BY idArticulo")).toString();
-    const QString sobrado = almacen().valor(QStringLiteral("SELECT Codigo FROM Articulos WHERE StockActual > StockMinimo "
-                                                           "ORDER BY idArticulo")).toString();
+        for (const QString& n : QDir(c).entryList({"*.rpt"}, QDir::Files))
+            if (!textos.contains(n) && !n.startsWith("factura")) {
+                textos[n] = pdf(n, SeleccionUsual(n, {2026, 1, 1}, {2026, 12, 31}));
+                EXPECT_FALSE(textos[n].trimmed().isEmpty()) << n.toStdString();
+            }
+    ASSERT_GE(textos.size(), 3);
+    // La lista de precios trae un artículo; el faltante, los que están bajo el mínimo y ninguno por encima.
+    auto valor = [&](const char* sql) { return almacen().valor(QString::fromLatin1(sql)).toString(); };
+    const QString bajo = valor("SELECT Codigo FROM Articulos WHERE StockActual < StockMinimo ORDER BY idArticulo");
     ASSERT_FALSE(bajo.isEmpty());
-    EXPECT_TRUE(faltante.contains(bajo)) << bajo.toStdString();
-    EXPECT_FALSE(faltante.contains(sobrado + QStringLiteral(" "))) << sobrado.toStdString();
+    EXPECT_EQ(discrepancias(textos["listadeprecios.rpt"], {valor("SELECT Descripcion FROM Articulos ORDER BY idArticulo")}), "");
+    EXPECT_EQ(discrepancias(textos["faltante.rpt"], {bajo},
+                            {valor("SELECT Codigo FROM Articulos WHERE StockActual > StockMinimo ORDER BY idArticulo") + u' '}),
+              "");
 }
 
 TEST_P(Informes, ComprobantesConSusLineasTotalesYImporteEnLetras) {
     Almacen& a = almacen();
-    a.ejecuta(QStringLiteral("INSERT INTO Empresa (NombreEmpresa) VALUES ('Almacén Don Tito')"));
-    a.ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Domicilio, Localidad) "
-                             "VALUES (77, 'Ana O''Neil', 'Mitre 1', 'Rosario')"));
-    const qint64 id = a.inserta(
-        QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, idTipoIva, Fecha, Nombre, Cuit, "
-                       "FormaPago, SubTotal, MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, ImpresoFiscal) "
-                       "VALUES ('B0001-00000042', 1, 77, 1, ?, 'Ana O''Neil', '20-12345678-6', 'EFVO', '1000', '0', "
-                       "'826.45', 21, '173.55', '1000', 'S')"),
-        {QDate(2026, 11, 23)}, QStringLiteral("idComprobante"));
-    for (const auto& [desc, cant, unit] : {std::tuple{"Yerba 1 kg", 2, "300"}, std::tuple{"Azúcar 1 kg", 4, "100"}})
-        a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, Descripcion, Cantidad, Unitario, SubTotal) "
-                                 "VALUES (?, ?, ?, ?, ?)"),
-                  {id, QString::fromUtf8(desc), cant, QString::fromLatin1(unit),
-                   QString::number(cant * QString::fromLatin1(unit).toInt())});
-    // Otro comprobante que no debe aparecer.
-    a.ejecuta(QStringLiteral("INSERT INTO Comprobantes (Factura, Nombre, Total) VALUES ('B0001-00000043', 'Otro', '5')"));
-    for (const char* plantilla : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
-        const QString pdf = dir_.filePath(QString::fromLatin1(plantilla) + QStringLiteral(".pdf"));
-        GuardaInforme(a, LeeDefinicion(BuscaDefinicion(QString::fromLatin1(plantilla), QString())), SeleccionComprobante(id),
-                      QString(), kAhora, pdf);
-        const QString t = textoDePdf(pdf);
-        for (const char* esperado : {"Almacén Don Tito", "B0001-00000042", "Ana O'Neil", "Yerba 1 kg", "Azúcar 1 kg",
-                                     "1,000.00", "mil con 00/100.-", "Mitre 1", "23/11/2026"})
-            EXPECT_TRUE(t.contains(QString::fromUtf8(esperado))) << plantilla << ": " << esperado << "\n" << t.toStdString();
-        EXPECT_FALSE(t.contains(QStringLiteral("00000043"))) << plantilla;
-        EXPECT_EQ(t.contains(QStringLiteral("173.55")), QByteArray(plantilla) == "factura_discrimina_iva.rpt") << plantilla;
-    }
+    a.ejecuta("INSERT INTO Empresa (NombreEmpresa) VALUES ('Almacén Don Tito')");
+    a.ejecuta("INSERT INTO Vendedores (idVendedor, Nombre, Domicilio, Localidad) VALUES (77, 'Ana O''Neil', 'Mitre 1', 'Rosario')");
+    const qint64 id = a.inserta("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, idTipoIva, Fecha, Nombre, Cuit, "
+                                "FormaPago, SubTotal, MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, ImpresoFiscal) "
+                                "VALUES ('B0001-00000042', 1, 77, 1, ?, 'Ana O''Neil', '20-12345678-6', 'EFVO', '1000', '0', "
+                                "'826.45', 21, '173.55', '1000', 'S')",
+                                {QDate(2026, 11, 23)}, "idComprobante");
+    a.ejecuta("INSERT INTO DetalleComprobantes (idComprobante, Descripcion, Cantidad, Unitario, SubTotal) "
+              "VALUES (?, 'Yerba 1 kg', 2, 300, 600), (?, 'Azúcar 1 kg', 4, 100, 400)",
+              {id, id});
+    a.ejecuta("INSERT INTO Comprobantes (Factura, Nombre, Total) VALUES ('B0001-00000043', 'Otro', '5')"); // no debe aparecer
+    const QStringList trae = {"Almacén Don Tito", "B0001-00000042", "Ana O'Neil", "Yerba 1 kg", "Azúcar 1 kg",
+                              "1,000.00",         "mil con 00/100.-", "Mitre 1",  "23/11/2026"};
+    // Sólo la factura que discrimina el impuesto lo muestra.
+    EXPECT_EQ(discrepancias(pdf("factura.rpt", SeleccionComprobante(id)), trae, {"00000043", "173.55"}), "");
+    EXPECT_EQ(discrepancias(pdf("factura_discrimina_iva.rpt", SeleccionComprobante(id)), trae + QStringList{"173.55"}, {"00000043"}), "");
 }
 
 TEST(BuscaDefinicion, LaCopiaDeLaCarpetaDeDatosMandaSobreLaDelPrograma) {
     QTemporaryDir d;
-    ASSERT_TRUE(QDir(d.path()).mkpath(QStringLiteral("reportes")));
-    EXPECT_NE(BuscaDefinicion(QStringLiteral("listadeprecios.rpt"), d.path()), QString());
-    const QString propia = escribe(d, QStringLiteral("reportes/listadeprecios.rpt"),
-                                   QStringLiteral("{{! fuente: SELECT 1 AS x }}<p>propia</p>"));
-    EXPECT_EQ(BuscaDefinicion(QStringLiteral("listadeprecios.rpt"), d.path()), propia);
-    EXPECT_EQ(BuscaDefinicion(QStringLiteral("no-existe.rpt"), d.path()), QString());
-    EXPECT_THROW(SeleccionUsual(QStringLiteral("no-existe.rpt"), {}, {}), Aviso);
+    ASSERT_TRUE(QDir(d.path()).mkpath("reportes"));
+    EXPECT_NE(BuscaDefinicion("listadeprecios.rpt", d.path()), QString());
+    const QString propia = escribeArchivo(d.filePath("reportes/listadeprecios.rpt"), "{{! fuente: SELECT 1 AS x }}<p>propia</p>");
+    EXPECT_EQ(BuscaDefinicion("listadeprecios.rpt", d.path()), propia);
+    EXPECT_EQ(BuscaDefinicion("no-existe.rpt", d.path()), QString());
+    EXPECT_THROW(SeleccionUsual("no-existe.rpt", {}, {}), Aviso);
 }
 
 ORV_AMBOS_MOTORES(Informes);
+
+TEST(TablasSimples, EntiendeElHtmlDeLasListasYDejaLoDemas) {
+    const auto b = AnalizaCuerpoSimple(QStringLiteral(
+        "<table width=\"100%\" cellpadding=\"3\"><thead><tr style=\"background-color: #243447; color: #ffffff; font-weight: bold;\">"
+        "<th align=\"left\">Código</th><th align=\"right\">Importe</th></tr></thead>\n"
+        "<tr style=\"background-color: #eef2f6;\"><td>O&apos;Brien &amp; hijos &lt;sa&gt;</td><td align=\"right\"><b>1,234.50</b></td></tr>"
+        "<tr style=\"border-top: 1px solid #243447;\"><td colspan=\"2\">Dos\n   líneas<br>aquí</td></tr></table>"
+        "<p align=\"right\"><i>Nada   más.</i></p>"));
+    ASSERT_TRUE(b && b->size() == 2 && (*b)[0].esTabla && (*b)[0].filas.size() == 3);
+    const auto& f = (*b)[0].filas;
+    const auto& p = (*b)[1].parrafo;
+    // Los textos sin marcas ni espacios de más; el encabezado en negrita con su tinta, el fondo de una fila, la
+    // negrita y la alineación de una celda, la línea de arriba y las columnas que ocupa; el párrafo y su estilo.
+    EXPECT_EQ(QStringList({f[1].celdas[0].texto, f[2].celdas[0].texto, p.texto}), QStringList({"O'Brien & hijos <sa>", "Dos líneas\naquí", "Nada más."}));
+    EXPECT_TRUE(f[0].encabezado && f[0].negrita && f[0].tinta == QColor(0xff, 0xff, 0xff) && f[0].celdas[1].alineacion == Qt::AlignRight);
+    EXPECT_TRUE(!f[1].encabezado && f[1].fondo == QColor(0xee, 0xf2, 0xf6) && f[1].celdas[1].negrita);
+    EXPECT_TRUE(f[2].lineaArriba && f[2].celdas[0].columnas == 2);
+    EXPECT_TRUE(!(*b)[1].esTabla && p.cursiva && p.alineacion == Qt::AlignRight);
+
+    // Lo que no está en la lista va al maquetado general.
+    for (const char* otro : {"<div>x</div>", "<table><tr><td><table></table></td></tr></table>", "texto suelto",
+                             "<table><tr><td style=\"color: red\">x</td></tr></table>", "<p><span>x</span></p>",
+                             "<table><tr><td>sin cerrar</td></tr>", "<img src=\"logo.png\">"})
+        EXPECT_FALSE(AnalizaCuerpoSimple(QString::fromUtf8(otro)).has_value()) << otro;
+}
+
+TEST(TablasSimples, MuchasFilasEnVariasPaginasConElEncabezadoEnCadaUna) {
+    QString html = "<table><thead><tr><th>Columna uno</th><th>Columna dos</th></tr></thead>";
+    for (int i = 1; i <= 300; ++i) {
+        if (i % 50 == 1) html += QStringLiteral("<tr><td colspan=\"2\">Grupo %1</td></tr>").arg(i / 50 + 1);
+        html += QStringLiteral("<tr><td>fila %1</td><td align=\"right\">%2.00</td></tr>").arg(i).arg(i * 3);
+    }
+    html += "</table>";
+    InformeArmado inf;
+    inf.titulo = "Prueba";
+    inf.cuerpo = html;
+    QTemporaryDir d;
+    const QString pdf = d.filePath("t.pdf");
+    int paginas = 0;
+    {
+        QPdfWriter w(pdf);
+        w.setResolution(300);
+        paginas = PintaInforme(inf, w);
+    }
+    ASSERT_GT(paginas, 3);
+    const QStringList hojas = textoDePdf(pdf).split(u'\f', Qt::SkipEmptyParts);
+    ASSERT_GE(hojas.size(), paginas);
+    int filas = 0;
+    for (int n = 0; n < paginas; ++n) {
+        const QString& h = hojas[n];
+        EXPECT_TRUE(h.contains("Columna uno")) << "página " << n + 1;
+        EXPECT_TRUE(h.contains(QStringLiteral("Página %1 de %2").arg(n + 1).arg(paginas)));
+        filas += int(h.count("fila "));
+        // Un título de grupo nunca es la última línea de una página.
+        QStringList lineas = h.split(u'\n', Qt::SkipEmptyParts);
+        while (!lineas.isEmpty() && (lineas.last().contains("Página") || lineas.last().trimmed().isEmpty()))
+            lineas.removeLast();
+        ASSERT_FALSE(lineas.isEmpty());
+        EXPECT_FALSE(lineas.last().contains("Grupo")) << "página " << n + 1;
+    }
+    EXPECT_EQ(filas, 300) << "cada fila una vez, ninguna cortada ni repetida";
+    EXPECT_TRUE(hojas[paginas - 1].contains("900.00"));
+}
 
 } // namespace
 } // namespace orv

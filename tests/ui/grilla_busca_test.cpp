@@ -1,12 +1,11 @@
-// Búsqueda de la grilla por la columna de orden (cuenta por el índice) contra una búsqueda fila
-// por fila, en los dos motores, en orden ascendente y descendente, con repetidos y nulos; y la
-// búsqueda fila por fila en columnas de texto.
+// Búsqueda de la grilla contra una búsqueda fila por fila, en los dos motores: por la columna de
+// orden (cuenta por el índice) ascendente y descendente, con repetidos, nulos y valores extremos,
+// con filas que otra terminal agrega; y en columnas de texto, sin mayúsculas ni comodines.
 
 #include "apoyo/base_prueba.h"
 #include "widgets/grilla.h"
 
 #include <QRandomGenerator>
-#include <QTableView>
 #include <limits>
 
 namespace orv {
@@ -19,265 +18,160 @@ protected:
     void SetUp() override {
         PorMotor::SetUp();
         if (!base_) return;
-        Almacen& a = almacen();
-        a.ejecuta(QStringLiteral("CREATE TABLE Numeros (n BIGINT, etiqueta TEXT)"));
-        a.ejecuta(QStringLiteral("CREATE INDEX Numeros_n ON Numeros (n)"));
-        Transaccion t(a);
+        almacen().ejecuta("CREATE TABLE Numeros (n BIGINT, etiqueta TEXT)");
+        almacen().ejecuta("CREATE INDEX Numeros_n ON Numeros (n)");
+        Transaccion t(almacen());
         // Valores dispersos entre 1 y 49 999 (faltan muchos: el 12 no está, el 120 y el 1200 sí).
-        for (int i = 0; i < 1500; ++i) {
-            const qint64 n = (qint64(i) * 7919) % 50000 + 1;
-            if (QString::number(n) == QStringLiteral("12")) continue;
-            agrega(n);
-        }
+        for (int i = 0; i < 1500; ++i)
+            if (const qint64 n = (qint64(i) * 7919) % 50000 + 1; n != 12) agrega(n);
         for (qint64 n : {120, 120, 120, 1200, 1201, 7, -15, 0}) agrega(n);
         for (int i = 0; i < 3; ++i) agrega(QVariant(QMetaType(QMetaType::LongLong)));
         t.confirmar();
     }
     void agrega(const QVariant& n) {
-        almacen().ejecuta(QStringLiteral("INSERT INTO Numeros (n, etiqueta) VALUES (?, ?)"),
-                          {n, QStringLiteral("fila ") + n.toString()});
-    }
-    // Fila esperada recorriendo todas las filas en el orden de la grilla.
-    static int fuerzaBruta(Grilla& g, const QString& texto) {
-        ModeloGrilla& m = g.modelo();
-        const int col = m.columna(QStringLiteral("n"));
-        for (int f = 0; m.asegura(f); ++f) {
-            const QVariant v = m.valor(f, col);
-            if (!v.isNull() && QString::number(v.toLongLong()).startsWith(texto)) return f;
-        }
-        return -1;
+        almacen().ejecuta("INSERT INTO Numeros (n, etiqueta) VALUES (?, ?)", {n, QStringLiteral("fila ") + n.toString()});
     }
     std::unique_ptr<Grilla> grilla(const QString& sql) {
         auto g = std::make_unique<Grilla>(almacen());
         g->fijaConsulta(sql);
         return g;
     }
-    // Fila esperada para una columna de texto: sin distinguir mayúsculas, también fuera de ASCII.
-    static int fuerzaBrutaTexto(Grilla& g, const QString& campo, const QString& texto) {
+    // Fila esperada recorriendo todas las filas en el orden de la grilla: la primera cuyo texto
+    // empieza con `texto` sin distinguir mayúsculas, también fuera de ASCII; -1 si ninguna.
+    static int filaPorFila(Grilla& g, const QString& campo, const QString& texto) {
         ModeloGrilla& m = g.modelo();
         const int col = m.columna(campo);
-        for (int f = 0; m.asegura(f); ++f) {
-            const QVariant v = m.valor(f, col);
-            if (!v.isNull() && v.toString().startsWith(texto, Qt::CaseInsensitive)) return f;
-        }
+        for (int f = 0; m.asegura(f); ++f)
+            if (const QVariant v = m.valor(f, col); !v.isNull() && v.toString().startsWith(texto, Qt::CaseInsensitive)) return f;
         return -1;
     }
-    void comparaTodo(const QString& sql, const QStringList& masTextos = {}) {
-        QStringList textos = masTextos;
-        textos += QStringList{QStringLiteral("1"),    QStringLiteral("12"),   QStringLiteral("120"),
-                              QStringLiteral("1200"), QStringLiteral("7"),    QStringLiteral("0"),
-                              QStringLiteral("00"),   QStringLiteral("07"),   QStringLiteral("9"),
-                              QStringLiteral("4999"), QStringLiteral("49999"), QStringLiteral("123456789"),
-                              QStringLiteral("5"),    QStringLiteral("49")};
+    // Cada texto lleva a la misma fila que la búsqueda fila por fila, y la página de esa fila es la
+    // misma que se lee sin saltar ninguna.
+    void comparaTodo(const QString& sql, const QString& campo, QStringList textos) {
         QRandomGenerator azar(20261123);
         for (int i = 0; i < 40; ++i) textos << QString::number(azar.bounded(1, 60000)).left(azar.bounded(1, 6));
-        auto rapida = grilla(sql);
-        auto lenta = grilla(sql);
+        auto rapida = grilla(sql), lenta = grilla(sql);
+        const int col = lenta->modelo().columna(campo);
+        auto valor = [col](Grilla& g, int f) {
+            const QVariant v = g.modelo().valor(f, col);
+            return v.isNull() ? "nulo" : v.toString();
+        };
         for (const QString& t : textos) {
-            const int esperada = fuerzaBruta(*lenta, t);
-            const bool hallada = rapida->busca(QStringLiteral("n"), t);
-            EXPECT_EQ(hallada, esperada >= 0) << sql.toStdString() << " / " << t.toStdString();
-            if (hallada) {
-                EXPECT_EQ(rapida->filaActualNumero(), esperada) << sql.toStdString() << " / " << t.toStdString();
-            }
-            if (hallada && esperada >= 0) {
-                // La fila a la que fue es de verdad una que empieza con el texto.
-                const auto r = rapida->filaActual();
-                ASSERT_TRUE(r);
-                EXPECT_TRUE(QString::number(r->value(QStringLiteral("n")).toLongLong()).startsWith(t));
-                // Toda la página de esa fila coincide con la que se lee saltando filas.
-                const int col = lenta->modelo().columna(QStringLiteral("n"));
-                const int inicio = esperada / ModeloGrilla::kPagina * ModeloGrilla::kPagina;
-                for (int f = inicio; f < inicio + ModeloGrilla::kPagina && lenta->modelo().asegura(f); ++f) {
-                    ASSERT_TRUE(rapida->modelo().asegura(f)) << f;
-                    const QVariant a = rapida->modelo().valor(f, col);
-                    const QVariant b = lenta->modelo().valor(f, col);
-                    ASSERT_EQ(a.isNull(), b.isNull()) << t.toStdString() << " fila " << f;
-                    ASSERT_EQ(a.toLongLong(), b.toLongLong()) << t.toStdString() << " fila " << f;
-                }
+            const std::string donde = sql.toStdString() + " / " + t.toStdString();
+            const int esperada = filaPorFila(*lenta, campo, t);
+            ASSERT_EQ(rapida->busca(campo, t), esperada >= 0) << donde;
+            if (esperada < 0) continue;
+            EXPECT_EQ(rapida->filaActualNumero(), esperada) << donde;
+            const int inicio = esperada / ModeloGrilla::kPagina * ModeloGrilla::kPagina;
+            for (int f = inicio; f < inicio + ModeloGrilla::kPagina && lenta->modelo().asegura(f); ++f) {
+                ASSERT_TRUE(rapida->modelo().asegura(f)) << donde << " fila " << f;
+                ASSERT_EQ(valor(*rapida, f), valor(*lenta, f)) << donde << " fila " << f;
             }
         }
     }
 };
 
-TEST_P(GrillaBusca, OrdenAscendenteIgualQueFilaPorFila) {
-    comparaTodo(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"));
-}
-
-TEST_P(GrillaBusca, OrdenDescendenteIgualQueFilaPorFila) {
-    comparaTodo(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY Numeros.n DESC"));
-}
-
-TEST_P(GrillaBusca, ConParametrosYFiltro) {
-    comparaTodo(QStringLiteral("SELECT n, etiqueta FROM Numeros WHERE n > 100 OR n IS NULL ORDER BY n"));
-}
-
-TEST_P(GrillaBusca, TextosQueNoSonCifrasYColumnasDeTexto) {
-    auto g = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"));
-    EXPECT_FALSE(g->busca(QStringLiteral("n"), QStringLiteral("1%")));
-    EXPECT_FALSE(g->busca(QStringLiteral("n"), QStringLiteral("_")));
-    EXPECT_FALSE(g->busca(QStringLiteral("n"), QStringLiteral("1'")));
-    EXPECT_TRUE(g->busca(QStringLiteral("n"), QStringLiteral("-1")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("n")).toLongLong(), -15);
-    // Una columna que no es la del orden se busca fila por fila, sin distinguir mayúsculas.
-    EXPECT_TRUE(g->busca(QStringLiteral("etiqueta"), QStringLiteral("FILA 120")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("n")).toLongLong(), 120);
-}
-
-TEST_P(GrillaBusca, FilasAgregadasDespuesDeLaPrimeraBusquedaNoCorrenLaPosicion) {
-    agrega(49990);
-    agrega(49991);
-    auto g = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"));
-    ASSERT_TRUE(g->busca(QStringLiteral("n"), QStringLiteral("49990"))); // cerca del final: usa el total
-    // Otra terminal agrega filas al final y una en el medio; la grilla no se refrescó.
-    auto otra = base().otraConexion();
-    for (qint64 n : {60000, 60001, 60002})
-        otra->ejecuta(QStringLiteral("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'nueva')"), {n});
-    ASSERT_TRUE(g->busca(QStringLiteral("n"), QStringLiteral("49991")));
-    auto fresca = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"));
-    EXPECT_EQ(g->filaActualNumero(), fuerzaBruta(*fresca, QStringLiteral("49991")));
-}
-
-TEST_P(GrillaBusca, OrdenesQueNoSonDeUnaColumnaDelResultadoIgualQueFilaPorFila) {
-    // Varias columnas: la búsqueda por n va fila por fila y da la primera de los repetidos.
-    comparaTodo(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n, etiqueta DESC"));
-    // Columna calculada con el nombre del orden (sin índice, pero el mismo resultado).
-    comparaTodo(QStringLiteral("SELECT n * 2 AS n, etiqueta FROM Numeros ORDER BY n DESC"));
-    // "Numeros.n" ordena por la columna de la tabla, no por la del resultado que se llama igual.
-    comparaTodo(QStringLiteral("SELECT -n AS n, etiqueta FROM Numeros ORDER BY Numeros.n"),
-                {QStringLiteral("15"), QStringLiteral("-1"), QStringLiteral("-4999")});
-}
-
-TEST_P(GrillaBusca, PosicionesConocidasConRepetidosYNulos) {
-    almacen().ejecuta(QStringLiteral("DELETE FROM Numeros"));
-    for (qint64 n : {1201, 5, 120, 99, 1200, 7, 120})
-        agrega(n);
-    agrega(QVariant(QMetaType(QMetaType::LongLong)));
-    agrega(QVariant(QMetaType(QMetaType::LongLong)));
-    const bool pg = GetParam() == prueba::Motor::PostgreSQL;
-    // Los nulos van al comienzo en SQLite ascendente y en PostgreSQL descendente.
-    const int nulosAsc = pg ? 0 : 2;
-    const int nulosDesc = pg ? 2 : 0;
-
-    auto asc = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"));
-    // El 12 no está: el primero que empieza con "12" es el primero de los dos 120.
-    ASSERT_TRUE(asc->busca(QStringLiteral("n"), QStringLiteral("12")));
-    EXPECT_EQ(asc->filaActualNumero(), nulosAsc + 3); // después de 5, 7 y 99
-    EXPECT_EQ(asc->filaActual()->value(QStringLiteral("n")).toLongLong(), 120);
-    EXPECT_EQ(asc->modelo().valor(nulosAsc + 2, 0).toLongLong(), 99);
-    ASSERT_TRUE(asc->busca(QStringLiteral("n"), QStringLiteral("1200")));
-    EXPECT_EQ(asc->filaActualNumero(), nulosAsc + 5);
-    ASSERT_TRUE(asc->busca(QStringLiteral("n"), QStringLiteral("9")));
-    EXPECT_EQ(asc->filaActual()->value(QStringLiteral("n")).toLongLong(), 99);
-    // Sin coincidencia la fila no se mueve.
-    EXPECT_FALSE(asc->busca(QStringLiteral("n"), QStringLiteral("13")));
-    EXPECT_FALSE(asc->busca(QStringLiteral("n"), QStringLiteral("1202")));
-    EXPECT_FALSE(asc->busca(QStringLiteral("n"), QStringLiteral("05")));
-    EXPECT_EQ(asc->filaActual()->value(QStringLiteral("n")).toLongLong(), 99);
-
-    auto desc = grilla(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n DESC"));
-    // En descendente el primero que empieza con "12" es el mayor.
-    ASSERT_TRUE(desc->busca(QStringLiteral("n"), QStringLiteral("12")));
-    EXPECT_EQ(desc->filaActualNumero(), nulosDesc);
-    EXPECT_EQ(desc->filaActual()->value(QStringLiteral("n")).toLongLong(), 1201);
-    ASSERT_TRUE(desc->busca(QStringLiteral("n"), QStringLiteral("1200")));
-    EXPECT_EQ(desc->filaActualNumero(), nulosDesc + 1);
-    ASSERT_TRUE(desc->busca(QStringLiteral("n"), QStringLiteral("5")));
-    EXPECT_EQ(desc->filaActualNumero(), nulosDesc + 6);
-    // Repetidos en descendente: sin los mayores, la primera de las dos filas con 120.
-    almacen().ejecuta(QStringLiteral("DELETE FROM Numeros WHERE n > 1000"));
-    desc->refresca();
-    ASSERT_TRUE(desc->busca(QStringLiteral("n"), QStringLiteral("12")));
-    EXPECT_EQ(desc->filaActualNumero(), nulosDesc);
-    EXPECT_EQ(desc->modelo().valor(nulosDesc + 1, 0).toLongLong(), 120);
-    EXPECT_NE(desc->modelo().valor(nulosDesc + 2, 0).toLongLong(), 120);
-}
-
-TEST_P(GrillaBusca, ValoresExtremosDeSesentaYCuatroBits) {
+TEST_P(GrillaBusca, CadaOrdenIgualQueFilaPorFilaTambienConValoresExtremos) {
+    const QStringList textos = {"1", "12", "120", "1200", "7", "0", "00", "07", "9", "4999", "49999", "123456789", "5", "49",
+                                "15", "-1", "-4999", "922337203685477", "9223372036854775807", "9223372036854775808",
+                                "92233720368547758070", "4611686018427387904", "46116860184"};
+    const QString asc = "SELECT n, etiqueta FROM Numeros ORDER BY n";
+    const QString desc = "SELECT n, etiqueta FROM Numeros ORDER BY Numeros.n DESC";
+    for (const QString& sql : QStringList{asc, desc, "SELECT n, etiqueta FROM Numeros WHERE n > 100 OR n IS NULL ORDER BY n",
+                               // Varias columnas: fila por fila, la primera de los repetidos.
+                               "SELECT n, etiqueta FROM Numeros ORDER BY n, etiqueta DESC",
+                               // Columna calculada con el nombre del orden (sin índice, el mismo resultado).
+                               "SELECT n * 2 AS n, etiqueta FROM Numeros ORDER BY n DESC",
+                               // "Numeros.n" ordena por la columna de la tabla, no por la del resultado que se llama igual.
+                               "SELECT -n AS n, etiqueta FROM Numeros ORDER BY Numeros.n"})
+        comparaTodo(sql, "n", textos);
     // Valores de 19 cifras y otros de signo opuesto en la misma columna.
     for (qint64 n : {std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::max() - 807,
                      std::numeric_limits<qint64>::min() + 1, qint64(-4611686018427387904), qint64(4611686018427387904)})
         agrega(n);
-    comparaTodo(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n"),
-                {QStringLiteral("922337203685477"), QStringLiteral("9223372036854775807"),
-                 QStringLiteral("9223372036854775808"), QStringLiteral("92233720368547758070"),
-                 QStringLiteral("4611686018427387904"), QStringLiteral("46116860184")});
-    comparaTodo(QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n DESC"),
-                {QStringLiteral("922337203685477"), QStringLiteral("9223372036854775807"), QStringLiteral("4")});
+    for (const QString& sql : {asc, desc}) comparaTodo(sql, "n", textos);
 }
 
-TEST_P(GrillaBusca, FilasAgregadasAntesDeLaPrimeraBusquedaCercaDelFinal) {
+TEST_P(GrillaBusca, PosicionesConocidasConRepetidosYNulos) {
+    almacen().ejecuta("DELETE FROM Numeros");
+    for (const QVariant& n : {QVariant(1201), QVariant(5), QVariant(120), QVariant(99), QVariant(1200), QVariant(7), QVariant(120),
+                              QVariant(QMetaType(QMetaType::LongLong)), QVariant(QMetaType(QMetaType::LongLong))})
+        agrega(n);
+    // Los nulos van al comienzo en SQLite ascendente y en PostgreSQL descendente.
+    const bool pg = GetParam() == prueba::Motor::PostgreSQL;
+    auto asc = grilla("SELECT n, etiqueta FROM Numeros ORDER BY n");
+    auto desc = grilla("SELECT n, etiqueta FROM Numeros ORDER BY n DESC");
+    // Fila a la que lleva cada texto, sin contar los nulos; sin coincidencia la fila no se mueve.
+    const std::tuple<Grilla*, int, const char*, int> casos[] = {
+        {asc.get(), pg ? 0 : 2, "12", 3}, // el 12 no está: el primero de los dos 120, después de 5, 7 y 99
+        {asc.get(), pg ? 0 : 2, "1200", 5}, {asc.get(), pg ? 0 : 2, "9", 2},  {asc.get(), pg ? 0 : 2, "13", 2},
+        {asc.get(), pg ? 0 : 2, "1202", 2}, {asc.get(), pg ? 0 : 2, "05", 2}, {desc.get(), pg ? 2 : 0, "12", 0},
+        {desc.get(), pg ? 2 : 0, "1200", 1}, {desc.get(), pg ? 2 : 0, "5", 6}};
+    for (const auto& [g, nulos, texto, fila] : casos) {
+        g->busca("n", QString::fromLatin1(texto));
+        EXPECT_EQ(g->filaActualNumero(), nulos + fila) << (g == asc.get() ? "asc " : "desc ") << texto;
+    }
+    // Repetidos en descendente: sin los mayores, la primera de las dos filas con 120.
+    almacen().ejecuta("DELETE FROM Numeros WHERE n > 1000");
+    desc->refresca();
+    ASSERT_TRUE(desc->busca("n", "12"));
+    const int nulos = pg ? 2 : 0;
+    EXPECT_EQ(desc->filaActualNumero(), nulos);
+    EXPECT_EQ(desc->modelo().valor(nulos + 1, 0).toLongLong(), 120);
+    EXPECT_NE(desc->modelo().valor(nulos + 2, 0).toLongLong(), 120);
+}
+
+TEST_P(GrillaBusca, FilasQueOtraTerminalAgregaAntesYDespuesDeLeerElTotal) {
     // Mil filas más al final, para que las búsquedas cerca del final no lleguen a la última página
     // (una grilla que ya leyó su final no muestra filas nuevas hasta refrescarse).
     agrega(49991);
-    almacen().ejecuta(QStringLiteral("WITH RECURSIVE s(i) AS (SELECT 50001 UNION ALL SELECT i + 1 FROM s "
-                                     "WHERE i < 51000) INSERT INTO Numeros (n, etiqueta) SELECT i, 'relleno' FROM s"));
-    const QString sql = QStringLiteral("SELECT n, etiqueta FROM Numeros ORDER BY n");
+    almacen().ejecuta(QStringLiteral("WITH RECURSIVE s(i) AS (SELECT 50001 UNION ALL SELECT i + 1 FROM s WHERE i < 51000) "
+                                     "INSERT INTO Numeros (n, etiqueta) SELECT i, 'relleno' FROM s"));
+    const QString sql = "SELECT n, etiqueta FROM Numeros ORDER BY n";
     auto g = grilla(sql);
     auto otra = base().otraConexion();
-    auto comparaConFresca = [&](const QString& t) {
+    auto comparaConFresca = [&](const char* t) {
         auto fresca = grilla(sql);
-        ASSERT_TRUE(g->busca(QStringLiteral("n"), t)) << t.toStdString();
-        EXPECT_EQ(g->filaActualNumero(), fuerzaBruta(*fresca, t)) << t.toStdString();
-        EXPECT_TRUE(QString::number(g->filaActual()->value(QStringLiteral("n")).toLongLong()).startsWith(t));
+        ASSERT_TRUE(g->busca("n", QString::fromLatin1(t))) << t;
+        EXPECT_EQ(g->filaActualNumero(), filaPorFila(*fresca, "n", QString::fromLatin1(t))) << t;
     };
-    // Una búsqueda cerca del comienzo no necesita el total.
-    comparaConFresca(QStringLiteral("120"));
-    // Otra terminal agrega filas al final; después se busca cerca del final.
+    comparaConFresca("120"); // cerca del comienzo: no necesita el total
     for (qint64 n : {60000, 60001, 60002})
-        otra->ejecuta(QStringLiteral("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'nueva')"), {n});
-    comparaConFresca(QStringLiteral("49991"));
-    // Filas agregadas después de leer el total: las que quedan más allá del último valor leído
-    // no corren la posición de las anteriores, y buscarlas las halla en su lugar.
-    otra->ejecuta(QStringLiteral("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'otra'), (?, 'otra')"), {70000, 70001});
-    comparaConFresca(QStringLiteral("505"));
-    comparaConFresca(QStringLiteral("70001"));
+        otra->ejecuta("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'nueva')", {n});
+    comparaConFresca("49991"); // cerca del final: lee el total
+    // Filas agregadas después de leer el total: las que quedan más allá del último valor leído no
+    // corren la posición de las anteriores, y buscarlas las halla en su lugar.
+    otra->ejecuta("INSERT INTO Numeros (n, etiqueta) VALUES (?, 'otra'), (?, 'otra')", {70000, 70001});
+    for (const char* t : {"505", "49991", "70001"}) comparaConFresca(t);
 }
 
-TEST_P(GrillaBusca, ColumnaDeTextoSinDistinguirMayusculasNiComodines) {
-    Almacen& a = almacen();
-    a.ejecuta(QStringLiteral("CREATE TABLE Nombres (id INTEGER, nombre VARCHAR(60))"));
-    const QStringList nombres = {QStringLiteral("Zeta O'Brien"), QStringLiteral("ñoqui"),   QStringLiteral("Ñandú"),
-                                 QStringLiteral("alba"),          QStringLiteral("Álvarez"), QStringLiteral("100%"),
-                                 QStringLiteral("1_0"),           QStringLiteral("10a"),     QStringLiteral("Ana"),
-                                 QStringLiteral("ana"),           QStringLiteral("O'Brien"), QStringLiteral("éclair")};
+TEST_P(GrillaBusca, TextoSinDistinguirMayusculasNiComodinesEnCualquierOrden) {
+    auto g = grilla("SELECT n, etiqueta FROM Numeros ORDER BY n");
+    for (const char* t : {"1%", "_", "1'"}) EXPECT_FALSE(g->busca("n", QString::fromLatin1(t))) << t;
+    EXPECT_TRUE(g->busca("n", "-1"));
+    EXPECT_EQ(g->filaActual()->value("n").toLongLong(), -15);
+    // Una columna que no es la del orden se busca fila por fila.
+    EXPECT_TRUE(g->busca("etiqueta", "FILA 120"));
+    EXPECT_EQ(g->filaActual()->value("n").toLongLong(), 120);
+
+    almacen().ejecuta("CREATE TABLE Nombres (id INTEGER, nombre VARCHAR(60))");
+    const QStringList nombres = {"Zeta O'Brien", "ñoqui", "Ñandú", "alba", "Álvarez", "100%",
+                                 "1_0",          "10a",   "Ana",   "ana",  "O'Brien", "éclair"};
     for (int i = 0; i < nombres.size(); ++i)
-        a.ejecuta(QStringLiteral("INSERT INTO Nombres (id, nombre) VALUES (?, ?)"), {i + 1, nombres[i]});
-    a.ejecuta(QStringLiteral("INSERT INTO Nombres (id, nombre) VALUES (?, NULL)"), {99});
-    const QStringList textos = {QStringLiteral("ñ"),     QStringLiteral("Ñ"),    QStringLiteral("ÑAN"),
-                                QStringLiteral("á"),     QStringLiteral("ÁLV"),  QStringLiteral("É"),
-                                QStringLiteral("ana"),   QStringLiteral("ANA"),  QStringLiteral("1_"),
-                                QStringLiteral("10"),    QStringLiteral("100%"), QStringLiteral("%"),
-                                QStringLiteral("_"),     QStringLiteral("'"),    QStringLiteral("o'b"),
-                                QStringLiteral("zeta o'"), QStringLiteral("Nadie"), QStringLiteral("\\")};
-    for (const QString& sql : {QStringLiteral("SELECT id, nombre FROM Nombres ORDER BY nombre"),
-                               QStringLiteral("SELECT id, nombre FROM Nombres ORDER BY nombre DESC"),
-                               QStringLiteral("SELECT id, nombre FROM Nombres ORDER BY id")}) {
-        auto g = grilla(sql);
-        auto lenta = grilla(sql);
-        for (const QString& t : textos) {
-            const int esperada = fuerzaBrutaTexto(*lenta, QStringLiteral("nombre"), t);
-            EXPECT_EQ(g->busca(QStringLiteral("nombre"), t), esperada >= 0)
-                << sql.toStdString() << " / " << t.toStdString();
-            if (esperada >= 0) {
-                EXPECT_EQ(g->filaActualNumero(), esperada) << sql.toStdString() << " / " << t.toStdString();
-            }
-        }
+        almacen().ejecuta("INSERT INTO Nombres (id, nombre) VALUES (?, ?)", {i + 1, nombres[i]});
+    almacen().ejecuta("INSERT INTO Nombres (id, nombre) VALUES (99, NULL)");
+    const QStringList textos = {"ñ", "Ñ", "ÑAN", "á", "ÁLV", "É", "ana", "ANA", "1_", "10", "100%", "%", "_", "'", "o'b",
+                                "zeta o'", "Nadie", "\\"};
+    for (const char* orden : {"nombre", "nombre DESC", "id"})
+        comparaTodo(QStringLiteral("SELECT id, nombre FROM Nombres ORDER BY ") + QString::fromLatin1(orden),
+                    "nombre", textos);
+    // Los casos que no dependen del orden de los textos en cada motor; la clave numérica, por su texto.
+    auto h = grilla("SELECT id, nombre FROM Nombres ORDER BY id");
+    for (const auto& [campo, texto, id] : {std::tuple{"nombre", "ñ", 2}, {"nombre", "ÑAN", 3}, {"nombre", "1_", 7},
+                                           {"nombre", "o'b", 11}, {"nombre", "%", 11}, {"id", "9", 9}}) {
+        h->busca(QString::fromLatin1(campo), QString::fromUtf8(texto));
+        EXPECT_EQ(h->filaActual()->value("id").toInt(), id) << texto;
     }
-    // Los casos que no dependen del orden de los textos en cada motor.
-    auto g = grilla(QStringLiteral("SELECT id, nombre FROM Nombres ORDER BY id"));
-    ASSERT_TRUE(g->busca(QStringLiteral("nombre"), QStringLiteral("ñ")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("nombre")).toString(), QStringLiteral("ñoqui"));
-    ASSERT_TRUE(g->busca(QStringLiteral("nombre"), QStringLiteral("ÑAN")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("nombre")).toString(), QStringLiteral("Ñandú"));
-    ASSERT_TRUE(g->busca(QStringLiteral("nombre"), QStringLiteral("1_")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("nombre")).toString(), QStringLiteral("1_0"));
-    EXPECT_FALSE(g->busca(QStringLiteral("nombre"), QStringLiteral("%")));
-    ASSERT_TRUE(g->busca(QStringLiteral("nombre"), QStringLiteral("o'b")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("id")).toInt(), 11);
-    // La clave numérica también se busca por su texto.
-    ASSERT_TRUE(g->busca(QStringLiteral("id"), QStringLiteral("9")));
-    EXPECT_EQ(g->filaActual()->value(QStringLiteral("id")).toInt(), 9);
 }
 
 ORV_AMBOS_MOTORES(GrillaBusca);

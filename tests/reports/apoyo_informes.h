@@ -1,0 +1,58 @@
+#pragma once
+// Apoyo de las pruebas de informes: el texto de un PDF, un archivo escrito o leído de una vez, el
+// texto de un aviso, y qué le falta o le sobra a un texto.
+
+#include "store/aviso.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStringDecoder>
+#include <QStringList>
+#include <functional>
+#include <string>
+
+namespace orv::prueba {
+
+// Texto de un PDF con pdftotext; NFKC deshace las ligaduras ("ﬁla" → "fila").
+inline QString textoDePdf(const QString& ruta) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), ruta, QStringLiteral("-")});
+    p.waitForFinished(30000);
+    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
+}
+
+// El contenido tal cual, también la marca de orden de bytes del comienzo.
+inline QString leeArchivo(const QString& ruta) {
+    QFile f(ruta);
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return f.open(QIODevice::ReadOnly) ? QString(utf8(f.readAll())) : QString();
+}
+
+inline QString escribeArchivo(const QString& ruta, const QByteArray& contenido) {
+    QFile f(ruta);
+    if (f.open(QIODevice::WriteOnly)) f.write(contenido);
+    return ruta;
+}
+
+// Texto del aviso que lanza `f`; vacío si no lanza.
+inline QString textoDeAviso(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const Aviso& a) {
+        return a.texto();
+    }
+    return {};
+}
+
+// "falta X" por cada X de `trae` que el texto no tiene y "sobra X" por cada X de `noTrae` que
+// tiene; vacío si el texto cumple con todo.
+inline std::string discrepancias(const QString& texto, const QStringList& trae, const QStringList& noTrae = {}) {
+    QStringList d;
+    for (const QString& t : trae)
+        if (!texto.contains(t)) d << QStringLiteral("falta ") + t;
+    for (const QString& t : noTrae)
+        if (texto.contains(t)) d << QStringLiteral("sobra ") + t;
+    return d.join(QStringLiteral("; ")).toStdString();
+}
+
+} // namespace orv::prueba
