@@ -3,12 +3,11 @@
 // comprobante; los puntos redondeados; y varias terminales a la vez.
 
 #include "apoyo/base_prueba.h"
+#include "filas_prueba.h"
 #include "sales/registro.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
 
-#include <QSqlQuery>
-#include <QSqlRecord>
 #include <atomic>
 #include <functional>
 #include <mutex>
@@ -114,28 +113,13 @@ protected:
     }
     QVariant valor(const QString& sql, const QVariantList& p = {}) { return almacen().valor(sql, p); }
     double stock(qint64 art) { return valor(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?"), {art}).toDouble(); }
-    // Filas de una consulta, un texto por fila con sus valores separados por "|": los números como
-    // números en los dos motores, el nulo como "NULL".
-    QStringList filas(const QString& sql) {
-        QStringList r;
-        QSqlQuery q = almacen().consulta(sql);
-        while (q.next()) {
-            QStringList f;
-            for (int i = 0; i < q.record().count(); ++i) {
-                bool numero = false;
-                const double x = q.value(i).toDouble(&numero);
-                f << (q.value(i).isNull() ? QStringLiteral("NULL") : numero ? QString::number(x, 'g', 15) : q.value(i).toString());
-            }
-            r << f.join(u'|');
-        }
-        return r;
-    }
+    QStringList filas(const QString& sql) { return prueba::Filas(almacen(), sql); }
     // Todo lo escrito en las tablas del registro, con el nombre de la tabla, y los saldos.
     QStringList foto() {
         QStringList r;
         for (size_t i = 0; i < std::size(kTablas); ++i)
-            for (const QString& f : filas(QString::fromLatin1(kEscrito[i]))) r << QString::fromLatin1(kTablas[i]) + u':' + f;
-        return r << filas(QString::fromLatin1(kSaldos));
+            for (const QString& f : filas(kEscrito[i])) r << QString::fromLatin1(kTablas[i]) + u':' + f;
+        return r << filas(kSaldos);
     }
 };
 
@@ -252,9 +236,9 @@ TEST_P(Registro, CadaComprobanteDejaSusFilasExactas) {
         for (size_t i = 0; i < std::size(kTablas); ++i) {
             QStringList esperado = c.esperado[i];
             esperado.replaceInStrings(QStringLiteral("#"), QString::number(r.idComprobante));
-            EXPECT_EQ(filas(QString::fromLatin1(kEscrito[i])), esperado) << c.nombre << ": " << kTablas[i];
+            EXPECT_EQ(filas(kEscrito[i]), esperado) << c.nombre << ": " << kTablas[i];
         }
-        EXPECT_EQ(filas(QString::fromLatin1(kSaldos)), QStringList{QString::fromLatin1(c.saldos)}) << c.nombre;
+        EXPECT_EQ(filas(kSaldos), QStringList{QString::fromLatin1(c.saldos)}) << c.nombre;
     }
 }
 
