@@ -87,33 +87,50 @@ protected:
                                          "VALUES (101, 'A1', 'Yerba 1 kg', 2, 121, 242, NULL, 1), (102, 'V1', 'Vela', 0.5, 10, 5, 'S/N 9', 1), "
                                          "(9999, 'Z9', 'Ya no está', 1, 3, 3, NULL, 1), (101, 'A1', 'Yerba 1 kg', 1.25, 121, 151.25, NULL, 1)"));
     }
-    // La venta como la deja el panel: 10 % de descuento y 21 % de impuesto sobre el neto.
-    static DatosRegistro datos(qint64 idTipo, const char* forma = "EFVO") {
-        DatosRegistro d;
-        d.idRed = 1;
-        d.idUsuario = 1;
-        d.idTipoComprobante = idTipo;
-        d.idCliente = kAna;
-        d.nombreCliente = QStringLiteral("Ana O'Neil");
-        d.cuitCliente = QStringLiteral("27-12345678-0");
-        d.idTipoIva = 3;
-        d.formaPago = QString::fromLatin1(forma);
-        d.idVendio = kCarla;
-        d.textoTipo = idTipo == kNota ? QStringLiteral("NOTA DE CREDITO B") : QStringLiteral("FACTURA B");
-        d.suPago = Dinero(500);
-        d.subTotal = Dinero(401, 2500);
-        d.porcDescuento = 10;
-        d.montDescuento = Dinero(40, 1300);
-        d.neto = Dinero(361, 1200);
-        d.porcImpuesto = Dinero(21);
-        d.importeIva = Dinero(75, 8400);
-        d.total = Dinero(436, 9600);
-        d.hoy = QDate(2026, 11, 23);
-        return d;
+    // La venta como la deja el panel: 10 % de descuento y 21 % de impuesto sobre el neto. Con
+    // `tarjeta` ("C" por cantidad, "P" por importe) la clienta vino por su tarjeta.
+    static DatosRegistro datos(qint64 idTipo, const char* forma = "EFVO", const char* tarjeta = "") {
+        return {.idRed = 1, .idUsuario = 1, .idTipoComprobante = idTipo, .idCliente = kAna, .clienteEsVip = *tarjeta != 0,
+                .nombreCliente = QStringLiteral("Ana O'Neil"), .cuitCliente = QStringLiteral("27-12345678-0"), .idTipoIva = 3,
+                .formaPago = QString::fromLatin1(forma), .cupon = QString(), .idVendio = kCarla,
+                .textoTipo = idTipo == kNota ? QStringLiteral("NOTA DE CREDITO B") : QStringLiteral("FACTURA B"), .suPago = Dinero(500),
+                .subTotal = Dinero(401, 2500), .porcDescuento = 10, .montDescuento = Dinero(40, 1300), .neto = Dinero(361, 1200),
+                .porcImpuesto = Dinero(21), .importeIva = Dinero(75, 8400), .total = Dinero(436, 9600),
+                .formaCalculoVip = QString::fromLatin1(tarjeta), .hoy = QDate(2026, 11, 23)};
     }
     QVariant valor(const QString& sql, const QVariantList& p = {}) { return almacen().valor(sql, p); }
     double stock(qint64 art) { return valor(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?"), {art}).toDouble(); }
-    QStringList filas(const QString& sql) { return prueba::Filas(almacen(), sql); }
+    QStringList filas(const QString& sql, const QVariantList& p = {}) { return prueba::Filas(almacen(), sql, p); }
+    // Una venta de una unidad de cada artículo (a 10) desde la terminal `red`, por la conexión `a`.
+    static Registrado vende(Almacen& a, qint32 red, qint64 idTipo, std::initializer_list<qint64> articulos) {
+        for (qint64 art : articulos)
+            a.ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
+                                     "VALUES (?, 'X', 'Uno', 1, 10, 10, ?)"),
+                      {art, red});
+        DatosRegistro d = datos(idTipo);
+        d.idRed = red;
+        return RegistraComprobante(a, d, Ruta::Nada);
+    }
+    // Corre cada tarea en su hilo, con su conexión (otra terminal); devuelve lo que falló.
+    QStringList enTerminales(const std::vector<std::function<void(Almacen&)>>& tareas) {
+        QStringList errores;
+        std::mutex m;
+        std::vector<std::thread> hilos;
+        for (const auto& tarea : tareas)
+            hilos.emplace_back([&, tarea] {
+                try {
+                    tarea(*base().otraConexion());
+                } catch (const ErrorAlmacen& e) {
+                    std::lock_guard<std::mutex> l(m);
+                    errores << e.descripcion();
+                } catch (const Aviso& e) {
+                    std::lock_guard<std::mutex> l(m);
+                    errores << e.texto();
+                }
+            });
+        for (auto& h : hilos) h.join();
+        return errores;
+    }
     // Todo lo escrito en las tablas del registro, con el nombre de la tabla, y los saldos.
     QStringList foto() {
         QStringList r;
@@ -128,10 +145,10 @@ protected:
 TEST_P(Registro, CadaComprobanteDejaSusFilasExactas) {
     struct Caso {
         const char* nombre;
-        std::function<DatosRegistro()> datos;
+        DatosRegistro datos;
         Ruta ruta;
         QStringList esperado[std::size(kTablas)];
-        const char* saldos; // yerba|vela|puntos de Ana|correlativos 11, 12, 13|borrador
+        const char* saldos;    // yerba|vela|puntos de Ana|correlativos 11, 12, 13|borrador
         const char* resultado; // número|factura|puntos
     };
     // Las líneas, siempre en el orden del borrador y con los importes como vinieron; el stock sale
@@ -147,99 +164,66 @@ TEST_P(Registro, CadaComprobanteDejaSusFilasExactas) {
         QStringList r;
         for (const char* c : {"101|2", "102|0.5", "9999|1", "101|1.25"}) {
             const QStringList ac = QString::fromLatin1(c).split(u'|');
-            r << ac[0] + QStringLiteral("|2026-11-23|2|") + QLatin1String(factura) + QStringLiteral("|#|") +
-                     (entra ? ac[1] + QStringLiteral("|0") : QStringLiteral("0|") + ac[1]);
+            r << ac[0] + "|2026-11-23|2|" + factura + "|#|" + (entra ? ac[1] + "|0" : "0|" + ac[1]);
         }
         return r;
     };
-    const QStringList comisionCarla = {QStringLiteral("2026-11-23|Comision x Vta|7|#|10|36.112")}; // 10 % del neto
+    const QStringList comisionCarla = {"2026-11-23|Comision x Vta|7|#|10|36.112"}; // 10 % del neto
+    const QStringList cajaVenta = {"1|#|2026-11-23|VENTA :FACT. a Ana O'Neil Nro.B0001-00000042|436.96|0|EFVO|1"};
+    DatosRegistro conCupon = datos(kFactura, "CTA CTE"), sinVendedor = datos(kFactura, "EFVO", "P");
+    conCupon.cupon = QStringLiteral("T'0042");
+    sinVendedor.idVendio.reset();
     const std::vector<Caso> casos = {
-        {"venta de contado", [] { return datos(kFactura); }, Ruta::Plantilla,
+        {"venta de contado", datos(kFactura), Ruta::Plantilla,
          {{"#|B0001-00000042|11|501|2026-11-23|3|Ana O'Neil|27-12345678-0|EFVO|1|1|0|1|0|500|401.25|10|40.13|361.12|21|75.84|436.96|1|1|S|7|10"},
-          lineas("1"), movimientos("B0001-00000042", false), {}, comisionCarla,
-          {"1|#|2026-11-23|VENTA :FACT. a Ana O'Neil Nro.B0001-00000042|436.96|0|EFVO|1"}, {}},
+          lineas("1"), movimientos("B0001-00000042", false), {}, comisionCarla, cajaVenta, {}},
          "6.75|-0.5|100|42|7|0|0", "42|B0001-00000042|6"},
-        {"venta a cuenta, con cupón, a la impresora fiscal",
-         [] {
-             DatosRegistro d = datos(kFactura, "CTA CTE");
-             d.cupon = QStringLiteral("T'0042");
-             return d;
-         },
-         Ruta::Fiscal,
+        {"venta a cuenta, con cupón, a la impresora fiscal", conCupon, Ruta::Fiscal,
          {{"#|B0001-00000042|11|501|2026-11-23|3|Ana O'Neil|27-12345678-0|CTA CTE|1|1|0|1|T'0042|500|401.25|10|40.13|361.12|21|75.84|436.96|1|1|N|7|10"},
-          lineas("1"), movimientos("B0001-00000042", false), {}, comisionCarla, {},
-          {"501|2026-11-23|#|VENTA CTA CTE|436.96|0"}},
+          lineas("1"), movimientos("B0001-00000042", false), {}, comisionCarla, {}, {"501|2026-11-23|#|VENTA CTA CTE|436.96|0"}},
          "6.75|-0.5|100|42|7|0|0", "42|B0001-00000042|6"},
         // Importes de la cabecera en negativo salvo el IVA y el descuento; la caja, un ingreso positivo.
-        {"nota de crédito de contado", [] { return datos(kNota); }, Ruta::Nada,
+        {"nota de crédito de contado", datos(kNota), Ruta::Nada,
          {{"#|B0001-00000008|12|501|2026-11-23|3|Ana O'Neil|27-12345678-0|EFVO|1|1|1|1|0|500|-401.25|10|40.13|-361.12|21|75.84|-436.96|1|1|S|7|10"},
           lineas("1"), movimientos("B0001-00000008", true), {}, {},
           {"1|#|2026-11-23|VENTA :NOTA. a Ana O'Neil Nro.B0001-00000008|436.96|0|EFVO|1"}, {}},
          "13.25|0.5|100|41|8|0|0", "8|B0001-00000008|6"},
         // El crédito va a Liquidacion, positivo; la nota también da puntos (3.25 yerbas × 2 = 6.5: la
         // fila va al par, 6, y el saldo 106.5 también, 106).
-        {"nota de crédito a cuenta, con tarjeta",
-         [] {
-             DatosRegistro d = datos(kNota, "CTA CTE");
-             d.clienteEsVip = true;
-             d.formaCalculoVip = QStringLiteral("C");
-             return d;
-         },
-         Ruta::Nada,
+        {"nota de crédito a cuenta, con tarjeta", datos(kNota, "CTA CTE", "C"), Ruta::Nada,
          {{"#|B0001-00000008|12|501|2026-11-23|3|Ana O'Neil|27-12345678-0|CTA CTE|1|1|1|1|0|500|-401.25|10|40.13|-361.12|21|75.84|-436.96|1|1|S|7|10"},
-          lineas("1"), movimientos("B0001-00000008", true), {"501|2026-11-23|1|#|6"}, {}, {},
-          {"501|2026-11-23|#|VENTA CTA CTE|0|436.96"}},
+          lineas("1"), movimientos("B0001-00000008", true), {"501|2026-11-23|1|#|6"}, {}, {}, {"501|2026-11-23|#|VENTA CTA CTE|0|436.96"}},
          "13.25|0.5|106|41|8|0|0", "8|B0001-00000008|6"},
         // Sin stock, sin caja, no comercial: cabecera y líneas; los puntos de la tarjeta, sí.
-        {"presupuesto con tarjeta",
-         [] {
-             DatosRegistro d = datos(kPresupuesto);
-             d.clienteEsVip = true;
-             d.formaCalculoVip = QStringLiteral("C");
-             return d;
-         },
-         Ruta::Plantilla,
+        {"presupuesto con tarjeta", datos(kPresupuesto, "EFVO", "C"), Ruta::Plantilla,
          {{"#|X0002-00000001|13|501|2026-11-23|3|Ana O'Neil|27-12345678-0|EFVO|0|0|0|0|0|500|401.25|10|40.13|361.12|21|75.84|436.96|1|1|S|7|10"},
           lineas("0"), {}, {"501|2026-11-23|1|#|6"}, {}, {}, {}},
          "10|NULL|106|41|7|1|0", "1|X0002-00000001|6"},
         // Por importe: 393.25 de yerba × 2 = 786.5, al par 786; sin vendedora elegida no hay comisión.
-        {"cliente con tarjeta, puntos por importe, sin vendedor",
-         [] {
-             DatosRegistro d = datos(kFactura);
-             d.clienteEsVip = true;
-             d.formaCalculoVip = QStringLiteral("P");
-             d.idVendio.reset();
-             return d;
-         },
-         Ruta::Plantilla,
+        {"cliente con tarjeta, puntos por importe, sin vendedor", sinVendedor, Ruta::Plantilla,
          {{"#|B0001-00000042|11|501|2026-11-23|3|Ana O'Neil|27-12345678-0|EFVO|1|1|0|1|0|500|401.25|10|40.13|361.12|21|75.84|436.96|1|1|S|0|0"},
-          lineas("1"), movimientos("B0001-00000042", false), {"501|2026-11-23|1|#|786"}, {},
-          {"1|#|2026-11-23|VENTA :FACT. a Ana O'Neil Nro.B0001-00000042|436.96|0|EFVO|1"}, {}},
+          lineas("1"), movimientos("B0001-00000042", false), {"501|2026-11-23|1|#|786"}, {}, cajaVenta, {}},
          "6.75|-0.5|886|42|7|0|0", "42|B0001-00000042|786"},
-        // El último: borra la cuenta. La venta se registra igual y su caja queda sin cuenta.
-        {"sin la cuenta Ventas Mostrador",
-         [this] {
-             almacen().ejecuta(QStringLiteral("DELETE FROM Cuentas WHERE Cuenta = 'Ventas Mostrador'"));
-             return datos(kFactura);
-         },
-         Ruta::Plantilla,
-         {{"#|B0001-00000042|11|501|2026-11-23|3|Ana O'Neil|27-12345678-0|EFVO|1|1|0|1|0|500|401.25|10|40.13|361.12|21|75.84|436.96|1|1|S|7|10"},
-          lineas("1"), movimientos("B0001-00000042", false), {}, comisionCarla,
-          {"NULL|#|2026-11-23|VENTA :FACT. a Ana O'Neil Nro.B0001-00000042|436.96|0|EFVO|1"}, {}},
-         "6.75|-0.5|100|42|7|0|0", "42|B0001-00000042|6"},
     };
-    for (const Caso& c : casos) {
+    const auto registra = [&](const Caso& c) {
         vuelveAlComienzo();
         borrador();
-        const Registrado r = RegistraComprobante(almacen(), c.datos(), c.ruta);
-        EXPECT_EQ(QStringLiteral("%1|%2|%3").arg(r.numero).arg(r.factura).arg(r.puntos), QString::fromLatin1(c.resultado)) << c.nombre;
+        const Registrado r = RegistraComprobante(almacen(), c.datos, c.ruta);
+        EXPECT_EQ(QStringLiteral("%1|%2|%3").arg(r.numero).arg(r.factura).arg(r.puntos), c.resultado) << c.nombre;
         for (size_t i = 0; i < std::size(kTablas); ++i) {
             QStringList esperado = c.esperado[i];
             esperado.replaceInStrings(QStringLiteral("#"), QString::number(r.idComprobante));
             EXPECT_EQ(filas(kEscrito[i]), esperado) << c.nombre << ": " << kTablas[i];
         }
-        EXPECT_EQ(filas(kSaldos), QStringList{QString::fromLatin1(c.saldos)}) << c.nombre;
-    }
+        EXPECT_EQ(filas(kSaldos), QStringList{c.saldos}) << c.nombre;
+    };
+    for (const Caso& c : casos) registra(c);
+    // Sin la cuenta "Ventas Mostrador" la venta se registra igual y su caja queda sin cuenta.
+    almacen().ejecuta(QStringLiteral("DELETE FROM Cuentas WHERE Cuenta = 'Ventas Mostrador'"));
+    Caso sinCuenta = casos.front();
+    sinCuenta.nombre = "sin la cuenta Ventas Mostrador";
+    sinCuenta.esperado[5] = QStringList{"NULL|#|2026-11-23|VENTA :FACT. a Ana O'Neil Nro.B0001-00000042|436.96|0|EFVO|1"};
+    registra(sinCuenta);
 }
 
 // Lo que no se registra no deja rastro: ni filas, ni stock, ni puntos, ni número; el borrador queda.
@@ -272,11 +256,9 @@ TEST_P(Registro, LoRechazadoNoDejaRastroNiConsumeElNumero) {
         c.prepara();
         const auto estado = [&] { return foto() + filas(QStringLiteral("SELECT * FROM TmpFac ORDER BY idTmpFac")); };
         const QStringList antes = estado();
-        DatosRegistro d = datos(kFactura);
-        d.clienteEsVip = true;
         QString visto;
         try {
-            RegistraComprobante(a, d, Ruta::Plantilla);
+            RegistraComprobante(a, datos(kFactura, "EFVO", "C"), Ruta::Plantilla);
         } catch (const Aviso& e) {
             visto = e.texto();
         } catch (const ErrorAlmacen&) {
@@ -313,10 +295,7 @@ TEST_P(Registro, PuntosConDecimalesRedondeanAlGuardarse) {
         almacen().ejecuta(QStringLiteral("UPDATE Vendedores SET PuntosVIP = ? WHERE idVendedor = 501"), {c.saldoPrevio});
         almacen().ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
                                          "VALUES (101, 'A1', 'Yerba 1 kg', 2, 121, 242, 1)"));
-        DatosRegistro d = datos(kPresupuesto);
-        d.clienteEsVip = true;
-        d.formaCalculoVip = QStringLiteral("C");
-        RegistraComprobante(almacen(), d, Ruta::Nada);
+        RegistraComprobante(almacen(), datos(kPresupuesto, "EFVO", "C"), Ruta::Nada);
         EXPECT_EQ(filas(QStringLiteral("SELECT PuntosVIP FROM Vip")), c.vip) << c.puntosDelRubro << " " << c.saldoPrevio;
         EXPECT_EQ(valor(QStringLiteral("SELECT PuntosVIP FROM Vendedores WHERE idVendedor = 501")).toLongLong(), c.saldo)
             << c.puntosDelRubro << " " << c.saldoPrevio;
@@ -328,10 +307,7 @@ TEST_P(Registro, PuntosConDecimalesRedondeanAlGuardarse) {
 // puntos ni número, y otra terminal que lo borra otra vez no deshace dos veces.
 TEST_P(Registro, ElBorradoDeshacePorLasMarcasDelComprobante) {
     borrador();
-    DatosRegistro d = datos(kFactura);
-    d.clienteEsVip = true;
-    d.formaCalculoVip = QStringLiteral("C");
-    const Registrado venta = RegistraComprobante(almacen(), d, Ruta::Nada);
+    const Registrado venta = RegistraComprobante(almacen(), datos(kFactura, "EFVO", "C"), Ruta::Nada);
     almacen().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET DescuentaStock = 0, RegistraCaja = 0 WHERE idTipoComprobante = 11"));
     almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = NULL WHERE idArticulo = 102"));
     BorraComprobante(almacen(), *LeeComprobanteABorrar(almacen(), venta.idComprobante));
@@ -362,111 +338,62 @@ TEST_P(Registro, ElBorradoDeshacePorLasMarcasDelComprobante) {
 TEST_P(Registro, CuatroTerminalesALaVezNuncaRepitenNumeroNiPierdenStock) {
     const qint64 factura = tipoConStock("FACTURA C");
     almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = 1000 WHERE idArticulo = 101"));
-    constexpr int kTerminales = 4;
     const int kPorTerminal = GetParam() == prueba::Motor::PostgreSQL ? 100 : 25;
-    std::vector<std::vector<qint64>> numeros(kTerminales);
-    std::atomic<int> fallas{0};
-    auto terminal = [&](int n) {
-        try {
-            auto a = base().otraConexion();
-            for (int i = 0; i < kPorTerminal; ++i) {
-                a->ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
-                                          "VALUES (101, 'A1', 'Yerba', 1, 121, 121, ?)"),
-                           {n + 1});
-                DatosRegistro d = datos(factura);
-                d.idRed = n + 1;
-                numeros[size_t(n)].push_back(RegistraComprobante(*a, d, Ruta::Nada).numero);
-            }
-        } catch (...) {
-            ++fallas;
-        }
-    };
-    std::vector<std::thread> hilos;
-    for (int n = 0; n < kTerminales; ++n) hilos.emplace_back(terminal, n);
-    for (auto& h : hilos) h.join();
-    ASSERT_EQ(fallas.load(), 0);
+    std::vector<qint64> numeros[4];
+    std::vector<std::function<void(Almacen&)>> terminales;
+    for (qint32 red = 1; red <= 4; ++red)
+        terminales.push_back([&, red](Almacen& a) {
+            for (int i = 0; i < kPorTerminal; ++i) numeros[red - 1].push_back(vende(a, red, factura, {kYerba}).numero);
+        });
+    ASSERT_EQ(enTerminales(terminales), QStringList());
     std::set<qint64> todos;
     for (const auto& v : numeros) todos.insert(v.begin(), v.end());
-    const qint64 total = kTerminales * kPorTerminal;
-    ASSERT_EQ(qint64(todos.size()), total);
-    EXPECT_EQ(*todos.begin(), 1);
-    EXPECT_EQ(*todos.rbegin(), total);
-    EXPECT_DOUBLE_EQ(stock(kYerba), 1000 - total);
-    EXPECT_EQ(valor(QStringLiteral("SELECT count(DISTINCT Factura) FROM Comprobantes")).toLongLong(), total);
+    const qint64 total = 4 * kPorTerminal;
+    EXPECT_EQ(std::make_tuple(qint64(todos.size()), *todos.begin(), *todos.rbegin()), std::make_tuple(total, qint64(1), total));
+    EXPECT_EQ(filas("SELECT count(DISTINCT Factura), (SELECT StockActual FROM Articulos WHERE idArticulo = 101) FROM Comprobantes"),
+              QStringList{QStringLiteral("%1|%2").arg(total).arg(1000 - total)});
 }
 
 // Dos terminales con tipos distintos (no se esperan una a la otra por el número) venden los mismos
 // dos artículos en órdenes opuestos, y una tercera borra lo que la primera registró: ninguna
 // queda trabada con otra ni pierde stock.
 TEST_P(Registro, VentasYBorradosCruzadosNoSeTraban) {
-    const qint64 facturaA = tipoConStock("FACTURA A");
-    const qint64 facturaB = tipoConStock("FACTURA C");
+    const qint64 facturaA = tipoConStock("FACTURA A"), facturaC = tipoConStock("FACTURA C");
     almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = 1000"));
     const int kVentas = GetParam() == prueba::Motor::PostgreSQL ? 60 : 20;
-    std::atomic<int> fallas{0};
     std::atomic<bool> terminoPrimera{false};
-    QStringList errores;
-    std::mutex mutexErrores;
-    auto anota = [&](const QString& e) {
-        ++fallas;
-        std::lock_guard<std::mutex> l(mutexErrores);
-        errores << e;
-    };
-    auto vende = [&](int red, qint64 idTipo, qint64 primero, qint64 segundo) {
-        try {
-            auto a = base().otraConexion();
-            for (int i = 0; i < kVentas; ++i) {
-                a->ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
-                                          "VALUES (?, 'X', 'Uno', 1, 10, 10, ?), (?, 'Y', 'Otro', 2, 10, 20, ?)"),
-                           {primero, red, segundo, red});
-                DatosRegistro d = datos(idTipo);
-                d.idRed = red;
-                RegistraComprobante(*a, d, Ruta::Nada);
+    const auto vendedora = [&](qint32 red, qint64 idTipo, qint64 primero, qint64 segundo) {
+        return [=, &terminoPrimera](Almacen& a) {
+            try {
+                for (int i = 0; i < kVentas; ++i) vende(a, red, idTipo, {primero, segundo});
+            } catch (...) {
+                terminoPrimera = terminoPrimera || red == 1;
+                throw;
             }
-        } catch (const ErrorAlmacen& e) {
-            anota(e.descripcion());
-        } catch (const Aviso& e) {
-            anota(e.texto());
-        }
-        if (red == 1) terminoPrimera = true;
+            terminoPrimera = terminoPrimera || red == 1;
+        };
     };
-    auto borra = [&] {
-        try {
-            auto a = base().otraConexion();
-            int borrados = 0;
-            while (borrados < kVentas) {
-                // La bandera se lee antes de buscar: si la primera ya había terminado, un hueco
-                // quiere decir que no queda nada suyo por borrar, y no que falta confirmar una venta.
-                const bool termino = terminoPrimera.load();
-                const QVariant id = a->valor(QStringLiteral("SELECT min(idComprobante) FROM Comprobantes WHERE idTipoComprobante = ?"),
-                                             {facturaA});
-                if (id.isNull()) {
-                    if (termino) break;
-                    std::this_thread::yield();
-                    continue;
-                }
-                if (const auto c = LeeComprobanteABorrar(*a, id.toLongLong())) {
-                    BorraComprobante(*a, *c);
-                    ++borrados;
-                }
+    const auto borradora = [&](Almacen& a) {
+        for (int borrados = 0; borrados < kVentas;) {
+            // La bandera se lee antes de buscar: si la primera ya había terminado, un hueco
+            // quiere decir que no queda nada suyo por borrar, y no que falta confirmar una venta.
+            const bool termino = terminoPrimera.load();
+            const QVariant id = a.valor(QStringLiteral("SELECT min(idComprobante) FROM Comprobantes WHERE idTipoComprobante = ?"), {facturaA});
+            if (id.isNull() && termino) break;
+            if (id.isNull()) std::this_thread::yield();
+            else if (const auto c = LeeComprobanteABorrar(a, id.toLongLong())) {
+                BorraComprobante(a, *c);
+                ++borrados;
             }
-        } catch (const ErrorAlmacen& e) {
-            anota(e.descripcion());
         }
     };
-    std::thread t1(vende, 1, facturaA, kYerba, kVela);
-    std::thread t2(vende, 2, facturaB, kVela, kYerba);
-    std::thread t3(borra);
-    t1.join();
-    t2.join();
-    t3.join();
-    ASSERT_EQ(fallas.load(), 0) << qPrintable(errores.join(QLatin1Char('\n')));
-    // Lo de la FACTURA A se borró entero; queda lo de la otra: 1 de uno y 2 del otro por venta.
-    EXPECT_EQ(valor(QStringLiteral("SELECT count(*) FROM Comprobantes WHERE idTipoComprobante = ?"), {facturaA}).toLongLong(), 0);
-    EXPECT_DOUBLE_EQ(stock(kVela), 1000 - kVentas);
-    EXPECT_DOUBLE_EQ(stock(kYerba), 1000 - 2 * kVentas);
-    EXPECT_EQ(valor(QStringLiteral("SELECT count(*) FROM DetalleComprobantes")).toLongLong(), 2 * kVentas);
-    EXPECT_EQ(valor(QStringLiteral("SELECT count(*) FROM MovimientoStock")).toLongLong(), 2 * kVentas);
+    ASSERT_EQ(enTerminales({vendedora(1, facturaA, kYerba, kVela), vendedora(2, facturaC, kVela, kYerba), borradora}), QStringList());
+    // Lo de la FACTURA A se borró entero; queda lo de la otra: una unidad de cada uno por venta.
+    EXPECT_EQ(filas("SELECT (SELECT count(*) FROM Comprobantes WHERE idTipoComprobante = ?), (SELECT count(*) FROM DetalleComprobantes), "
+                    "(SELECT count(*) FROM MovimientoStock), (SELECT StockActual FROM Articulos WHERE idArticulo = 101), "
+                    "(SELECT StockActual FROM Articulos WHERE idArticulo = 102)",
+                    {facturaA}),
+              QStringList{QStringLiteral("0|%1|%1|%2|%2").arg(2 * kVentas).arg(1000 - kVentas)});
 }
 
 ORV_AMBOS_MOTORES(Registro);
