@@ -1,6 +1,6 @@
 // Registro y borrado de comprobantes: cada fila que deja cada clase de comprobante, comparada
-// entera; lo que se rechaza sin dejar rastro; el borrado que deshace por las marcas del
-// comprobante; los puntos redondeados; y varias terminales a la vez.
+// entera, y su borrado por las marcas del comprobante; lo que se rechaza sin dejar rastro; los
+// puntos redondeados; y varias terminales a la vez.
 
 #include "apoyo/base_prueba.h"
 #include "filas_prueba.h"
@@ -98,16 +98,14 @@ protected:
                 .porcImpuesto = Dinero(21), .importeIva = Dinero(75, 8400), .total = Dinero(436, 9600),
                 .formaCalculoVip = QString::fromLatin1(tarjeta), .hoy = QDate(2026, 11, 23)};
     }
-    QVariant valor(const QString& sql, const QVariantList& p = {}) { return almacen().valor(sql, p); }
-    double stock(qint64 art) { return valor(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?"), {art}).toDouble(); }
     QStringList filas(const QString& sql, const QVariantList& p = {}) { return prueba::Filas(almacen(), sql, p); }
     // Una venta de una unidad de cada artículo (a 10) desde la terminal `red`, por la conexión `a`.
-    static Registrado vende(Almacen& a, qint32 red, qint64 idTipo, std::initializer_list<qint64> articulos) {
+    static Registrado vende(Almacen& a, qint32 red, qint64 idTipo, std::initializer_list<qint64> articulos, const char* tarjeta = "") {
         for (qint64 art : articulos)
             a.ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
                                      "VALUES (?, 'X', 'Uno', 1, 10, 10, ?)"),
                       {art, red});
-        DatosRegistro d = datos(idTipo);
+        DatosRegistro d = datos(idTipo, "EFVO", tarjeta);
         d.idRed = red;
         return RegistraComprobante(a, d, Ruta::Nada);
     }
@@ -141,8 +139,8 @@ protected:
 };
 
 // Cada clase de comprobante deja exactamente estas filas, columna por columna ("#" es la clave del
-// comprobante recién registrado), estos saldos y este resultado.
-TEST_P(Registro, CadaComprobanteDejaSusFilasExactas) {
+// comprobante recién registrado), estos saldos y este resultado; y su borrado las deshace.
+TEST_P(Registro, CadaComprobanteDejaSusFilasExactasYSuBorradoLasDeshace) {
     struct Caso {
         const char* nombre;
         DatosRegistro datos;
@@ -216,6 +214,26 @@ TEST_P(Registro, CadaComprobanteDejaSusFilasExactas) {
             EXPECT_EQ(filas(kEscrito[i]), esperado) << c.nombre << ": " << kTablas[i];
         }
         EXPECT_EQ(filas(kSaldos), QStringList{c.saldos}) << c.nombre;
+        // El borrado sigue lo que el comprobante guardó aunque el tipo cambie del todo: no queda
+        // nada, el stock vuelve (la vela, nula, sigue nula), los puntos y el número no vuelven.
+        // Otra terminal que lo había leído lo borra otra vez: lo dice y no deshace dos veces.
+        const ComprobanteABorrar leido = *LeeComprobanteABorrar(almacen(), r.idComprobante);
+        const QString invierte = QStringLiteral("UPDATE TiposDeComprobantes SET DescuentaStock = 1 - DescuentaStock, "
+                                                "RegistraCaja = 1 - RegistraCaja, OperacionInversa = 1 - OperacionInversa");
+        almacen().ejecuta(invierte);
+        almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = NULL WHERE idArticulo = 102"));
+        BorraComprobante(almacen(), leido);
+        almacen().ejecuta(invierte);
+        const QStringList borrado = {QStringLiteral("10|NULL|") + QString::fromLatin1(c.saldos).section(u'|', 2)};
+        EXPECT_EQ(foto(), borrado) << c.nombre;
+        QString visto;
+        try {
+            BorraComprobante(almacen(), leido);
+        } catch (const Aviso& e) {
+            visto = e.texto();
+        }
+        EXPECT_EQ(visto, kComprobanteYaBorrado) << c.nombre;
+        EXPECT_EQ(foto(), borrado) << c.nombre;
     };
     for (const Caso& c : casos) registra(c);
     // Sin la cuenta "Ventas Mostrador" la venta se registra igual y su caja queda sin cuenta.
@@ -276,61 +294,26 @@ TEST_P(Registro, PuntosConDecimalesRedondeanAlGuardarse) {
     struct Caso {
         double puntosDelRubro; // por unidad; el borrador lleva 2 yerbas
         qint64 saldoPrevio;
-        QStringList vip;  // filas de la tarjeta: sus puntos
-        qint64 saldo;     // del cliente, después
+        QStringList queda; // puntos de la fila de la tarjeta, si hay, y saldo del cliente
     };
-    const std::vector<Caso> casos = {
-        {0.1, 100, {"0"}, 100},  // 0.2 puntos: fila con 0, saldo igual
-        {0.25, 100, {"0"}, 100}, // 0.5 sobre 100: 100.5 va al par, 100
-        {0.25, 101, {"0"}, 102}, // 0.5 sobre 101: 101.5 va al par, 102
-        {0.75, 100, {"2"}, 102}, // 1.5: la fila va al par, 2; el saldo 101.5 también, 102
-        {0.75, 101, {"2"}, 102}, // 1.5 sobre 101: 102.5 va al par, 102
-        {0.4, -3, {"1"}, -2},    // 0.8 sobre un saldo negativo: -2.2 es -2
-        {0.25, -3, {"0"}, -2},   // 0.5 sobre -3: -2.5 va al par, -2
-        {0.0, 100, {}, 100},     // nada ganado: ninguna fila
+    const Caso casos[] = {
+        {0.1, 100, {"0", "100"}},  // 0.2 puntos: fila con 0, saldo igual
+        {0.25, 100, {"0", "100"}}, // 0.5 sobre 100: 100.5 va al par, 100
+        {0.25, 101, {"0", "102"}}, // 0.5 sobre 101: 101.5 va al par, 102
+        {0.75, 100, {"2", "102"}}, // 1.5: la fila va al par, 2; el saldo 101.5 también, 102
+        {0.75, 101, {"2", "102"}}, // 1.5 sobre 101: 102.5 va al par, 102
+        {0.4, -3, {"1", "-2"}},    // 0.8 sobre un saldo negativo: -2.2 es -2
+        {0.25, -3, {"0", "-2"}},   // 0.5 sobre -3: -2.5 va al par, -2
+        {0.0, 100, {"100"}},       // nada ganado: ninguna fila
     };
     for (const Caso& c : casos) {
         vuelveAlComienzo();
         almacen().ejecuta(QStringLiteral("UPDATE Rubros SET PuntosVIP = ? WHERE idRubro = 21"), {c.puntosDelRubro});
         almacen().ejecuta(QStringLiteral("UPDATE Vendedores SET PuntosVIP = ? WHERE idVendedor = 501"), {c.saldoPrevio});
-        almacen().ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
-                                         "VALUES (101, 'A1', 'Yerba 1 kg', 2, 121, 242, 1)"));
-        RegistraComprobante(almacen(), datos(kPresupuesto, "EFVO", "C"), Ruta::Nada);
-        EXPECT_EQ(filas(QStringLiteral("SELECT PuntosVIP FROM Vip")), c.vip) << c.puntosDelRubro << " " << c.saldoPrevio;
-        EXPECT_EQ(valor(QStringLiteral("SELECT PuntosVIP FROM Vendedores WHERE idVendedor = 501")).toLongLong(), c.saldo)
-            << c.puntosDelRubro << " " << c.saldoPrevio;
+        vende(almacen(), 1, kPresupuesto, {kYerba, kYerba}, "C");
+        EXPECT_EQ(filas("SELECT PuntosVIP FROM Vip") + filas("SELECT PuntosVIP FROM Vendedores WHERE idVendedor = 501"), c.queda)
+            << c.puntosDelRubro << " sobre " << c.saldoPrevio;
     }
-}
-
-// El borrado sigue las marcas que el comprobante guardó, aunque el tipo haya cambiado después;
-// devuelve el stock por la suma de las líneas de cada artículo (un nulo sigue nulo), no devuelve
-// puntos ni número, y otra terminal que lo borra otra vez no deshace dos veces.
-TEST_P(Registro, ElBorradoDeshacePorLasMarcasDelComprobante) {
-    borrador();
-    const Registrado venta = RegistraComprobante(almacen(), datos(kFactura, "EFVO", "C"), Ruta::Nada);
-    almacen().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET DescuentaStock = 0, RegistraCaja = 0 WHERE idTipoComprobante = 11"));
-    almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = NULL WHERE idArticulo = 102"));
-    BorraComprobante(almacen(), *LeeComprobanteABorrar(almacen(), venta.idComprobante));
-    // Yerba de vuelta a 10, la vela nula, 106 puntos que quedan, el número 42 consumido.
-    EXPECT_EQ(foto(), QStringList{QStringLiteral("10|NULL|106|42|7|0|0")});
-
-    // Una nota de crédito a cuenta: su borrado saca lo que había devuelto y su crédito.
-    almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = 0 WHERE idArticulo = 102"));
-    borrador();
-    const Registrado nc = RegistraComprobante(almacen(), datos(kNota, "CTA CTE"), Ruta::Nada);
-    EXPECT_DOUBLE_EQ(stock(kYerba), 13.25);
-    const ComprobanteABorrar leido = *LeeComprobanteABorrar(almacen(), nc.idComprobante);
-    BorraComprobante(almacen(), leido);
-    const QStringList borrado = {QStringLiteral("10|0|106|42|8|0|0")};
-    EXPECT_EQ(foto(), borrado);
-    try {
-        BorraComprobante(almacen(), leido);
-        ADD_FAILURE() << "se borró dos veces";
-    } catch (const Aviso& a) {
-        EXPECT_EQ(a.texto(), kComprobanteYaBorrado);
-    }
-    EXPECT_EQ(foto(), borrado);
-    EXPECT_FALSE(LeeComprobanteABorrar(almacen(), nc.idComprobante).has_value());
 }
 
 // Cuatro terminales registran a la vez 100 comprobantes del mismo tipo cada una: 400 números

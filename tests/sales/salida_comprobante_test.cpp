@@ -9,70 +9,57 @@
 namespace orv {
 namespace {
 
-using prueba::PorMotor;
-
-class SalidaComprobante : public PorMotor {
+class SalidaComprobante : public prueba::PorMotor {
 protected:
     void SetUp() override {
         PorMotor::SetUp();
-        if (!base_) return;
-        actualizaEsquema(almacen());
+        if (base_) actualizaEsquema(almacen());
     }
-    qint64 cliente(const QVariant& cuit) {
-        return almacen().inserta(QStringLiteral("INSERT INTO Vendedores (Nombre, Cuit) VALUES ('X', ?)"), {cuit},
-                                 QStringLiteral("idVendedor"));
-    }
-    PreguntasRuta preguntas(bool responde) {
+    // Decide la ruta; responde `si` a la pregunta por la plantilla y anota lo que se dijo.
+    std::optional<Ruta> ruta(const QString& plantilla, const char* letra, std::optional<qint64> cliente = {}, bool si = true) {
+        dicho_.clear();
         PreguntasRuta p;
-        p.preguntaSinPlantilla = [this, responde](const QString& t) {
-            preguntado_ = t;
-            return responde;
+        p.preguntaSinPlantilla = [this, si](const QString& t) {
+            dicho_ << t;
+            return si;
         };
-        p.avisoTickets = [this](const QString& t) { avisado_ = t; };
-        return p;
+        p.avisoTickets = [this](const QString& t) { dicho_ << t; };
+        return DecideRuta(almacen(), plantilla, QString::fromLatin1(letra), cliente, p);
     }
-    QString preguntado_, avisado_;
+    QStringList dicho_;
 };
 
 TEST_P(SalidaComprobante, RutasPorElComienzoDeLaPlantilla) {
-    Almacen& a = almacen();
     // Vacía: pregunta; con "No" no se registra.
-    EXPECT_FALSE(DecideRuta(a, QString(), QStringLiteral("B"), std::nullopt, preguntas(false)));
-    EXPECT_EQ(preguntado_, kPreguntaSinPlantilla);
-    EXPECT_EQ(DecideRuta(a, QString(), QStringLiteral("B"), std::nullopt, preguntas(true)), Ruta::Nada);
+    EXPECT_EQ(ruta(QString(), "B", {}, false), std::nullopt);
+    EXPECT_EQ(dicho_, QStringList{kPreguntaSinPlantilla});
+    EXPECT_EQ(ruta(QString(), "B"), Ruta::Nada);
     // Tickets: "En construccion" y sigue, sin nada pendiente.
-    EXPECT_EQ(DecideRuta(a, PlantillaTickets(QStringLiteral("COM1")), QStringLiteral("B"), std::nullopt, preguntas(true)),
-              Ruta::Tickets);
-    EXPECT_EQ(avisado_, QStringLiteral("En construccion"));
-    EXPECT_EQ(ImpresoFiscalDe(Ruta::Tickets), QStringLiteral("S"));
-    // Una plantilla de diez caracteres (o un archivo que ya no está) va por la plantilla.
-    preguntado_.clear();
-    EXPECT_EQ(DecideRuta(a, QStringLiteral("factur.rpt"), QStringLiteral("A"), std::nullopt, preguntas(true)),
-              Ruta::Plantilla);
-    EXPECT_TRUE(preguntado_.isEmpty());
-    EXPECT_EQ(ImpresoFiscalDe(Ruta::Plantilla), QStringLiteral("S"));
-    EXPECT_EQ(ImpresoFiscalDe(Ruta::Fiscal), QStringLiteral("N"));
+    EXPECT_EQ(ruta(PlantillaTickets(QStringLiteral("COM1")), "B"), Ruta::Tickets);
+    EXPECT_EQ(dicho_, QStringList{"En construccion"});
+    // Una plantilla de diez caracteres (o un archivo que ya no está) va por la plantilla, sin preguntar.
+    EXPECT_EQ(ruta(QStringLiteral("factur.rpt"), "A"), Ruta::Plantilla);
+    EXPECT_TRUE(dicho_.isEmpty());
+    // Sólo lo fiscal queda pendiente de la impresora fiscal.
+    EXPECT_EQ(QStringList({ImpresoFiscalDe(Ruta::Tickets), ImpresoFiscalDe(Ruta::Plantilla), ImpresoFiscalDe(Ruta::Fiscal)}),
+              QStringList({"S", "S", "N"}));
 }
 
 TEST_P(SalidaComprobante, FiscalConLetraARevisaElCuitGuardado) {
-    Almacen& a = almacen();
+    almacen().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit) VALUES (11, 'Bueno', '20-12345678-6'), "
+                                     "(12, 'Malo', '20-12345678-0'), (13, 'Sin CUIT', NULL), (14, 'Diez cifras', '20-1234567-6')"));
     const QString fiscal = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::EpsonTMU), QStringLiteral("1"));
-    const qint64 bueno = cliente(QStringLiteral("20-12345678-6"));
-    const qint64 malo = cliente(QStringLiteral("20-12345678-0"));
-    const qint64 sinCuit = cliente(QVariant());
-    const qint64 diez = cliente(QStringLiteral("20-1234567-6"));
-    EXPECT_EQ(DecideRuta(a, fiscal, QStringLiteral("A"), bueno, preguntas(true)), Ruta::Fiscal);
-    for (auto id : {std::optional<qint64>(malo), std::optional<qint64>(sinCuit), std::optional<qint64>(diez),
-                    std::optional<qint64>()}) {
+    EXPECT_EQ(ruta(fiscal, "A", 11), Ruta::Fiscal);
+    for (std::optional<qint64> malo : {std::optional<qint64>(12), std::optional<qint64>(13), std::optional<qint64>(14), std::optional<qint64>()}) {
         try {
-            DecideRuta(a, fiscal, QStringLiteral("A"), id, preguntas(true));
-            ADD_FAILURE() << "aceptó un CUIT inválido";
+            ruta(fiscal, "A", malo);
+            ADD_FAILURE() << "aceptó un CUIT inválido: " << malo.value_or(0);
         } catch (const Aviso& e) {
             EXPECT_EQ(e.texto(), kCuitInvalidoFiscal);
         }
     }
     // Con letra B no se revisa nada.
-    EXPECT_EQ(DecideRuta(a, fiscal, QStringLiteral("B"), sinCuit, preguntas(true)), Ruta::Fiscal);
+    EXPECT_EQ(ruta(fiscal, "B", 13), Ruta::Fiscal);
 }
 
 ORV_AMBOS_MOTORES(SalidaComprobante);

@@ -90,37 +90,30 @@ TEST_P(Venta, AgregarSumaALaLineaDelMismoArticulo) {
               QStringList({"1|0101", "2|0101", "3|0101", "4|0101", "4|0303", "4|AB'1%*"}));
 }
 
-TEST_P(Venta, ArticuloNoEncontradoNoTocaElBorrador) {
-    agrega(1, O::CodigoBarras, "0101", "1", "0");
-    const std::vector<std::function<void()>> pedidos = {
-        [&] { agrega(1, O::CodigoBarras, "9999", "1", "0"); },
-        [&] { agrega(1, O::CodigoBarras, "0101' OR '1'='1", "1", "0"); },
-        [&] { agrega(1, O::CodigoProveedor, "0101", "1", "diez"); },
-        [&] { agrega(1, O::Lista, "", "1", "1", 987654); },
-        [&] { agrega(1, O::CodigoBarras, "AB%", "1", "0"); },
-    };
-    for (const auto& p : pedidos) EXPECT_EQ(AvisoDe(p), kArticuloNoEncontrado);
-    EXPECT_TRUE(AvisoDe([&] { agrega(1, O::Lista, "", "1", "1"); }).startsWith(QStringLiteral("Error:")));
-    EXPECT_EQ(borrador(), QStringList{"0101|1|100|100|NULL"});
-    // Las búsquedas exactas, también con apóstrofos y comodines.
-    EXPECT_EQ(ArticuloPorCgoProveedor(almacen(), QStringLiteral("P'01"))->idArticulo, 2);
-    EXPECT_EQ(ArticuloPorCodigo(almacen(), QStringLiteral("AB'1%*"))->descripcion, QStringLiteral("Código raro"));
-    EXPECT_TRUE(ArticuloPorId(almacen(), 3)->precioVenta.isNull());
-}
-
+// Descuento sobre el subtotal e impuesto sobre el neto, por terminal. Una línea imposible guardada
+// por otro camino no traba el panel: los totales quedan en cero, la señalan y se puede borrar.
 TEST_P(Venta, TotalesConDescuentoEImpuestoSobreElNeto) {
     const auto totales = [&](qint32 red, double desc, double imp) {
         const Totales t = CalculaTotales(almacen(), red, desc, imp);
-        return QVariantList{t.hayLineas, t.subTotal, t.descuento, t.neto, t.impuesto, t.total, TextoItems(t)};
+        return QVariantList{t.hayLineas, t.subTotal, t.descuento, t.neto, t.impuesto, t.total, TextoItems(t), t.problema};
     };
-    EXPECT_EQ(totales(1, 10, 21), QVariantList({false, 0.0, 0.0, 0.0, 0.0, 0.0, "0 ítems."}));
+    EXPECT_EQ(totales(1, 10, 21), QVariantList({false, 0.0, 0.0, 0.0, 0.0, 0.0, "0 ítems.", ""}));
     agrega(1, O::CodigoProveedor, "0101", "4", "200");
     agrega(1, O::CodigoProveedor, "AB'1%*", "2", "50");
-    agrega(1, O::Lista, "", "1", "100", 3);
+    const qint64 sinPrecio = agrega(1, O::Lista, "", "1", "100", 3).idTmpFac;
     agrega(2, O::CodigoBarras, "0101", "1", "0");
-    EXPECT_EQ(totales(1, 10, 21), QVariantList({true, 1000.0, 100.0, 900.0, 189.0, 1089.0, "7.0 de 3 ítems."}));
-    EXPECT_EQ(totales(1, 0, 0), QVariantList({true, 1000.0, 0.0, 1000.0, 0.0, 1000.0, "7.0 de 3 ítems."}));
-    EXPECT_EQ(totales(2, 0, 0), QVariantList({true, 100.0, 0.0, 100.0, 0.0, 100.0, "1.0 de 1 ítems."}));
+    EXPECT_EQ(totales(1, 10, 21), QVariantList({true, 1000.0, 100.0, 900.0, 189.0, 1089.0, "7.0 de 3 ítems.", ""}));
+    EXPECT_EQ(totales(1, 0, 0), QVariantList({true, 1000.0, 0.0, 1000.0, 0.0, 1000.0, "7.0 de 3 ítems.", ""}));
+    EXPECT_EQ(totales(2, 0, 0), QVariantList({true, 100.0, 0.0, 100.0, 0.0, 100.0, "1.0 de 1 ítems.", ""}));
+
+    almacen().ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300, SubTotal = 900000000000000 WHERE idTmpFac = ?"), {sinPrecio});
+    const Totales t = CalculaTotales(almacen(), 1, 0, 0);
+    EXPECT_EQ(std::make_tuple(t.hayLineas, t.lineas, t.total, t.idLineaConProblema, t.problema),
+              std::make_tuple(true, qint64(3), 0.0, sinPrecio,
+                              QStringLiteral("La línea \"Sin precio\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala.")));
+    EXPECT_THROW(RecalculaLineas(almacen(), 1), Aviso);
+    BorraLinea(almacen(), sinPrecio);
+    EXPECT_EQ(totales(1, 0, 0), QVariantList({true, 900.0, 0.0, 900.0, 0.0, 900.0, "6.0 de 2 ítems.", ""}));
     VaciaBorrador(almacen(), 1);
     EXPECT_EQ(std::make_pair(borrador(1).size(), borrador(2).size()), std::make_pair(qsizetype(0), qsizetype(1)));
 }
@@ -147,9 +140,9 @@ TEST_P(Venta, TeclasMasYMenosYCorreccionesEnLaGrilla) {
     EXPECT_TRUE(borrador().isEmpty());
 }
 
-// Lo que no se puede leer o no cabe se rechaza con un aviso que lo dice, nunca termina el programa
-// y el borrador queda exactamente como estaba.
-TEST_P(Venta, LoEscritoFueraDeRangoSeRechazaSinTocarElBorrador) {
+// Un artículo que no está, o lo que no se puede leer o no cabe, se rechaza con un aviso que lo
+// dice, nunca termina el programa y el borrador queda exactamente como estaba.
+TEST_P(Venta, LoQueNoSeEncuentraOFueraDeRangoSeRechazaSinTocarElBorrador) {
     const qint64 id = agrega(1, O::CodigoBarras, "0101", "2", "0").idTmpFac;
     const QStringList antes = borrador();
     const QString cantidadFuera = QStringLiteral("Cantidad: Importe fuera de rango!");
@@ -161,7 +154,16 @@ TEST_P(Venta, LoEscritoFueraDeRangoSeRechazaSinTocarElBorrador) {
     const auto corrige = [this, id](const char* campo, const char* valor) {
         return [=, this] { CorrigeLinea(almacen(), id, QString::fromLatin1(campo), QString::fromLatin1(valor)); };
     };
+    const auto pide = [this](O origen, const char* codigo, const char* unit, std::optional<qint64> id = {}) {
+        return [=, this] { agrega(1, origen, codigo, "1", unit, id); };
+    };
     const std::tuple<const char*, std::function<void()>, QString> casos[] = {
+        {"código que no está", pide(O::CodigoBarras, "9999", "0"), kArticuloNoEncontrado},
+        {"código con apóstrofos", pide(O::CodigoBarras, "0101' OR '1'='1", "0"), kArticuloNoEncontrado},
+        {"código con comodín", pide(O::CodigoBarras, "AB%", "0"), kArticuloNoEncontrado},
+        {"precio que no es número", pide(O::CodigoProveedor, "0101", "diez"), kArticuloNoEncontrado},
+        {"de la lista, uno que no está", pide(O::Lista, "", "1", 987654), kArticuloNoEncontrado},
+        {"de la lista, sin elegir", pide(O::Lista, "", "1"), "Error:No hay ningún artículo elegido en la lista."},
         {"código de barras en la cantidad", nueva("4006381333931", "10"), cantidadFuera},
         {"cantidad 1e300", nueva("1e300", "10"), cantidadFuera},
         {"cantidad con coma decimal", nueva("1,5", "10"), "Cantidad" + malEscrita},
@@ -180,23 +182,10 @@ TEST_P(Venta, LoEscritoFueraDeRangoSeRechazaSinTocarElBorrador) {
         EXPECT_EQ(AvisoDe(accion), aviso) << que;
         EXPECT_EQ(borrador(), antes) << que;
     }
-}
-
-// Una línea imposible guardada por otro camino no traba el panel: los totales la señalan y se
-// puede borrar.
-TEST_P(Venta, UnaLineaImposibleSeSenalaYSePuedeBorrar) {
-    agrega(1, O::CodigoBarras, "0101", "1", "0");
-    const qint64 mala = agrega(1, O::CodigoProveedor, "AB'1%*", "1", "5").idTmpFac;
-    almacen().ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300, SubTotal = 900000000000000 WHERE idTmpFac = ?"), {mala});
-    const Totales t = CalculaTotales(almacen(), 1, 0, 0);
-    EXPECT_EQ(std::make_tuple(t.hayLineas, t.lineas, t.total, t.idLineaConProblema, t.problema),
-              std::make_tuple(true, qint64(2), 0.0, mala,
-                              QStringLiteral("La línea \"Código raro\" tiene una cantidad o un importe fuera de rango: "
-                                             "bórrela o corríjala.")));
-    EXPECT_THROW(RecalculaLineas(almacen(), 1), Aviso);
-    BorraLinea(almacen(), mala);
-    const Totales despues = CalculaTotales(almacen(), 1, 0, 0);
-    EXPECT_EQ(std::make_tuple(despues.problema, despues.total), std::make_tuple(QString(), 100.0));
+    // Las búsquedas exactas, con apóstrofos y comodines en el código.
+    EXPECT_EQ(std::make_pair(ArticuloPorCgoProveedor(almacen(), QStringLiteral("P'01"))->idArticulo,
+                             ArticuloPorCodigo(almacen(), QStringLiteral("AB'1%*"))->descripcion),
+              std::make_pair(qint64(2), QStringLiteral("Código raro")));
 }
 
 TEST_P(Venta, ClientePorNumeroOPorTarjetaSegunElLargo) {
@@ -243,25 +232,17 @@ TEST_P(Venta, ClientePredeterminadoSoloDeUnClienteQueExiste) {
 }
 
 TEST(Multiplicador, NumeroYAsteriscoAntesDelCodigo) {
-    const struct {
-        const char* escrito;
-        const char* codigo;
-        std::optional<QString> cantidad;
-    } casos[] = {
-        {"3*7791234567890", "7791234567890", QStringLiteral("3")},
-        {"1.5*0303", "0303", QStringLiteral("1.5")},
-        {"12*AB'1%*", "AB'1%*", QStringLiteral("12")},
-        {"0101", "0101", std::nullopt},
-        {"AB'1%*", "AB'1%*", std::nullopt}, // el asterisco del código no es un multiplicador
-        {"3*", "3*", std::nullopt},         // sin código todavía
-        {"*0101", "*0101", std::nullopt},
-        {"1,5*0303", "1,5*0303", std::nullopt}, // la coma no es decimal
-        {"-2*0101", "-2*0101", std::nullopt},
-        {"3.*0101", "3.*0101", std::nullopt},
+    // Lo escrito, y el código y la cantidad que salen ("-": sin multiplicador).
+    const std::pair<const char*, const char*> casos[] = {
+        {"3*7791234567890", "7791234567890|3"}, {"1.5*0303", "0303|1.5"}, {"12*AB'1%*", "AB'1%*|12"}, {"0101", "0101|-"},
+        {"AB'1%*", "AB'1%*|-"},     // el asterisco del código no es un multiplicador
+        {"3*", "3*|-"},             // sin código todavía
+        {"1,5*0303", "1,5*0303|-"}, // la coma no es decimal
+        {"*0101", "*0101|-"}, {"-2*0101", "-2*0101|-"}, {"3.*0101", "3.*0101|-"},
     };
-    for (const auto& c : casos) {
-        const CodigoConCantidad r = SeparaCantidad(QString::fromUtf8(c.escrito));
-        EXPECT_EQ(std::make_pair(r.codigo, r.cantidad), std::make_pair(QString::fromUtf8(c.codigo), c.cantidad)) << c.escrito;
+    for (const auto& [escrito, esperado] : casos) {
+        const CodigoConCantidad r = SeparaCantidad(QString::fromUtf8(escrito));
+        EXPECT_EQ(r.codigo + u'|' + r.cantidad.value_or(QStringLiteral("-")), QString::fromUtf8(esperado)) << escrito;
     }
 }
 
@@ -356,31 +337,22 @@ TEST_P(Venta, ElCorrelativoSeEscribeSoloSiCambioYNadieLoMovio) {
 }
 
 TEST(TiposDeComprobante, PlantillasDeImpresorasIdaYVuelta) {
-    const QString hasar = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar, QStringLiteral("615 - PL8F")), QStringLiteral("3"));
-    EXPECT_EQ(hasar, QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : 3"));
-    const auto lee = [](const QString& plantilla) {
+    const auto idaYVuelta = [](ModeloFiscal m, const QString& item, const char* puerto) {
+        const QString plantilla = PlantillaFiscal(TextoModeloFiscal(m, item), QString::fromLatin1(puerto));
         const LecturaFiscal l = LeePlantillaFiscal(plantilla);
-        return std::make_tuple(l.modelo, l.itemHasar, l.puerto);
+        return std::make_tuple(plantilla, l.modelo == m, l.itemHasar, l.puerto);
     };
-    EXPECT_EQ(lee(hasar), std::make_tuple(ModeloFiscal::Hasar, QStringLiteral("615 - PL8F"), QStringLiteral("3")));
-    for (const QString& item : ModelosHasar())
-        EXPECT_EQ(std::get<1>(lee(PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar, item), QStringLiteral("1")))), item);
-    EXPECT_EQ(lee(PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Epson200), QStringLiteral("2"))),
-              std::make_tuple(ModeloFiscal::Epson200, QString(), QStringLiteral("2")));
-    EXPECT_EQ(lee(PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::EpsonTMU), QString())),
-              std::make_tuple(ModeloFiscal::EpsonTMU, QString(), QString()));
-    // Un texto de otra clase (un tipo nuevo, una plantilla) abre como Hasar sin modelo.
-    EXPECT_EQ(lee(kSinPlantilla), std::make_tuple(ModeloFiscal::Hasar, QString(), QString()));
-    // El modelo Hasar se corta por posición: un blanco de más lo corre.
-    EXPECT_NE(std::get<1>(lee(QStringLiteral("IMPRESORA FISCAL :  HASAR O COMPAT. 950|PUERTO : 1"))), QStringLiteral("950"));
-
-    EXPECT_EQ(PlantillaTickets(QStringLiteral("COM1")), QStringLiteral("IMPRESORA TICKETS PUERTO : COM1"));
-    EXPECT_EQ(std::vector<EsquemaImpresion>({EsquemaDe(hasar), EsquemaDe(PlantillaTickets(QStringLiteral("COM1"))),
-                                             EsquemaDe(QStringLiteral("/x/factura.rpt")), EsquemaDe(QString())}),
-              std::vector<EsquemaImpresion>({EsquemaImpresion::Fiscal, EsquemaImpresion::Tickets, EsquemaImpresion::Plantilla,
-                                             EsquemaImpresion::Plantilla}));
-    ASSERT_EQ(DocumentosFiscales().size(), 11);
-    EXPECT_EQ(DocumentosFiscales().at(8).left(3), QStringLiteral("120"));
+    EXPECT_EQ(idaYVuelta(ModeloFiscal::Hasar, QStringLiteral("615 - PL8F"), "3"),
+              std::make_tuple(QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : 3"), true, QStringLiteral("615 - PL8F"),
+                              QStringLiteral("3")));
+    for (const QString& item : ModelosHasar()) EXPECT_EQ(std::get<2>(idaYVuelta(ModeloFiscal::Hasar, item, "1")), item);
+    EXPECT_EQ(idaYVuelta(ModeloFiscal::Epson200, {}, "2"),
+              std::make_tuple(QStringLiteral("IMPRESORA FISCAL : EPSON 200 80 COL|PUERTO : 2"), true, QString(), QStringLiteral("2")));
+    EXPECT_EQ(std::get<1>(idaYVuelta(ModeloFiscal::EpsonTMU, {}, "")), true);
+    // Un texto de otra clase (un tipo nuevo, una plantilla) abre como Hasar sin modelo; el modelo
+    // Hasar se corta por posición: un blanco de más lo corre.
+    EXPECT_EQ(LeePlantillaFiscal(kSinPlantilla).modelo, ModeloFiscal::Hasar);
+    EXPECT_NE(LeePlantillaFiscal(QStringLiteral("IMPRESORA FISCAL :  HASAR O COMPAT. 950|PUERTO : 1")).itemHasar, QStringLiteral("950"));
 }
 
 ORV_AMBOS_MOTORES(Venta);

@@ -108,23 +108,6 @@ TEST_F(PanelVentaTest, CantidadYCodigoDelProveedorConElPrecioALaVista) {
     EXPECT_TRUE(w("txUnit")->hasFocus());
 }
 
-// Con cliente predeterminado, cada venta empieza con él y el cursor en el código; escribir otro
-// número lo cambia para esta venta, y la siguiente vuelve a empezar con el predeterminado.
-TEST_F(PanelVentaTest, ClientePredeterminadoEnCadaVentaNueva) {
-    FijaClientePredeterminado(a(), *conf_, QStringLiteral("5"));
-    panel_ = nuevoPanel(estado_);
-    EXPECT_EQ(textos({"Text8", "lblCli"}), QStringList({"5", "Ana O'Neil"}));
-    EXPECT_EQ(panel_->idCliente(), std::optional<qint64>(5));
-    EXPECT_TRUE(w("Text7")->hasFocus());
-    escribe("Text8", QStringLiteral("12345"));
-    QTest::keyClick(w("Text8"), Qt::Key_Return);
-    EXPECT_EQ(panel_->idCliente(), std::optional<qint64>(12345));
-    panel_->reseteaFactura();
-    EXPECT_EQ(panel_->idCliente(), std::optional<qint64>(5));
-    EXPECT_EQ(estado_.NombreClienteActual, QStringLiteral("Ana O'Neil"));
-    EXPECT_TRUE(w("Text7")->hasFocus());
-}
-
 TEST_F(PanelVentaTest, TarjetaDeSeisCifrasYClienteDeCincoConDescuentoEnDosPasos) {
     escanea(QStringLiteral("0303")); // 250
     prueba::Teclea(*panel_, "Text8", QStringLiteral("123456"));
@@ -222,44 +205,11 @@ TEST_F(PanelVentaTest, TeclasMasMenosBorrarYAnular) {
     EXPECT_EQ(std::make_pair(estado_.NombreClienteActual, panel_->idCliente()), std::make_pair(QStringLiteral("Cons.Final"), std::optional<qint64>()));
 }
 
-TEST_F(PanelVentaTest, ElBorradorSobreviveAlReinicioYCadaTerminalVeElSuyo) {
-    escanea(QStringLiteral("0101"));
-    escanea(QStringLiteral("0303"));
-    EstadoAplicacion otra = estado_;
-    otra.IdRed = 2;
-    auto segunda = nuevoPanel(otra);
-    EXPECT_EQ(segunda->grilla()->modelo().rowCount(), 0);
-    prueba::Teclea(*segunda, "Text7", QStringLiteral("0101"));
-    EXPECT_EQ(std::make_pair(lineas(1).size(), lineas(2).size()), std::make_pair(qsizetype(2), qsizetype(1)));
-    // "Reinicio": otro panel de la misma terminal ve las dos líneas, sin cliente.
-    segunda.reset();
-    panel_.reset();
-    EstadoAplicacion nuevo;
-    nuevo.IdRed = 1;
-    nuevo.idUsuarioActual = 1;
-    panel_ = nuevoPanel(nuevo);
-    EXPECT_EQ(panel_->grilla()->modelo().rowCount(), 2);
-    EXPECT_EQ(textos({"lblItems", "lblCli"}), QStringList({"2.0 de 2 ítems.", "<Sin seleccion de cliente>"}));
-}
-
-TEST_F(PanelVentaTest, CorregirLaGrillaRecalculaConPermiso) {
-    panel_->fijaSoloLectura(false);
-    escanea(QStringLiteral("0101"));
-    auto& m = panel_->grilla()->modelo();
-    const QModelIndex cantidad = m.index(0, m.columna(QStringLiteral("Cantidad")));
-    ASSERT_TRUE(m.setData(cantidad, QStringLiteral("3")));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return lineas() == QStringList{"0101|3|100|300"}; }, 3000));
-    EXPECT_EQ(w<QLabel>("txtMontoTotal")->text(), QStringLiteral("300.00"));
-    // Sin permiso la grilla no se corrige.
-    panel_->fijaSoloLectura(true);
-    EXPECT_FALSE(m.flags(cantidad) & Qt::ItemIsEditable);
-    EXPECT_EQ(panel_->grilla()->tabla()->editTriggers(), QAbstractItemView::NoEditTriggers);
-}
-
-// Lo que un cajero puede teclear mal en el panel (cada camino una vez; los topes de cada campo se
-// prueban en la lógica): se rechaza con un mensaje que lo nombra, el programa sigue, el borrador
-// guardado y los totales no cambian, y la grilla vuelve a mostrar lo guardado.
-TEST_F(PanelVentaTest, LoTecleadoFueraDeRangoSeRechazaYElBorradorNoCambia) {
+// Con permiso, la grilla se corrige. Lo que un cajero puede teclear mal en el panel (cada camino
+// una vez; los topes de cada campo se prueban en la lógica) se rechaza con un mensaje que lo
+// nombra, el programa sigue, el borrador guardado y los totales no cambian, y la grilla vuelve a
+// mostrar lo guardado.
+TEST_F(PanelVentaTest, CorreccionesYLoTecleadoFueraDeRango) {
     panel_->fijaSoloLectura(false);
     escanea(QStringLiteral("0101"));
     auto& m = panel_->grilla()->modelo();
@@ -296,24 +246,48 @@ TEST_F(PanelVentaTest, LoTecleadoFueraDeRangoSeRechazaYElBorradorNoCambia) {
         w("txtCant")->setText(QStringLiteral("1"));
         w("Text7")->clear();
     }
+    // Una corrección buena recalcula la línea y los totales; sin permiso la grilla no se corrige.
+    ASSERT_TRUE(m.setData(m.index(0, m.columna(QStringLiteral("Cantidad"))), QStringLiteral("3")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return lineas() == QStringList{"0101|3|100|300"}; }, 3000));
+    EXPECT_EQ(textos({"txtMontoTotal"}), QStringList{"300.00"});
+    panel_->fijaSoloLectura(true);
+    EXPECT_FALSE(m.flags(m.index(0, 0)) & Qt::ItemIsEditable);
+    EXPECT_EQ(panel_->grilla()->tabla()->editTriggers(), QAbstractItemView::NoEditTriggers);
 }
 
-// Una línea imposible guardada por otro camino no traba el panel: abre, la señala y se borra.
-TEST_F(PanelVentaTest, UnaLineaImposibleNoTrabaElPanel) {
+// El borrador sobrevive al reinicio y cada terminal ve el suyo; una línea imposible guardada por
+// otro camino no traba el panel: abre, la señala y se borra.
+TEST_F(PanelVentaTest, AlAbrirVeSuBorradorAunqueTengaUnaLineaImposible) {
     escanea(QStringLiteral("0101"));
-    a().ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300, SubTotal = 900000000000000"));
-    panel_ = nuevoPanel(estado_);
-    EXPECT_EQ(textos({"lblItems", "txtMontoTotal"}),
-              QStringList({"La línea \"Yerba 1 kg\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala.", "0.00"}));
-    EXPECT_TRUE(panel_->grilla()->claveActual().has_value()); // la línea señalada es la actual
+    escanea(QStringLiteral("0303"));
+    EstadoAplicacion otra = estado_;
+    otra.IdRed = 2;
+    auto segunda = nuevoPanel(otra);
+    EXPECT_EQ(segunda->grilla()->modelo().rowCount(), 0);
+    prueba::Teclea(*segunda, "Text7", QStringLiteral("0101"));
+    EXPECT_EQ(std::make_pair(lineas(1).size(), lineas(2).size()), std::make_pair(qsizetype(2), qsizetype(1)));
+    a().ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300, SubTotal = 900000000000000 WHERE PCRed = 1 AND Codigo = '0101'"));
+    // "Reinicio": otro panel de la misma terminal, sin cliente, ve sus dos líneas y señala la mala.
+    segunda.reset();
+    panel_.reset();
+    EstadoAplicacion nuevo;
+    nuevo.IdRed = 1;
+    nuevo.idUsuarioActual = 1;
+    panel_ = nuevoPanel(nuevo);
+    EXPECT_EQ(panel_->grilla()->modelo().rowCount(), 2);
+    EXPECT_EQ(textos({"lblItems", "txtMontoTotal", "lblCli"}),
+              QStringList({"La línea \"Yerba 1 kg\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala.", "0.00",
+                           "<Sin seleccion de cliente>"}));
+    EXPECT_EQ(panel_->grilla()->filaActual()->value(QStringLiteral("Codigo")).toString(), QStringLiteral("0101")); // la señalada
     panel_->grilla()->tabla()->setFocus();
     auto si = respondeCaja(QStringLiteral("Sí"));
     QTest::keyClick(panel_->grilla()->tabla(), Qt::Key_Delete);
     EXPECT_TRUE(si->vista);
-    EXPECT_TRUE(lineas().empty());
+    EXPECT_EQ(lineas(), QStringList{"0303|1|250|250"});
+    EXPECT_EQ(textos({"lblItems", "txtMontoTotal"}), QStringList({"1.0 de 1 ítems.", "250.00"}));
     // Un cliente sin forma de pago propia se ve con EFVO, la forma con que se guarda la venta.
     prueba::Teclea(*panel_, "Text8", QStringLiteral("12345"));
-    EXPECT_EQ(std::make_pair(textos({"cboFPago"}).first(), estado_.FormaPagoActual), std::make_pair(QStringLiteral("EFVO"), QStringLiteral("EFVO")));
+    EXPECT_EQ(QStringList({textos({"cboFPago"}).first(), estado_.FormaPagoActual}), QStringList({"EFVO", "EFVO"}));
 }
 
 } // namespace
