@@ -193,7 +193,7 @@ TEST_P(Registro, CadaComprobanteDejaSusFilasExactasYSuBorradoLasDeshace) {
           lineas("1"), movimientos("B0001-00000008", true), {"501|2026-11-23|1|#|6"}, {}, {}, {"501|2026-11-23|#|VENTA CTA CTE|0|436.96"}},
          "13.25|0.5|106|41|8|0|0", "8|B0001-00000008|6"},
         // Sin stock, sin caja, no comercial: cabecera y líneas; los puntos de la tarjeta, sí.
-        {"presupuesto con tarjeta", datos(kPresupuesto, "EFVO", "C"), Ruta::Plantilla,
+        {"presupuesto con tarjeta, a la impresora de tickets", datos(kPresupuesto, "EFVO", "C"), Ruta::Tickets,
          {{"#|X0002-00000001|13|501|2026-11-23|3|Ana O'Neil|27-12345678-0|EFVO|0|0|0|0|0|500|401.25|10|40.13|361.12|21|75.84|436.96|1|1|S|7|10"},
           lineas("0"), {}, {"501|2026-11-23|1|#|6"}, {}, {}, {}},
          "10|NULL|106|41|7|1|0", "1|X0002-00000001|6"},

@@ -1,9 +1,11 @@
-// Borrador de la venta, cliente de la venta y tipos de comprobante, en los dos motores.
+// Borrador de la venta, cliente de la venta, tipos de comprobante y la ruta de salida de un
+// comprobante según su esquema de impresión, en los dos motores.
 
 #include "apoyo/base_prueba.h"
 #include "filas_prueba.h"
 #include "sales/borrador.h"
 #include "sales/cliente_venta.h"
+#include "sales/salida_comprobante.h"
 #include "sales/tipos_comprobante.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
@@ -47,11 +49,23 @@ protected:
         return prueba::Filas(almacen(), QStringLiteral("SELECT Codigo, Cantidad, Unitario, SubTotal FROM TmpFac WHERE idTmpFac = ?"),
                              {idTmpFac});
     }
+    // Decide la ruta; responde `si` a la pregunta por la plantilla y anota lo que se dijo.
+    std::optional<Ruta> ruta(const QString& plantilla, const char* letra, std::optional<qint64> cliente = {}, bool si = true) {
+        dicho_.clear();
+        PreguntasRuta p;
+        p.preguntaSinPlantilla = [this, si](const QString& t) {
+            dicho_ << t;
+            return si;
+        };
+        p.avisoTickets = [this](const QString& t) { dicho_ << t; };
+        return DecideRuta(almacen(), plantilla, QString::fromLatin1(letra), cliente, p);
+    }
     QStringList borrador(qint32 red = 1) {
         return prueba::Filas(almacen(), QStringLiteral("SELECT Codigo, Cantidad, Unitario, SubTotal, Sn FROM TmpFac WHERE PCRed = ? "
                                                        "ORDER BY idTmpFac"),
                              {red});
     }
+    QStringList dicho_;
 };
 
 // Agregar: una línea nueva o la suma a la del mismo artículo, paso por paso.
@@ -256,15 +270,12 @@ TEST_P(Venta, TiposDeComprobanteNumeracionYValidaciones) {
                            NumeroGuardado(QStringLiteral("A"), QStringLiteral("0002"), 1234567890)}),
               QStringList({"B 0001-00000042", "", "A0002-00000042", "A 0002-123456789", "A0002-123456789"}));
 
-    TipoComprobante t;
-    t.tipo = QStringLiteral("NOTA DE CRÉDITO 'B'");
-    t.letra = QStringLiteral("Bx");
-    t.puntoDeVenta = QStringLiteral("0003 - Sucursal");
-    t.correlativo = QStringLiteral("100");
-    t.operacionInversa = true;
-    t.descuentaStock = true;
-    t.plantilla = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar, QStringLiteral("615 - PL8F")), QStringLiteral("2"));
-    t.modDocumento = QStringLiteral("43 - N.CREDITO B").left(3); // lo que deja la pantalla fiscal
+    // Como lo deja la pantalla: el punto de venta con su nombre, el documento fiscal cortado en 3.
+    const TipoComprobante t = {.tipo = QStringLiteral("NOTA DE CRÉDITO 'B'"), .letra = QStringLiteral("Bx"),
+                               .puntoDeVenta = QStringLiteral("0003 - Sucursal"), .correlativo = QStringLiteral("100"),
+                               .correlativoLeido = {}, .descuentaStock = true, .registraCaja = false, .operacionInversa = true,
+                               .esComercial = false, .plantilla = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar), QStringLiteral("2")),
+                               .modDocumento = QStringLiteral("43 - N.CREDITO B").left(3)};
     const std::function<void(TipoComprobante&)> malos[] = {
         [](TipoComprobante& m) { m.correlativo = QStringLiteral("cien"); },
         [](TipoComprobante& m) { m.letra.clear(); },
@@ -314,12 +325,9 @@ TEST_P(Venta, ElCorrelativoSeEscribeSoloSiCambioYNadieLoMovio) {
         {"veinte cifras", "99999999999999999999", 100, fuera, "FACTURA X|100"},
         {"negativo", "-1", 100, fuera, "FACTURA X|100"},
     };
-    TipoComprobante t;
-    t.tipo = QStringLiteral("FACTURA X");
-    t.letra = QStringLiteral("B");
-    t.puntoDeVenta = QStringLiteral("0001");
-    t.correlativo = QStringLiteral("100");
-    t.plantilla = QStringLiteral("factura.rpt");
+    TipoComprobante t = {.tipo = QStringLiteral("FACTURA X"), .letra = QStringLiteral("B"), .puntoDeVenta = QStringLiteral("0001"),
+                         .correlativo = QStringLiteral("100"), .correlativoLeido = {}, .descuentaStock = false, .registraCaja = false,
+                         .operacionInversa = false, .esComercial = false, .plantilla = QStringLiteral("factura.rpt"), .modDocumento = {}};
     for (const auto& c : casos) {
         const qint64 id = GuardaTipo(a, std::nullopt, t);
         TipoComprobante editado = LeeTipo(a, id).value();
@@ -353,6 +361,36 @@ TEST(TiposDeComprobante, PlantillasDeImpresorasIdaYVuelta) {
     // Hasar se corta por posición: un blanco de más lo corre.
     EXPECT_EQ(LeePlantillaFiscal(kSinPlantilla).modelo, ModeloFiscal::Hasar);
     EXPECT_NE(LeePlantillaFiscal(QStringLiteral("IMPRESORA FISCAL :  HASAR O COMPAT. 950|PUERTO : 1")).itemHasar, QStringLiteral("950"));
+}
+
+TEST_P(Venta, RutasPorElComienzoDeLaPlantilla) {
+    // Vacía: pregunta; con "No" no se registra.
+    EXPECT_EQ(ruta(QString(), "B", {}, false), std::nullopt);
+    EXPECT_EQ(dicho_, QStringList{kPreguntaSinPlantilla});
+    EXPECT_EQ(ruta(QString(), "B"), Ruta::Nada);
+    // Tickets: "En construccion" y sigue, sin nada pendiente.
+    EXPECT_EQ(ruta(PlantillaTickets(QStringLiteral("COM1")), "B"), Ruta::Tickets);
+    EXPECT_EQ(dicho_, QStringList{"En construccion"});
+    // Una plantilla de diez caracteres (o un archivo que ya no está) va por la plantilla, sin preguntar.
+    EXPECT_EQ(ruta(QStringLiteral("factur.rpt"), "A"), Ruta::Plantilla);
+    EXPECT_TRUE(dicho_.isEmpty());
+}
+
+TEST_P(Venta, FiscalConLetraARevisaElCuitGuardado) {
+    almacen().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit) VALUES (11, 'Bueno', '20-12345678-6'), "
+                                     "(12, 'Malo', '20-12345678-0'), (13, 'Sin CUIT', NULL), (14, 'Diez cifras', '20-1234567-6')"));
+    const QString fiscal = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::EpsonTMU), QStringLiteral("1"));
+    EXPECT_EQ(ruta(fiscal, "A", 11), Ruta::Fiscal);
+    for (std::optional<qint64> malo : {std::optional<qint64>(12), std::optional<qint64>(13), std::optional<qint64>(14), std::optional<qint64>()}) {
+        try {
+            ruta(fiscal, "A", malo);
+            ADD_FAILURE() << "aceptó un CUIT inválido: " << malo.value_or(0);
+        } catch (const Aviso& e) {
+            EXPECT_EQ(e.texto(), kCuitInvalidoFiscal);
+        }
+    }
+    // Con letra B no se revisa nada.
+    EXPECT_EQ(ruta(fiscal, "B", 13), Ruta::Fiscal);
 }
 
 ORV_AMBOS_MOTORES(Venta);

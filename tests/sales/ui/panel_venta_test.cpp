@@ -1,14 +1,23 @@
-// El panel "Vender" conducido como lo usa un cajero: lector de códigos, teclado y mouse.
+// El panel "Vender" conducido como lo usa un cajero: lector de códigos, teclado y mouse; y
+// "Registrar": el orden de las negativas (fecha cerrada primero), la pregunta, el comprobante que
+// queda y sale por la salida de informes, y una falla que no pierde el borrador.
 
+#include "apoyo/modal.h"
 #include "apoyo/pantalla_prueba.h"
 #include "panel_prueba.h"
-#include "apoyo/modal.h"
+#include "reports/ui/salida_informes.h"
+#include "reports/ui/visor_informe.h"
 #include "sales/cliente_venta.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_sel_cliente.h"
 #include "widgets/grilla.h"
 
+#include <QFile>
+#include <QPointer>
+#include <QProcess>
 #include <QPushButton>
+#include <QScreen>
+#include <QSignalSpy>
 #include <QTableView>
 #include <functional>
 
@@ -18,19 +27,52 @@ namespace {
 using prueba::alAbrirse;
 using prueba::respondeCaja;
 
+// Responde las próximas `cuantas` cajas: "Sí" a la pregunta de registrar, "Aceptar" a las demás, y
+// anota el texto de cada una.
+std::shared_ptr<QStringList> respondeTodas(int cuantas) {
+    auto vistas = std::make_shared<QStringList>();
+    auto* reloj = new QTimer;
+    reloj->setInterval(5);
+    auto vueltas = std::make_shared<int>(0);
+    QObject::connect(reloj, &QTimer::timeout, [vistas, reloj, vueltas, cuantas] {
+        if (++*vueltas > 2000 || vistas->size() >= cuantas) {
+            reloj->stop();
+            reloj->deleteLater();
+            return;
+        }
+        QMessageBox* caja = prueba::cajaVisible();
+        if (!caja) return;
+        vistas->append(caja->text());
+        prueba::pulsa(caja, caja->text().startsWith(QStringLiteral("Registra e Imprime")) ? QStringLiteral("Sí")
+                                                                                          : QStringLiteral("Aceptar"));
+    });
+    reloj->start();
+    return vistas;
+}
+
 class PanelVentaTest : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
         PantallaDePrueba::SetUp();
-        a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, CgoProveedor) VALUES "
-                                   "('0101', 'Yerba 1 kg', 100, 'PRV-1'), ('AB''1%*', 'Código raro', 19.99, 'P''2'), "
-                                   "('0303', 'Azúcar 1 kg', 250, NULL), ('0404', 'Sin precio', NULL, 'PRV-4')"));
+        a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, CgoProveedor, StockActual) VALUES "
+                                   "('0101', 'Yerba 1 kg', 100, 'PRV-1', 5), ('AB''1%*', 'Código raro', 19.99, 'P''2', NULL), "
+                                   "('0303', 'Azúcar 1 kg', 250, NULL, NULL), ('0404', 'Sin precio', NULL, 'PRV-4', NULL)"));
         a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit, idTipoIva, Descuento, idTipoFormaPago, "
                                    "Domicilio, NroClienteVIP) VALUES (5, 'Ana O''Neil', '27-11111111-1', 1, 10, 1, 'Mitre 1', '123456'), "
                                    "(12345, 'Bruno Cinco Cifras', NULL, 1, 0, NULL, NULL, NULL)"));
+        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
+        salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+        salida_->eligeArchivo = [this](const QString&) { return pdf(); };
         panel_ = nuevoPanel(estado_);
     }
-    std::unique_ptr<PanelVenta> nuevoPanel(EstadoAplicacion& e) { return prueba::AbrePanelVenta(a(), e, *conf_); }
+    // Un panel como el de la ventana principal, que imprime a un archivo.
+    std::unique_ptr<PanelVenta> nuevoPanel(EstadoAplicacion& e) {
+        auto p = prueba::AbrePanelVenta(a(), e, *conf_);
+        p->fijaSalida(salida_.get());
+        p->fijaReloj(&reloj_);
+        return p;
+    }
+    QString pdf() const { return base_->carpeta() + QStringLiteral("/comprobante.pdf"); }
     template <typename T = QLineEdit>
     T* w(const char* nombre) const {
         T* h = panel_->findChild<T*>(QString::fromLatin1(nombre));
@@ -47,10 +89,22 @@ protected:
         w(campo)->selectAll();
         QTest::keyClicks(w(campo), texto);
     }
+    void cliente(const QString& numero) { prueba::Teclea(*panel_, "Text8", numero); }
+    // Comprobantes, borrador y correlativo de la FACTURA B.
+    QStringList almacenado() {
+        return prueba::Filas(a(), QStringLiteral("SELECT (SELECT count(*) FROM Comprobantes), (SELECT count(*) FROM TmpFac), "
+                                                 "(SELECT Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = 1)"));
+    }
+    void f9() {
+        QApplication::setActiveWindow(panel_.get());
+        QTest::keyClick(panel_.get(), Qt::Key_F9);
+    }
     Almacen& a() const { return base_->almacen(); }
 
+    std::unique_ptr<SalidaInformes> salida_;
     std::unique_ptr<PanelVenta> panel_;
 };
+class Registrar : public PanelVentaTest {};
 
 // El lector suma el mismo artículo en su línea; "3*" antes del código pide 3 sin pasar por
 // "Cantidad", que lo muestra mientras llega el código; un código que no está se avisa en el panel
@@ -288,6 +342,109 @@ TEST_F(PanelVentaTest, AlAbrirVeSuBorradorAunqueTengaUnaLineaImposible) {
     // Un cliente sin forma de pago propia se ve con EFVO, la forma con que se guarda la venta.
     prueba::Teclea(*panel_, "Text8", QStringLiteral("12345"));
     EXPECT_EQ(QStringList({textos({"cboFPago"}).first(), estado_.FormaPagoActual}), QStringList({"EFVO", "EFVO"}));
+}
+
+TEST_F(Registrar, LasNegativasEnSuOrdenYNadaEscrito) {
+    // Fecha cerrada: antes que todo, aun sin cliente.
+    a().ejecuta(QStringLiteral("INSERT INTO CorteCaja (Fecha) VALUES (?)"), {QDate(2026, 11, 23)});
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
+    f9();
+    EXPECT_EQ(caja->texto, QStringLiteral("Error, fecha cerrada para ingresar movimientos!"));
+    a().ejecuta(QStringLiteral("DELETE FROM CorteCaja"));
+
+    // Sin cliente, con el cursor en el cliente.
+    escanea(QStringLiteral("0101"));
+    caja = respondeCaja(QStringLiteral("Aceptar"));
+    panel_->findChild<QPushButton*>(QStringLiteral("Command16"))->click();
+    EXPECT_EQ(std::make_pair(caja->titulo, caja->texto), std::make_pair(QStringLiteral("Error"), QStringLiteral("Seleccione Cliente!")));
+    EXPECT_EQ(panel_->focusWidget(), w("Text8"));
+
+    // La pregunta, con el tipo; No no hace nada.
+    cliente(QStringLiteral("5"));
+    caja = respondeCaja(QStringLiteral("No"));
+    f9();
+    EXPECT_EQ(caja->texto, QStringLiteral("Registra e Imprime :FACTURA B ??"));
+    EXPECT_EQ(almacenado(), QStringList{"0|1|0"});
+
+    // Sin líneas, después de la pregunta.
+    a().ejecuta(QStringLiteral("DELETE FROM TmpFac"));
+    auto cajas = respondeTodas(2);
+    f9();
+    EXPECT_EQ(*cajas, QStringList({"Registra e Imprime :FACTURA B ??", "No hay articulos a facturar!"}));
+    EXPECT_EQ(almacenado(), QStringList{"0|0|0"});
+}
+
+TEST_F(Registrar, RegistraImprimePorLaSalidaVigenteYEmpiezaOtraVenta) {
+    QSignalSpy registrado(panel_.get(), &PanelVenta::comprobanteRegistrado);
+    escanea(QStringLiteral("0101"));
+    escanea(QStringLiteral("0101"));
+    cliente(QStringLiteral("5"));
+    w("txSuPago")->setText(QStringLiteral("500"));
+    auto cajas = respondeTodas(1);
+    f9();
+    EXPECT_EQ(cajas->size(), 1);
+    ASSERT_EQ(registrado.count(), 1);
+    // Lo que el panel pasa al registro (el resto de las filas lo mira la prueba del registro).
+    EXPECT_EQ(prueba::Filas(a(), QStringLiteral("SELECT Factura, idVendedor, Nombre, Cuit, FormaPago, SuPago, Total, idUsuario, "
+                                                 "(SELECT StockActual FROM Articulos) FROM Comprobantes WHERE idComprobante = ?"),
+                            {registrado.at(0).at(0)}),
+              QStringList{"B0001-00000001|5|Ana O'Neil|27-11111111-1|EFVO|500|200|1|3"});
+    EXPECT_EQ(a().valor(QStringLiteral("SELECT count(*) FROM Caja")).toInt(), 1);
+    // Salió por la salida vigente (aquí, a un archivo) con su plantilla.
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {pdf(), QStringLiteral("-")});
+    p.waitForFinished(30000);
+    const QString t = QString::fromUtf8(p.readAllStandardOutput());
+    EXPECT_TRUE(t.contains(QStringLiteral("0001-00000001")) && t.contains(QStringLiteral("Ana O'Neil"))) << t.toStdString();
+    // Venta nueva: borrador vacío, sin cliente, y el próximo número a la vista.
+    EXPECT_EQ(almacenado(), QStringList{"1|0|1"});
+    EXPECT_EQ(prueba::Textos(*panel_, {"Text8", "lblProx"}), QStringList({"", "B 0001-00000002"}));
+    EXPECT_FALSE(panel_->idCliente());
+}
+
+// La caja que nunca toca el mouse: con cliente predeterminado, cada venta empieza con él y el
+// cursor en el código; otro número lo cambia sólo para esa venta. Escanear y F9: el comprobante se
+// ve en una ventana casi del alto de la pantalla, Esc la cierra y la próxima venta ya está lista
+// para escanear, con el predeterminado.
+TEST_F(Registrar, SoloConElTecladoDelEscaneoALaVentaSiguiente) {
+    FijaClientePredeterminado(a(), *conf_, QStringLiteral("5"));
+    SalidaInformes aLaVentana(a(), *conf_, estado_, reloj_, panel_.get());
+    aLaVentana.fijaDestino(QStringLiteral("0 - A una ventana"), QStringLiteral("1"));
+    panel_->fijaSalida(&aLaVentana);
+    panel_->reseteaFactura();
+    EXPECT_EQ(prueba::Textos(*panel_, {"Text8", "lblCli"}), QStringList({"5", "Ana O'Neil"}));
+    EXPECT_TRUE(w("Text7")->hasFocus());
+    w("Text8")->clear();
+    cliente(QStringLiteral("12345"));
+    escanea(QStringLiteral("0101"));
+    auto cajas = respondeTodas(1);
+    f9();
+    ASSERT_EQ(cajas->size(), 1); // sólo la pregunta de registrar
+    EXPECT_TRUE(cajas->at(0).startsWith(QStringLiteral("Registra e Imprime :FACTURA B")));
+    EXPECT_EQ(a().valor(QStringLiteral("SELECT Nombre FROM Comprobantes")).toString(), QStringLiteral("Bruno Cinco Cifras"));
+    QPointer<VisorInforme> visor = aLaVentana.ultimoVisor();
+    ASSERT_TRUE(visor);
+    EXPECT_GE(visor->height(), visor->screen()->availableGeometry().height() * 9 / 10);
+    QApplication::setActiveWindow(visor);
+    QTest::keyClick(visor, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return visor.isNull(); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return w("Text7")->hasFocus(); }, 2000));
+    EXPECT_EQ(std::make_pair(panel_->idCliente(), estado_.NombreClienteActual), std::make_pair(std::optional<qint64>(5), QStringLiteral("Ana O'Neil")));
+    panel_->fijaSalida(salida_.get());
+}
+
+TEST_F(Registrar, UnaFallaLoDiceUnaVezYGuardaElBorradorYElNumero) {
+    a().ejecuta(QStringLiteral("DROP TABLE Caja")); // la última escritura del registro falla en el motor
+    escanea(QStringLiteral("0101"));
+    cliente(QStringLiteral("5"));
+    auto cajas = respondeTodas(2);
+    f9();
+    ASSERT_EQ(cajas->size(), 2);
+    EXPECT_TRUE(cajas->at(1).startsWith(QStringLiteral("No se registró el comprobante: "))) << cajas->at(1).toStdString();
+    EXPECT_TRUE(cajas->at(1).endsWith(QStringLiteral("El borrador queda como estaba.")));
+    EXPECT_EQ(almacenado(), QStringList{"0|1|0"});
+    EXPECT_EQ(panel_->idCliente(), 5);
+    EXPECT_FALSE(QFile::exists(pdf()));
 }
 
 } // namespace
