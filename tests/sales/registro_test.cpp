@@ -18,6 +18,7 @@
 namespace orv {
 namespace {
 
+using prueba::AvisoDe;
 using prueba::PorMotor;
 
 // Claves fijas, para que las filas esperadas se lean: yerba 101 (rubro con 2 puntos), vela 102
@@ -118,12 +119,9 @@ protected:
             hilos.emplace_back([&, tarea] {
                 try {
                     tarea(*base().otraConexion());
-                } catch (const ErrorAlmacen& e) {
+                } catch (const std::exception& e) {
                     std::lock_guard<std::mutex> l(m);
-                    errores << e.descripcion();
-                } catch (const Aviso& e) {
-                    std::lock_guard<std::mutex> l(m);
-                    errores << e.texto();
+                    errores << QString::fromUtf8(e.what());
                 }
             });
         for (auto& h : hilos) h.join();
@@ -141,13 +139,14 @@ protected:
 // Cada clase de comprobante deja exactamente estas filas, columna por columna ("#" es la clave del
 // comprobante recién registrado), estos saldos y este resultado; y su borrado las deshace.
 TEST_P(Registro, CadaComprobanteDejaSusFilasExactasYSuBorradoLasDeshace) {
+    // Las filas esperadas de cada tabla; los saldos: yerba|vela|puntos de Ana|correlativos 11, 12 y
+    // 13|borrador; el resultado: número|factura|puntos.
     struct Caso {
         const char* nombre;
         DatosRegistro datos;
         Ruta ruta;
         QStringList esperado[std::size(kTablas)];
-        const char* saldos;    // yerba|vela|puntos de Ana|correlativos 11, 12, 13|borrador
-        const char* resultado; // número|factura|puntos
+        const char *saldos, *resultado;
     };
     // Las líneas, siempre en el orden del borrador y con los importes como vinieron; el stock sale
     // (o entra, con la operación inversa) también por el artículo que ya no está.
@@ -226,13 +225,7 @@ TEST_P(Registro, CadaComprobanteDejaSusFilasExactasYSuBorradoLasDeshace) {
         almacen().ejecuta(invierte);
         const QStringList borrado = {QStringLiteral("10|NULL|") + QString::fromLatin1(c.saldos).section(u'|', 2)};
         EXPECT_EQ(foto(), borrado) << c.nombre;
-        QString visto;
-        try {
-            BorraComprobante(almacen(), leido);
-        } catch (const Aviso& e) {
-            visto = e.texto();
-        }
-        EXPECT_EQ(visto, kComprobanteYaBorrado) << c.nombre;
+        EXPECT_EQ(AvisoDe([&] { BorraComprobante(almacen(), leido); }), kComprobanteYaBorrado) << c.nombre;
         EXPECT_EQ(foto(), borrado) << c.nombre;
     };
     for (const Caso& c : casos) registra(c);
@@ -246,55 +239,35 @@ TEST_P(Registro, CadaComprobanteDejaSusFilasExactasYSuBorradoLasDeshace) {
 
 // Lo que no se registra no deja rastro: ni filas, ni stock, ni puntos, ni número; el borrador queda.
 TEST_P(Registro, LoRechazadoNoDejaRastroNiConsumeElNumero) {
-    struct Caso {
-        const char* nombre;
-        std::function<void()> prepara;
-        const char* aviso; // vacío: lo rechaza el almacén
-    };
-    Almacen& a = almacen();
-    const std::vector<Caso> casos = {
-        {"un borrador vacío", [&] { a.ejecuta(QStringLiteral("DELETE FROM TmpFac")); }, "No hay articulos a facturar!"},
-        {"una línea imposible, guardada por otro camino",
-         [&] { a.ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300 WHERE Codigo = 'V1'")); },
+    const std::tuple<const char*, QStringList, QString> casos[] = {
+        {"un borrador vacío", {"DELETE FROM TmpFac"}, "No hay articulos a facturar!"},
+        {"una línea imposible, guardada por otro camino", {"UPDATE TmpFac SET Cantidad = 1e300 WHERE Codigo = 'V1'"},
          "La línea \"Vela\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala."},
-        // La última escritura, la de caja, la rechaza el almacén: todo lo anterior se deshace.
+        // La última escritura, la de caja, la rechaza el almacén (una vista con DISTINCT no se puede
+        // escribir en ningún motor): todo lo anterior se deshace.
         {"la caja rechazada por el almacén",
-         [&] {
-             if (a.esPostgreSQL()) {
-                 a.ejecuta(QStringLiteral("CREATE FUNCTION rechaza() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RAISE EXCEPTION ''no''; END'"));
-                 a.ejecuta(QStringLiteral("CREATE TRIGGER rechaza BEFORE INSERT ON Caja FOR EACH ROW EXECUTE FUNCTION rechaza()"));
-             } else {
-                 a.ejecuta(QStringLiteral("CREATE TRIGGER rechaza BEFORE INSERT ON Caja BEGIN SELECT RAISE(ABORT, 'no'); END"));
-             }
-         },
-         ""},
+         {"ALTER TABLE Caja RENAME TO CajaGuardada", "CREATE VIEW Caja AS SELECT DISTINCT * FROM CajaGuardada"}, "ErrorAlmacen"},
     };
-    for (const Caso& c : casos) {
+    const auto estado = [&] { return foto() + filas("SELECT * FROM TmpFac ORDER BY idTmpFac"); };
+    for (const auto& [que, prepara, aviso] : casos) {
         borrador();
-        c.prepara();
-        const auto estado = [&] { return foto() + filas(QStringLiteral("SELECT * FROM TmpFac ORDER BY idTmpFac")); };
+        for (const QString& sql : prepara) almacen().ejecuta(sql);
         const QStringList antes = estado();
-        QString visto;
-        try {
-            RegistraComprobante(a, datos(kFactura, "EFVO", "C"), Ruta::Plantilla);
-        } catch (const Aviso& e) {
-            visto = e.texto();
-        } catch (const ErrorAlmacen&) {
-            visto = QStringLiteral("el almacén");
-        }
-        EXPECT_EQ(visto, *c.aviso ? QString::fromUtf8(c.aviso) : QStringLiteral("el almacén")) << c.nombre;
-        EXPECT_EQ(estado(), antes) << c.nombre;
-        a.ejecuta(QStringLiteral("DELETE FROM TmpFac"));
+        EXPECT_EQ(AvisoDe([&] { RegistraComprobante(almacen(), datos(kFactura, "EFVO", "C"), Ruta::Plantilla); }), aviso) << que;
+        EXPECT_EQ(estado(), antes) << que;
+        almacen().ejecuta(QStringLiteral("DELETE FROM TmpFac"));
     }
 }
 
 // Los puntos ganados se cuentan con decimales; la fila de la tarjeta y el saldo del cliente los
 // guardan enteros, redondeando la mitad al par, y hay fila siempre que se haya ganado algo.
 TEST_P(Registro, PuntosConDecimalesRedondeanAlGuardarse) {
+    // Puntos del rubro por unidad (se venden 2 yerbas), saldo previo del cliente; puntos de la fila
+    // de la tarjeta, si hay, y saldo después.
     struct Caso {
-        double puntosDelRubro; // por unidad; el borrador lleva 2 yerbas
+        double puntosDelRubro;
         qint64 saldoPrevio;
-        QStringList queda; // puntos de la fila de la tarjeta, si hay, y saldo del cliente
+        QStringList queda;
     };
     const Caso casos[] = {
         {0.1, 100, {"0", "100"}},  // 0.2 puntos: fila con 0, saldo igual

@@ -20,16 +20,7 @@ namespace {
 
 using prueba::PorMotor;
 using O = OrigenLinea;
-
-// El texto del aviso que lanza `accion`; vacío si no lanza ninguno.
-QString AvisoDe(const std::function<void()>& accion) {
-    try {
-        accion();
-    } catch (const Aviso& e) {
-        return e.texto();
-    }
-    return {};
-}
+using prueba::AvisoDe;
 
 class Venta : public PorMotor {
 protected:
@@ -70,15 +61,14 @@ protected:
 
 // Agregar: una línea nueva o la suma a la del mismo artículo, paso por paso.
 TEST_P(Venta, AgregarSumaALaLineaDelMismoArticulo) {
+    // Terminal, origen, código, cantidad y precio escritos; si suma a una línea que ya estaba, cómo
+    // queda la línea, y por qué.
     struct Paso {
         qint32 red;
         O origen;
-        const char* codigo;
-        const char* cantidad;
-        const char* unitario;
-        bool suma;         // a una línea que ya estaba
-        const char* linea; // cómo queda la línea
-        const char* que;
+        const char *codigo, *cantidad, *unitario;
+        bool suma;
+        const char *linea, *que;
     };
     const Paso pasos[] = {
         {1, O::CodigoBarras, "0101", "1", "0", false, "0101|1|100|100", "por código de barras, con el precio del artículo"},
@@ -308,12 +298,13 @@ TEST_P(Venta, TiposDeComprobanteNumeracionYValidaciones) {
 TEST_P(Venta, ElCorrelativoSeEscribeSoloSiCambioYNadieLoMovio) {
     Almacen& a = almacen();
     const QString fuera = QStringLiteral("Correlativo: Importe fuera de rango!");
+    // Lo que deja el usuario en el diálogo (leyó 100), el número en el almacén al guardar, el aviso
+    // (vacío: se guarda), y Tipo y Correlativo en el almacén después.
     const struct {
-        const char* que;
-        const char* escrito; // lo que deja el usuario en el diálogo (leyó 100)
-        qint64 otroPuesto;   // el número en el almacén al guardar
-        QString aviso;       // vacío: se guarda
-        const char* queda;   // Tipo y Correlativo en el almacén después
+        const char *que, *escrito;
+        qint64 otroPuesto;
+        QString aviso;
+        const char* queda;
     } casos[] = {
         {"sin tocar el número, otro puesto vendió", "100", 105, {}, "FACTURA X NUEVA|105"},
         {"número cambiado, nadie lo movió", "200", 100, {}, "FACTURA X NUEVA|200"},

@@ -1,34 +1,19 @@
 #pragma once
-// El panel "Vender" abierto como en la ventana principal, lo que hace el lector de códigos, y lo
-// que muestran los controles y guarda el borrador, para compararlos enteros.
+// Lo que teclea el cajero o el lector de códigos, lo que muestran los controles (para compararlo
+// entero), el texto de un comprobante impreso a PDF, y un vigía de cajas de mensaje.
 
 #include "../../ui/caja_modal.h"
 #include "../filas_prueba.h"
-#include "sales/ui/panel_venta.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProcess>
 #include <QTest>
 #include <QTimer>
-#include <memory>
 
 namespace orv::prueba {
-
-inline std::unique_ptr<PanelVenta> AbrePanelVenta(Almacen& a, EstadoAplicacion& e, const Configuracion& conf) {
-    auto p = std::make_unique<PanelVenta>(a, e, conf);
-    p->resize(1200, 700);
-    p->leeCoefIva();
-    p->llenaTiposComprobante();
-    p->llenaArticulos();
-    p->llenaVendedores();
-    p->llenaFormasPago();
-    p->show();
-    QApplication::setActiveWindow(p.get());
-    p->entra();
-    return p;
-}
 
 // El texto y Enter en un campo del panel, como el lector o el cajero.
 inline void Teclea(QWidget& p, const char* campo, const QString& texto) {
@@ -51,9 +36,12 @@ inline QStringList Textos(const QWidget& w, std::initializer_list<const char*> n
     return r;
 }
 
-// Código, cantidad, unitario y subtotal de cada línea del borrador de la terminal.
-inline QStringList LineasDelBorrador(const Almacen& a, qint32 red = 1) {
-    return Filas(a, QStringLiteral("SELECT Codigo, Cantidad, Unitario, SubTotal FROM TmpFac WHERE PCRed = ? ORDER BY idTmpFac"), {red});
+// El texto de un PDF, como lo lee una persona.
+inline QString TextoDelPdf(const QString& ruta) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {ruta, QStringLiteral("-")});
+    p.waitForFinished(30000);
+    return QString::fromUtf8(p.readAllStandardOutput());
 }
 
 // Mientras vive, cierra toda caja de mensaje que aparezca y la cuenta: para ver que no aparece
