@@ -3,11 +3,11 @@
 // medias, y el borrador sigue o se fue con él.
 
 #include "apoyo/base_prueba.h"
+#include "filas_prueba.h"
 #include "store/actualizacion.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QSqlQuery>
 
 namespace orv {
 namespace {
@@ -32,14 +32,13 @@ protected:
                                    "SELECT idArticulo, Codigo, Descripcion, 2, 10, 20, 1 FROM Articulos"));
     }
     Foto foto() {
-        QSqlQuery q = a().consulta(QStringLiteral(
-            "SELECT (SELECT count(*) FROM Comprobantes), (SELECT count(*) FROM DetalleComprobantes), (SELECT count(*) FROM MovimientoStock), "
-            "(SELECT count(*) FROM Caja), (SELECT count(*) FROM Vip), (SELECT count(*) FROM DetComisiones), "
-            "(SELECT Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = 1), (SELECT count(*) FROM TmpFac), "
-            "(SELECT sum(StockActual) FROM Articulos), (SELECT PuntosVIP FROM Vendedores WHERE idVendedor = 2)"));
         Foto f;
-        if (q.next())
-            for (int i = 0; i < 10; ++i) f.push_back(q.value(i).toDouble());
+        for (const QString& x : prueba::Filas(a(), QStringLiteral(
+                 "SELECT (SELECT count(*) FROM Comprobantes), (SELECT count(*) FROM DetalleComprobantes), (SELECT count(*) FROM MovimientoStock), "
+                 "(SELECT count(*) FROM Caja), (SELECT count(*) FROM Vip), (SELECT count(*) FROM DetComisiones), "
+                 "(SELECT Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = 1), (SELECT count(*) FROM TmpFac), "
+                 "(SELECT sum(StockActual) FROM Articulos), (SELECT PuntosVIP FROM Vendedores WHERE idVendedor = 2)")).first().split(u'|'))
+            f.push_back(x.toDouble());
         return f;
     }
     // Corre el registro en un proceso que muere al empezar la sentencia `en` (0: no muere).

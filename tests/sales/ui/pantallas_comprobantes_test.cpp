@@ -271,10 +271,10 @@ TEST_F(ComprobantesRegistrados, ElBorradoAbreEnElDiaPreguntaYDeshace) {
     EXPECT_EQ(vigia.vistas, 0);
 }
 
+// La reimpresión por fecha sale con la plantilla del tipo (si ya no sirve, con la última que
+// sirvió), o sólo se marca pendiente para la impresora fiscal.
 TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
-    const EstadoAplicacion estado;
-    const RelojFijo reloj(QDateTime(kHoy, QTime(9, 0)));
-    SalidaInformes salida(a(), *conf_, estado, reloj, nullptr);
+    SalidaInformes salida(a(), *conf_, estado_, reloj_, nullptr);
     const QString pdf = base_->carpeta() + QStringLiteral("/re.pdf");
     salida.fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
     salida.eligeArchivo = [&](const QString&) { return pdf; };
@@ -284,6 +284,7 @@ TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
     p.findChild<QDateEdit*>(QStringLiteral("dt1"))->setDate(kHoy.addDays(-1));
     ASSERT_EQ(p.grilla()->modelo().rowCount(), 1);
     p.grilla()->irAFila(0);
+    EXPECT_EQ(PlantillaDeReimpresion(a(), ayer_, base_->carpeta()), QStringLiteral("factura.rpt"));
     p.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
     EXPECT_TRUE(prueba::TextoDelPdf(pdf).contains(QStringLiteral("0001-00000001")));
 
@@ -296,6 +297,15 @@ TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
     EXPECT_EQ(a().valor(QStringLiteral("SELECT ImpresoFiscal FROM Comprobantes WHERE idComprobante = ?"), {ayer_}).toString(),
               QStringLiteral("N"));
     EXPECT_FALSE(QFile::exists(pdf));
+
+    const auto con = [&](const QVariant& plantilla) {
+        a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET NombrePlantilla = ?"), {plantilla});
+        return PlantillaDeReimpresion(a(), hoy1_, base_->carpeta());
+    };
+    EXPECT_EQ(con(QStringLiteral("factura_discrimina_iva.rpt")), QStringLiteral("factura_discrimina_iva.rpt"));
+    for (const char* otra : {"/no/esta/mas.rpt", "IMPRESORA FISCAL : HASAR|PUERTO : 1", "IMPRESORA TICKETS PUERTO : COM1"})
+        EXPECT_EQ(con(QString::fromLatin1(otra)), QStringLiteral("factura_discrimina_iva.rpt")) << otra;
+    EXPECT_TRUE(con(QVariant()).isEmpty());
 }
 
 TEST_F(ComprobantesRegistrados, ElDetalleMuestraLasLineasDeUnSoloComprobante) {
@@ -308,19 +318,6 @@ TEST_F(ComprobantesRegistrados, ElDetalleMuestraLasLineasDeUnSoloComprobante) {
     // Número, fecha (en la forma de siempre, también en SQLite) y cliente, una sola vez arriba.
     const QString cabecera = p.findChild<QLabel*>(QStringLiteral("lblComprobante"))->text();
     EXPECT_TRUE(cabecera.contains(FechaTexto(kHoy))) << qPrintable(cabecera);
-}
-
-TEST_F(ComprobantesRegistrados, LaPlantillaDeReimpresionCaeEnLaDeSiempre) {
-    const QString carpeta = base_->carpeta();
-    const auto con = [&](const QVariant& plantilla) {
-        a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET NombrePlantilla = ?"), {plantilla});
-        return PlantillaDeReimpresion(a(), hoy1_, carpeta);
-    };
-    EXPECT_EQ(PlantillaDeReimpresion(a(), hoy1_, carpeta), QStringLiteral("factura.rpt"));
-    EXPECT_EQ(con(QStringLiteral("factura_discrimina_iva.rpt")), QStringLiteral("factura_discrimina_iva.rpt"));
-    for (const char* otra : {"/no/esta/mas.rpt", "IMPRESORA FISCAL : HASAR|PUERTO : 1", "IMPRESORA TICKETS PUERTO : COM1"})
-        EXPECT_EQ(con(QString::fromLatin1(otra)), QStringLiteral("factura_discrimina_iva.rpt")) << otra;
-    EXPECT_TRUE(con(QVariant()).isEmpty());
 }
 
 } // namespace
