@@ -1,44 +1,51 @@
-// Pantallas de tipos de comprobante y "Mas Datos...": controles, textos y lo que graban.
+// Pantallas de tipos de comprobante y "Mas Datos...": controles, textos y lo que graban; y el
+// borrado y la reimpresión de comprobantes registrados.
 
-#include "apoyo/pantalla_prueba.h"
 #include "apoyo/modal.h"
+#include "apoyo/pantalla_prueba.h"
+#include "panel_prueba.h"
+#include "reports/ui/salida_informes.h"
+#include "sales/registro.h"
 #include "sales/tipos_comprobante.h"
+#include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_conf_fiscal.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
 #include "sales/ui/pan_pre_fact.h"
-#include "widgets/grilla.h"
-#include "store/actualizacion.h"
+#include "store/formato.h"
 #include "store/rutinas.h"
-#include "../../ui/caja_modal.h"
+#include "widgets/grilla.h"
 
 #include <QCheckBox>
-#include <QComboBox>
+#include <QDateEdit>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
 
 namespace orv {
 namespace {
 
-using prueba::alAbrirse;
 using prueba::respondeCaja;
 
 class PantallasComprobantes : public prueba::PantallaDePrueba {
 protected:
-    void SetUp() override {
-        PantallaDePrueba::SetUp();
-        conf_->graba(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"), QStringLiteral("1"));
-    }
     template <typename T>
-    static T* h(QWidget* w, const char* n) {
-        T* r = w->findChild<T*>(QString::fromLatin1(n));
+    static T* h(const QWidget& w, const char* n) {
+        T* r = w.findChild<T*>(QString::fromLatin1(n));
         EXPECT_NE(r, nullptr) << n;
+        return r;
+    }
+    // Pulsa el botón de un diálogo que responde con una caja: el texto de la caja.
+    static QString cajaAlPulsar(const QWidget& w, const char* boton) {
+        auto caja = respondeCaja(QStringLiteral("Aceptar"));
+        QTest::mouseClick(h<QPushButton>(w, boton), Qt::LeftButton);
+        return caja->texto;
+    }
+    static QStringList rotulos(const QWidget& w) {
+        QStringList r;
+        for (QLabel* l : w.findChildren<QLabel*>()) r << l->text();
         return r;
     }
 };
@@ -46,134 +53,116 @@ protected:
 TEST_F(PantallasComprobantes, NuevoTipoValidaExplicaYEligePlantilla) {
     PanNueTipoComproba d(a(), *conf_, std::nullopt);
     d.show();
-    auto* stock = h<QCheckBox>(&d, "chkStock");
+    auto* stock = h<QCheckBox>(d, "chkStock");
     EXPECT_EQ(stock->text(), QStringLiteral("Descuenta cantidades del stock ?"));
-    h<QCheckBox>(&d, "chkInversa")->click();
+    h<QCheckBox>(d, "chkInversa")->click();
     EXPECT_EQ(stock->text(), QStringLiteral("Aumenta cantidades del stock ?"));
-    bool explicaciones = true;
-    for (const QString& t : {explicacion::esComercial, explicacion::operacionInversa, explicacion::descuentaStock,
-                             explicacion::registraCaja}) {
-        bool esta = false;
-        for (QLabel* l : d.findChildren<QLabel*>()) esta = esta || l->text() == t;
-        explicaciones = explicaciones && esta;
-    }
-    EXPECT_TRUE(explicaciones);
+    for (const QString& t : {explicacion::esComercial, explicacion::operacionInversa, explicacion::descuentaStock, explicacion::registraCaja})
+        EXPECT_TRUE(rotulos(d).contains(t)) << t.toStdString();
 
-    // Sin plantilla no se acepta.
-    h<QLineEdit>(&d, "txTipo")->setText(QStringLiteral("REMITO 'R'"));
-    h<QComboBox>(&d, "cbLetra")->setEditText(QStringLiteral("R"));
-    h<QComboBox>(&d, "cbPtoVta")->setEditText(QStringLiteral("0002"));
-    auto caja = respondeCaja(QStringLiteral("Aceptar"));
-    QTest::mouseClick(h<QPushButton>(&d, "Command1"), Qt::LeftButton);
-    EXPECT_EQ(caja->texto, QStringLiteral("Error, ingrese la información correctamente!"));
+    // Sin plantilla no se acepta; un archivo que no está se rechaza; uno que está queda con su ruta.
+    h<QLineEdit>(d, "txTipo")->setText(QStringLiteral("REMITO 'R'"));
+    h<QComboBox>(d, "cbLetra")->setEditText(QStringLiteral("R"));
+    h<QComboBox>(d, "cbPtoVta")->setEditText(QStringLiteral("0002"));
+    EXPECT_EQ(cajaAlPulsar(d, "Command1"), QStringLiteral("Error, ingrese la información correctamente!"));
     EXPECT_TRUE(d.isVisible());
-    // Un archivo que no está se rechaza; uno que está queda con su ruta completa.
-    caja = respondeCaja(QStringLiteral("Aceptar"));
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
     d.eligePlantilla(base_->carpeta() + QStringLiteral("/no-esta.rpt"));
-    EXPECT_EQ(caja->texto, QStringLiteral("Seleccione un archivo válido!"));
-    EXPECT_EQ(h<QLabel>(&d, "lblPlantilla")->text(), kSinPlantilla);
+    EXPECT_EQ(std::make_pair(caja->texto, h<QLabel>(d, "lblPlantilla")->text()),
+              std::make_pair(QStringLiteral("Seleccione un archivo válido!"), kSinPlantilla));
     const QString ruta = base_->carpeta() + QStringLiteral("/remito.rpt");
     QFile f(ruta);
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.close();
     d.eligePlantilla(ruta);
-    EXPECT_EQ(h<QLabel>(&d, "lblPlantilla")->text(), ruta);
-    h<QLineEdit>(&d, "txCorrelativo")->setText(QStringLiteral("cien"));
-    caja = respondeCaja(QStringLiteral("Aceptar"));
-    QTest::mouseClick(h<QPushButton>(&d, "Command1"), Qt::LeftButton);
-    EXPECT_TRUE(caja->vista);
-    h<QLineEdit>(&d, "txCorrelativo")->setText(QStringLiteral("100"));
-    QTest::mouseClick(h<QPushButton>(&d, "Command1"), Qt::LeftButton);
+    EXPECT_EQ(h<QLabel>(d, "lblPlantilla")->text(), ruta);
+    h<QLineEdit>(d, "txCorrelativo")->setText(QStringLiteral("cien"));
+    EXPECT_FALSE(cajaAlPulsar(d, "Command1").isEmpty());
+    h<QLineEdit>(d, "txCorrelativo")->setText(QStringLiteral("100"));
+    QTest::mouseClick(h<QPushButton>(d, "Command1"), Qt::LeftButton);
     EXPECT_EQ(d.result(), QDialog::Accepted);
     const TipoComprobante t = d.datos();
-    EXPECT_TRUE(t.operacionInversa && t.descuentaStock == false);
-    EXPECT_EQ(t.plantilla, ruta);
+    EXPECT_EQ(std::make_tuple(t.tipo, t.letra, t.puntoDeVenta, t.correlativo, t.operacionInversa, t.descuentaStock, t.plantilla),
+              std::make_tuple(QStringLiteral("REMITO 'R'"), QStringLiteral("R"), QStringLiteral("0002"), QStringLiteral("100"), true,
+                              false, ruta));
 }
 
 TEST_F(PantallasComprobantes, ImpresoraFiscalAbreConLoGuardadoYEscribeLaPlantilla) {
     PanConfFiscal f(QStringLiteral("IMPRESORA FISCAL : EPSON 200 80 COL|PUERTO : 2"), QStringLiteral("49"));
-    EXPECT_TRUE(h<QRadioButton>(&f, "optEpson200")->isChecked());
-    EXPECT_EQ(h<QLineEdit>(&f, "txPuerto")->text(), QStringLiteral("2"));
-    EXPECT_FALSE(h<QListWidget>(&f, "listhasar")->isEnabled());
-    EXPECT_EQ(h<QComboBox>(&f, "cboModComprobante")->currentText(), QStringLiteral("49 - Factura B"));
+    EXPECT_TRUE(h<QRadioButton>(f, "optEpson200")->isChecked());
+    EXPECT_FALSE(h<QListWidget>(f, "listhasar")->isEnabled());
+    EXPECT_EQ(prueba::Textos(f, {"txPuerto", "cboModComprobante"}), QStringList({"2", "49 - Factura B"}));
     EXPECT_EQ(f.plantilla(), QStringLiteral("IMPRESORA FISCAL : EPSON 200 80 COL|PUERTO : 2"));
 
     PanConfFiscal g(kSinPlantilla, QString());
     g.show();
-    EXPECT_TRUE(h<QRadioButton>(&g, "optHasar")->isChecked());
-    auto caja = respondeCaja(QStringLiteral("Aceptar"));
-    QTest::mouseClick(h<QPushButton>(&g, "Command1"), Qt::LeftButton);
-    EXPECT_EQ(caja->texto, QStringLiteral("Error, seleccione un modelo!"));
-    h<QListWidget>(&g, "listhasar")->setCurrentRow(2);
-    h<QComboBox>(&g, "cboModComprobante")->setCurrentIndex(8);
-    EXPECT_EQ(h<QLabel>(&g, "Label3")->text(), QStringLiteral("HASAR O COMPAT. 615 - PL8F"));
-    QTest::mouseClick(h<QPushButton>(&g, "Command1"), Qt::LeftButton);
+    EXPECT_TRUE(h<QRadioButton>(g, "optHasar")->isChecked());
+    EXPECT_EQ(cajaAlPulsar(g, "Command1"), QStringLiteral("Error, seleccione un modelo!"));
+    h<QListWidget>(g, "listhasar")->setCurrentRow(2);
+    h<QComboBox>(g, "cboModComprobante")->setCurrentIndex(8);
+    EXPECT_EQ(h<QLabel>(g, "Label3")->text(), QStringLiteral("HASAR O COMPAT. 615 - PL8F"));
+    QTest::mouseClick(h<QPushButton>(g, "Command1"), Qt::LeftButton);
     EXPECT_EQ(g.result(), QDialog::Accepted);
     // Sin puerto la plantilla termina en "|PUERTO : ".
-    EXPECT_EQ(g.plantilla(), QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : "));
-    EXPECT_EQ(g.modDocumento(), QStringLiteral("120"));
+    EXPECT_EQ(std::make_pair(g.plantilla(), g.modDocumento()),
+              std::make_pair(QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : "), QStringLiteral("120")));
 }
 
 TEST_F(PantallasComprobantes, ComprobantesYNumeracionEditaBorraYPredetermina) {
+    conf_->graba(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"), QStringLiteral("1"));
     TipoComprobante otro;
     otro.tipo = QStringLiteral("PRESUPUESTO");
     otro.letra = QStringLiteral("X");
     otro.puntoDeVenta = QStringLiteral("0001");
     otro.plantilla = QString();
-    GuardaTipo(a(), std::nullopt, otro);
+    const qint64 presupuesto = GuardaTipo(a(), std::nullopt, otro);
     PanCorrNum p(a(), *conf_);
     p.show();
     // "Editar..." sin fila avisa.
-    p.grilla()->fijaConsulta(QStringLiteral("SELECT idTipoComprobante, Tipo FROM TiposDeComprobantes WHERE 1 = 0 "
-                                            "ORDER BY idTipoComprobante"));
+    p.grilla()->fijaConsulta(QStringLiteral("SELECT idTipoComprobante, Tipo FROM TiposDeComprobantes WHERE 1 = 0 ORDER BY idTipoComprobante"));
     auto caja = respondeCaja(QStringLiteral("Aceptar"));
     p.editar();
     EXPECT_EQ(caja->texto, QStringLiteral("Seleccione un tipo de comprobante previamente!"));
     p.grilla()->fijaConsulta(QStringLiteral("SELECT idTipoComprobante, Tipo, Letra, PuntoDeVenta, Correlativo "
                                             "FROM TiposDeComprobantes ORDER BY idTipoComprobante"));
     ASSERT_TRUE(p.grilla()->irAFila(0));
-    EXPECT_EQ(h<QLineEdit>(&p, "txTipo")->text(), QStringLiteral("FACTURA B"));
+    EXPECT_EQ(h<QLineEdit>(p, "txTipo")->text(), QStringLiteral("FACTURA B"));
 
-    // Editar: se cambia el correlativo.
-    alAbrirse<PanNueTipoComproba>([](PanNueTipoComproba* d) {
-        auto* c = d->findChild<QLineEdit*>(QStringLiteral("txCorrelativo"));
-        c->setText(QStringLiteral("41"));
+    // Editar: se cambian el correlativo y la plantilla.
+    prueba::alAbrirse<PanNueTipoComproba>([](PanNueTipoComproba* d) {
+        d->findChild<QLineEdit*>(QStringLiteral("txCorrelativo"))->setText(QStringLiteral("41"));
         d->findChild<QLabel*>(QStringLiteral("lblPlantilla"))->setText(PlantillaTickets(QStringLiteral("COM1")));
         d->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
     });
     p.editar();
-    EXPECT_EQ(ProximoNumeroMostrado(a(), 1), QStringLiteral("B 0001-00000042"));
-    EXPECT_EQ(LeeTipo(a(), 1)->plantilla, QStringLiteral("IMPRESORA TICKETS PUERTO : COM1"));
+    EXPECT_EQ(std::make_pair(ProximoNumeroMostrado(a(), 1), LeeTipo(a(), 1)->plantilla),
+              std::make_pair(QStringLiteral("B 0001-00000042"), QStringLiteral("IMPRESORA TICKETS PUERTO : COM1")));
 
-    // Predeterminar.
+    // Predeterminar: abre con el vigente; sin elegir avisa.
     {
         PanPreFact d(a(), *conf_);
         d.show();
-        auto* combo = d.findChild<QComboBox*>(QStringLiteral("Combo1"));
-        EXPECT_EQ(combo->currentIndex(), 0); // el predeterminado que quedó al abrir la ventana: el primero
+        auto* combo = h<QComboBox>(d, "Combo1");
+        EXPECT_EQ(combo->currentIndex(), 0);
         combo->setCurrentIndex(-1);
-        auto aviso = respondeCaja(QStringLiteral("Aceptar"));
-        d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-        EXPECT_EQ(aviso->texto, QStringLiteral("Seleccione un tipo de comprobante!"));
+        EXPECT_EQ(cajaAlPulsar(d, "Command1"), QStringLiteral("Seleccione un tipo de comprobante!"));
         EXPECT_NE(d.result(), QDialog::Accepted);
-        ASSERT_GE(combo->count(), 2);
         combo->setCurrentIndex(1);
-        d.findChild<QCheckBox*>(QStringLiteral("chkUEm"))->setChecked(true);
-        d.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        h<QCheckBox>(d, "chkUEm")->setChecked(true);
+        QTest::mouseClick(h<QPushButton>(d, "Command1"), Qt::LeftButton);
         EXPECT_EQ(d.result(), QDialog::Accepted);
     }
-    EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado")),
-              a().valor(QStringLiteral("SELECT idTipoComprobante FROM TiposDeComprobantes ORDER BY idTipoComprobante "
-                                       "LIMIT 1 OFFSET 1")).toString());
-    EXPECT_EQ(conf_->lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado")), QStringLiteral("1"));
+    EXPECT_EQ(QStringList({conf_->lee(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado")),
+                           conf_->lee(clave::miscelaneas, QStringLiteral("UltimoComprobantePredeterminado"))}),
+              QStringList({QString::number(presupuesto), "1"}));
 
     // Borrar pregunta con su título.
     const qint64 antes = CuentaRegistros(a(), QStringLiteral("TiposDeComprobantes"));
     ASSERT_TRUE(p.grilla()->irAFila(0));
     auto pregunta = respondeCaja(QStringLiteral("Sí"));
     p.borrar();
-    EXPECT_EQ(pregunta->texto, QStringLiteral("Está seguro de eliminar este esquema de comprobantes?"));
-    EXPECT_EQ(pregunta->titulo, QStringLiteral("Atención !!"));
+    EXPECT_EQ(std::make_pair(pregunta->titulo, pregunta->texto),
+              std::make_pair(QStringLiteral("Atención !!"), QStringLiteral("Está seguro de eliminar este esquema de comprobantes?")));
     EXPECT_EQ(CuentaRegistros(a(), QStringLiteral("TiposDeComprobantes")), antes - 1);
 }
 
@@ -186,50 +175,149 @@ TEST_F(PantallasComprobantes, MasDatosFormaDePagoACuentaTarjetaYValidaciones) {
     d.posicionFormaPago = 0;
     PanFPago p(a(), QStringLiteral("RUT"), d);
     p.show();
-    auto* combo1 = h<QComboBox>(&p, "Combo1");
-    auto* check1 = h<QCheckBox>(&p, "Check1");
-    auto* cupon = h<QLineEdit>(&p, "txCupon");
+    auto* forma = h<QComboBox>(p, "Combo1");
+    auto* aCuenta = h<QCheckBox>(p, "Check1");
+    auto* cupon = h<QLineEdit>(p, "txCupon");
     EXPECT_FALSE(cupon->isVisible());
-    bool rotuloClave = false;
-    for (QLabel* l : p.findChildren<QLabel*>()) rotuloClave = rotuloClave || l->text() == QStringLiteral("RUT :");
-    EXPECT_TRUE(rotuloClave);
-    // Una forma a cuenta tilda "A cuenta..."; una tarjeta muestra el cupón.
-    combo1->setCurrentIndex(combo1->findText(QStringLiteral("CTA CTE")));
-    p.formaElegida();
-    EXPECT_TRUE(check1->isChecked());
-    // ...con el mismo efecto que hacerle clic: CTA CTE y la lista quieta.
-    EXPECT_EQ(combo1->currentText(), QStringLiteral("CTA CTE"));
-    EXPECT_FALSE(combo1->isEnabled());
-    combo1->setCurrentIndex(combo1->findText(QStringLiteral("TARJETA")));
-    p.formaElegida();
-    EXPECT_FALSE(check1->isChecked());
-    EXPECT_TRUE(cupon->isVisible());
-    // "A cuenta..." elige CTA CTE y bloquea la lista; al destildar, EFVO.
-    check1->click();
-    EXPECT_EQ(combo1->currentText(), QStringLiteral("CTA CTE"));
-    EXPECT_FALSE(combo1->isEnabled());
-    check1->click();
-    EXPECT_EQ(combo1->currentText(), QStringLiteral("EFVO"));
-    EXPECT_TRUE(combo1->isEnabled());
-    // Descuento que no es número.
-    h<QLineEdit>(&p, "Text2")->setText(QStringLiteral("diez"));
-    auto caja = respondeCaja(QStringLiteral("Aceptar"));
-    QTest::mouseClick(h<QPushButton>(&p, "Command1"), Qt::LeftButton);
-    EXPECT_EQ(caja->texto, QStringLiteral("Datos mal ingresados !"));
-    // Un descuento con coma decimal es ambiguo: se rechaza, nunca se toma por 1.
-    h<QLineEdit>(&p, "Text2")->setText(QStringLiteral("1,5"));
-    auto ambiguo = respondeCaja(QStringLiteral("Aceptar"));
-    QTest::mouseClick(h<QPushButton>(&p, "Command1"), Qt::LeftButton);
-    EXPECT_EQ(ambiguo->texto, QStringLiteral("Descuento: el número está mal escrito. Use el punto para los decimales (1234.50)."));
+    EXPECT_TRUE(rotulos(p).contains(QStringLiteral("RUT :")));
+    // Lo que se ve: la forma, si es a cuenta, si la lista se puede cambiar, si se ve el cupón.
+    const auto estado = [&] { return std::make_tuple(forma->currentText(), aCuenta->isChecked(), forma->isEnabled(), cupon->isVisible()); };
+    const auto elige = [&](const char* f) {
+        forma->setCurrentIndex(forma->findText(QString::fromLatin1(f)));
+        p.formaElegida();
+    };
+    // Una forma a cuenta hace lo mismo que tildar "A cuenta...": CTA CTE y la lista quieta.
+    elige("CTA CTE");
+    EXPECT_EQ(estado(), std::make_tuple(QStringLiteral("CTA CTE"), true, false, false));
+    elige("TARJETA");
+    EXPECT_EQ(estado(), std::make_tuple(QStringLiteral("TARJETA"), false, true, true));
+    // "A cuenta..." elige CTA CTE y bloquea la lista; al destildar, EFVO. El cupón sólo lo muestra o
+    // lo tapa elegir en la lista.
+    aCuenta->click();
+    EXPECT_EQ(estado(), std::make_tuple(QStringLiteral("CTA CTE"), true, false, true));
+    aCuenta->click();
+    EXPECT_EQ(estado(), std::make_tuple(QStringLiteral("EFVO"), false, true, true));
+    // Un descuento que no es número, o con coma decimal (ambiguo: nunca se toma por 1), se rechaza.
+    h<QLineEdit>(p, "Text2")->setText(QStringLiteral("diez"));
+    EXPECT_EQ(cajaAlPulsar(p, "Command1"), QStringLiteral("Datos mal ingresados !"));
+    h<QLineEdit>(p, "Text2")->setText(QStringLiteral("1,5"));
+    EXPECT_EQ(cajaAlPulsar(p, "Command1"), QStringLiteral("Descuento: el número está mal escrito. Use el punto para los decimales (1234.50)."));
     EXPECT_NE(p.result(), QDialog::Accepted);
-    h<QLineEdit>(&p, "Text2")->setText(QStringLiteral("5"));
-    h<QLineEdit>(&p, "txCupon")->setText(QStringLiteral("0042"));
-    QTest::mouseClick(h<QPushButton>(&p, "Command1"), Qt::LeftButton);
+    h<QLineEdit>(p, "Text2")->setText(QStringLiteral("5"));
+    cupon->setText(QStringLiteral("0042"));
+    QTest::mouseClick(h<QPushButton>(p, "Command1"), Qt::LeftButton);
     EXPECT_EQ(p.result(), QDialog::Accepted);
     const DatosFPago r = p.datos();
-    EXPECT_DOUBLE_EQ(r.descuento, 5);
-    EXPECT_EQ(r.formaPago, QStringLiteral("EFVO"));
-    EXPECT_EQ(r.cupon, QStringLiteral("0042"));
+    EXPECT_EQ(std::make_tuple(r.descuento, r.formaPago, r.cupon), std::make_tuple(5.0, QStringLiteral("EFVO"), QStringLiteral("0042")));
+}
+
+const QDate kHoy(2026, 11, 23);
+
+class ComprobantesRegistrados : public PantallasComprobantes {
+protected:
+    void SetUp() override {
+        PantallaDePrueba::SetUp();
+        a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, StockActual) VALUES ('A1', 'Yerba', 10)"));
+        ayer_ = registra(kHoy.addDays(-1), {1});
+        hoy1_ = registra(kHoy, {2});
+        hoy2_ = registra(kHoy, {3});
+    }
+    // Una FACTURA B (stock y caja) con una línea de yerba por cantidad, a 100.
+    qint64 registra(const QDate& dia, std::initializer_list<int> cantidades) {
+        for (int c : cantidades)
+            a().ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
+                                       "VALUES (1, 'A1', 'Yerba', ?, 100, ?, 1)"),
+                        {c, c * 100});
+        DatosRegistro d;
+        d.idRed = 1;
+        d.idUsuario = 1;
+        d.idTipoComprobante = 1;
+        d.hoy = dia;
+        return RegistraComprobante(a(), d, Ruta::Plantilla).idComprobante;
+    }
+    // Los comprobantes que quedan, las cajas y el stock.
+    QStringList almacenado() {
+        return prueba::Filas(a(), QStringLiteral("SELECT (SELECT count(*) FROM Comprobantes), (SELECT count(*) FROM Caja), "
+                                                 "(SELECT StockActual FROM Articulos)"));
+    }
+    static qint64 actual(const Grilla* g) { return g->filaActual() ? g->filaActual()->value(QStringLiteral("idComprobante")).toLongLong() : 0; }
+
+    qint64 ayer_ = 0, hoy1_ = 0, hoy2_ = 0;
+};
+
+TEST_F(ComprobantesRegistrados, ElBorradoAbreEnElDiaPreguntaYDeshace) {
+    PanBorraFactura p(a(), kHoy);
+    p.show();
+    EXPECT_EQ(actual(p.grilla()), hoy1_);
+    auto* eliminar = p.findChild<QPushButton*>(QStringLiteral("Command29"));
+    auto caja = respondeCaja(QStringLiteral("No"));
+    eliminar->click();
+    EXPECT_EQ(caja->texto, QStringLiteral("Borra todo movimiento asociando a esta factura? ??"));
+    EXPECT_EQ(almacenado(), QStringList{"3|3|4"});
+    caja = respondeCaja(QStringLiteral("Sí"));
+    eliminar->click();
+    EXPECT_TRUE(caja->vista);
+    EXPECT_EQ(almacenado(), QStringList{"2|2|6"});
+    EXPECT_EQ(a().valor(QStringLiteral("SELECT count(*) FROM Comprobantes WHERE idComprobante = ?"), {hoy1_}).toInt(), 0);
+    // Vuelve al primer comprobante de hoy que queda.
+    EXPECT_EQ(actual(p.grilla()), hoy2_);
+
+    // Sin comprobantes, Eliminar no pregunta nada.
+    a().ejecuta(QStringLiteral("DELETE FROM Comprobantes"));
+    p.grilla()->refresca();
+    const prueba::VigiaDeCajas vigia;
+    eliminar->click();
+    QTest::qWait(50);
+    EXPECT_EQ(vigia.vistas, 0);
+}
+
+// La reimpresión por fecha sale con la plantilla del tipo (si ya no sirve, con la última que
+// sirvió), o sólo se marca pendiente para la impresora fiscal.
+TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
+    SalidaInformes salida(a(), *conf_, estado_, reloj_, nullptr);
+    const QString pdf = base_->carpeta() + QStringLiteral("/re.pdf");
+    salida.fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+    salida.eligeArchivo = [&](const QString&) { return pdf; };
+    PanReImpresion p(a(), salida, kHoy);
+    p.show();
+    EXPECT_EQ(std::make_pair(p.findChild<QDateEdit*>(QStringLiteral("dt1"))->date(), p.grilla()->modelo().rowCount()), std::make_pair(kHoy, 2));
+    p.findChild<QDateEdit*>(QStringLiteral("dt1"))->setDate(kHoy.addDays(-1));
+    ASSERT_EQ(p.grilla()->modelo().rowCount(), 1);
+    p.grilla()->irAFila(0);
+    EXPECT_EQ(PlantillaDeReimpresion(a(), ayer_, base_->carpeta()), QStringLiteral("factura.rpt"));
+    p.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    EXPECT_TRUE(prueba::TextoDelPdf(pdf).contains(QStringLiteral("0001-00000001")));
+
+    // Con "Emite en Impresor Fiscal ?" sólo marca el comprobante como pendiente.
+    QFile::remove(pdf);
+    p.findChild<QCheckBox*>(QStringLiteral("optFiscal"))->setChecked(true);
+    auto caja = respondeCaja(QStringLiteral("Aceptar"));
+    p.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    EXPECT_EQ(std::make_pair(caja->titulo, caja->texto), std::make_pair(QStringLiteral("Ok"), QStringLiteral("Enviando a la impresora fiscal ... ")));
+    EXPECT_EQ(a().valor(QStringLiteral("SELECT ImpresoFiscal FROM Comprobantes WHERE idComprobante = ?"), {ayer_}).toString(),
+              QStringLiteral("N"));
+    EXPECT_FALSE(QFile::exists(pdf));
+
+    const auto con = [&](const QVariant& plantilla) {
+        a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET NombrePlantilla = ?"), {plantilla});
+        return PlantillaDeReimpresion(a(), hoy1_, base_->carpeta());
+    };
+    EXPECT_EQ(con(QStringLiteral("factura_discrimina_iva.rpt")), QStringLiteral("factura_discrimina_iva.rpt"));
+    for (const char* otra : {"/no/esta/mas.rpt", "IMPRESORA FISCAL : HASAR|PUERTO : 1", "IMPRESORA TICKETS PUERTO : COM1"})
+        EXPECT_EQ(con(QString::fromLatin1(otra)), QStringLiteral("factura_discrimina_iva.rpt")) << otra;
+    EXPECT_TRUE(con(QVariant()).isEmpty());
+}
+
+TEST_F(ComprobantesRegistrados, ElDetalleMuestraLasLineasDeUnSoloComprobante) {
+    const qint64 id = registra(kHoy, {1, 4});
+    PanDetComprobante p(a(), id);
+    EXPECT_EQ(p.windowTitle(), QStringLiteral("Detalle de un Comprobante"));
+    ASSERT_EQ(p.grilla()->modelo().rowCount(), 2);
+    p.grilla()->irAFila(1);
+    EXPECT_EQ(Dinero::desdeVariant(p.grilla()->filaActual()->value(QStringLiteral("SubTotal"))), Dinero(400));
+    // Número, fecha (en la forma de siempre, también en SQLite) y cliente, una sola vez arriba.
+    const QString cabecera = p.findChild<QLabel*>(QStringLiteral("lblComprobante"))->text();
+    EXPECT_TRUE(cabecera.contains(FechaTexto(kHoy))) << qPrintable(cabecera);
 }
 
 } // namespace
