@@ -15,6 +15,7 @@
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
+#include "sales/ui/pan_pre_fact.h"
 #include "sales/ui/pan_sel_art.h"
 #include "sales/cliente_venta.h"
 #include "sales/ui/panel_venta.h"
@@ -179,6 +180,11 @@ int main(int argc, char** argv) {
             orv::PanCorrNum corrNum(*almacen, conf, &w);
             corrNum.show();
             guarda(corrNum, QStringLiteral("corr_num") + sufijo);
+            orv::FijaClientePredeterminado(*almacen, conf, QStringLiteral("1"));
+            orv::PanPreFact preFact(*almacen, conf, &w);
+            preFact.show();
+            guarda(preFact, QStringLiteral("pre_fact") + sufijo);
+            orv::FijaClientePredeterminado(*almacen, conf, QString());
             orv::PanNueTipoComproba nuevoTipo(*almacen, conf, 1, &w);
             nuevoTipo.show();
             guarda(nuevoTipo, QStringLiteral("nue_tipo_comproba") + sufijo);
