@@ -1,6 +1,7 @@
 #include "reports/exporta.h"
 
 #include "store/aviso.h"
+#include "store/formato.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -30,20 +31,6 @@ Columnas columnasVisibles(const QSqlRecord& r, const OpcionesExporta& o) {
                                                                           : r.fieldName(i));
     }
     return c;
-}
-
-bool esNumero(const QVariant& v) {
-    switch (v.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-    case QMetaType::Float:
-        return true;
-    default:
-        return false;
-    }
 }
 
 // Texto de una celda con formato fijo, sin depender del idioma del equipo.
@@ -159,7 +146,7 @@ qint64 ExportaXLSX(Almacen& a, const QString& sql, const QVariantList& parametro
             const QVariant v = q.value(c.indices[j]);
             if (v.isNull()) continue;
             double d = 0;
-            if (esNumero(v))
+            if (EsTipoNumerico(v.metaType()))
                 worksheet_write_number(hoja, lxw_row_t(filas), lxw_col_t(j), v.toDouble(), nullptr);
             else if (v.typeId() == QMetaType::QString && textoNumerico(v.toString(), d))
                 worksheet_write_number(hoja, lxw_row_t(filas), lxw_col_t(j), d, nullptr);

@@ -539,6 +539,22 @@ double Val(QStringView texto) {
 
 bool EsNumerico(QStringView texto) { return decimal::analiza(texto).has_value(); }
 
+bool EsTipoNumerico(QMetaType tipo) {
+    switch (tipo.id()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+    case QMetaType::Float:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool EsNumerico(const QVariant& valor) {
     if (!valor.isValid() || valor.isNull()) return false;
     switch (valor.typeId()) {

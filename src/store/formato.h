@@ -48,6 +48,8 @@ Dinero ImporteMostrado(QStringView texto);
 // comas de miles entre cifras, punto decimal, exponente, "&H"/"&O". Vacío no es número.
 bool EsNumerico(QStringView texto);
 bool EsNumerico(const QVariant& valor);
+// Tipo de número de una columna o de un valor leído del almacén (enteros y de coma flotante).
+bool EsTipoNumerico(QMetaType tipo);
 
 // Fecha corta "dd/MM/yyyy"; una fecha inválida da "".
 QString FechaTexto(QDate fecha);

@@ -14,22 +14,6 @@ namespace {
 
 constexpr int kMaxPaginasEnMemoria = 512;
 
-bool esNumerico(QMetaType t) {
-    switch (t.id()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-    case QMetaType::Float:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-        return true;
-    default:
-        return false;
-    }
-}
-
 } // namespace
 
 // ---------------------------------------------------------------------------------------------
@@ -197,7 +181,7 @@ QString ModeloGrilla::campo(int columna) const { return campos_.fieldName(column
 
 bool ModeloGrilla::alineaDerecha(int columna) const {
     if (columna < 0 || columna >= campos_.count()) return false;
-    return mascaras_.contains(campo(columna).toLower()) || esNumerico(campos_.field(columna).metaType());
+    return mascaras_.contains(campo(columna).toLower()) || EsTipoNumerico(campos_.field(columna).metaType());
 }
 
 QString ModeloGrilla::texto(const QVariant& v, int columna) const {

@@ -50,6 +50,15 @@ QLineEdit* campo(const QString& nombre, QWidget* padre, const QString& ayuda = {
     return e;
 }
 
+// Un porcentaje de los totales: angosto, a la derecha, empieza en 0.
+QLineEdit* porcentaje(const QString& nombre, QWidget* padre) {
+    QLineEdit* e = campo(nombre, padre);
+    e->setText(QStringLiteral("0"));
+    e->setMaximumWidth(56);
+    e->setAlignment(Qt::AlignRight);
+    return e;
+}
+
 } // namespace
 
 void PanelVenta::armaPantalla() {
@@ -297,16 +306,10 @@ Grilla* PanelVenta::armaLineas() {
 // Importes, porcentajes, pago y vuelto, y los botones de la venta; armaTotales los ubica.
 void PanelVenta::creaImportes(QWidget* caja) {
     lblSubTotal_ = importe(QStringLiteral("lblSubTotal"), caja, 1.1);
-    txtPorcDescuento_ = campo(QStringLiteral("txtPorcDescuento"), caja);
-    txtPorcDescuento_->setText(QStringLiteral("0"));
-    txtPorcDescuento_->setMaximumWidth(56);
-    txtPorcDescuento_->setAlignment(Qt::AlignRight);
+    txtPorcDescuento_ = porcentaje(QStringLiteral("txtPorcDescuento"), caja);
     lblImporteDescuento_ = importe(QStringLiteral("lblImporteDescuento"), caja, 1.1);
     txtNeto_ = importe(QStringLiteral("txtNeto"), caja, 1.1);
-    txtPorcImpuesto_ = campo(QStringLiteral("txtPorcImpuesto"), caja);
-    txtPorcImpuesto_->setText(QStringLiteral("0"));
-    txtPorcImpuesto_->setMaximumWidth(56);
-    txtPorcImpuesto_->setAlignment(Qt::AlignRight);
+    txtPorcImpuesto_ = porcentaje(QStringLiteral("txtPorcImpuesto"), caja);
     lblImpuestoImporte_ = importe(QStringLiteral("lblImpuestoImporte"), caja, 1.1);
     txtMontoTotal_ = importe(QStringLiteral("txtMontoTotal"), caja, 2.2, true);
     txSuPago_ = campo(QStringLiteral("txSuPago"), caja);
