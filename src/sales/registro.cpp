@@ -108,12 +108,7 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
                              "WHERE t.PCRed = ? ORDER BY t.idTmpFac"),
               {r.idComprobante, d.hoy, esComercial ? 1 : 0, d.idUsuario, d.idRed});
     if (descuentaStock) {
-        BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM TmpFac WHERE PCRed = ?"), {d.idRed});
-        a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = COALESCE(StockActual, 0) ") +
-                      (inversa ? QStringLiteral("+") : QStringLiteral("-")) +
-                      QStringLiteral(" s.Cantidad FROM (SELECT idArticulo, SUM(COALESCE(Cantidad, 0)) AS Cantidad FROM TmpFac "
-                                     "WHERE PCRed = ? GROUP BY idArticulo) AS s WHERE Articulos.idArticulo = s.idArticulo"),
-                  {d.idRed});
+        MueveStock(a, QStringLiteral("TmpFac WHERE PCRed = ?"), d.idRed, inversa, true);
         const QString cantidad = QStringLiteral("COALESCE(t.Cantidad, 0)");
         const QString cero = QStringLiteral("0");
         a.ejecuta(QStringLiteral("INSERT INTO MovimientoStock (idArticulo, Fecha, idTipoMovimiento, Comprobante, idComprobante, "
@@ -199,15 +194,8 @@ void BorraComprobante(Almacen& a, const ComprobanteABorrar& c) {
     }
     a.ejecuta(QStringLiteral("DELETE FROM MovimientoStock WHERE idComprobante = ?"), {id});
     if (c.hizoStock) {
-        BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM DetalleComprobantes WHERE idComprobante = ?"), {id});
-        // Vuelve lo que salió (o sale lo que entró, con la operación inversa), una vez por artículo
-        // con la suma de sus líneas. Nulo + número sigue nulo.
-        a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = StockActual ") +
-                      (c.tipoStock ? QStringLiteral("-") : QStringLiteral("+")) +
-                      QStringLiteral(" s.Cantidad FROM (SELECT idArticulo, SUM(COALESCE(Cantidad, 0)) AS Cantidad "
-                                     "FROM DetalleComprobantes WHERE idComprobante = ? GROUP BY idArticulo) AS s "
-                                     "WHERE Articulos.idArticulo = s.idArticulo"),
-                  {id});
+        // Vuelve lo que salió (o sale lo que entró, con la operación inversa). Nulo sigue nulo.
+        MueveStock(a, QStringLiteral("DetalleComprobantes WHERE idComprobante = ?"), id, !c.tipoStock, false);
     }
     a.ejecuta(QStringLiteral("DELETE FROM DetComisiones WHERE idComprobante = ?"), {id});
     a.ejecuta(QStringLiteral("DELETE FROM DetalleComprobantes WHERE idComprobante = ?"), {id});

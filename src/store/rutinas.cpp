@@ -90,6 +90,16 @@ void BloqueaArticulos(Almacen& a, const QString& seleccionIds, const QVariantLis
     }
 }
 
+void MueveStock(Almacen& a, const QString& lineas, const QVariant& valor, bool entra, bool nuloComoCero) {
+    BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM ") + lineas, {valor});
+    a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = ") +
+                  (nuloComoCero ? QStringLiteral("COALESCE(StockActual, 0)") : QStringLiteral("StockActual")) +
+                  (entra ? QStringLiteral(" + ") : QStringLiteral(" - ")) +
+                  QStringLiteral("s.Cantidad FROM (SELECT idArticulo, SUM(COALESCE(Cantidad, 0)) AS Cantidad FROM ") + lineas +
+                  QStringLiteral(" GROUP BY idArticulo) AS s WHERE Articulos.idArticulo = s.idArticulo"),
+              {valor});
+}
+
 bool ExisteArchivo(const QString& ruta) {
     if (ruta.size() < 4) return false;
     return QFileInfo::exists(ruta);

@@ -41,6 +41,13 @@ qint64 buscaOAgrega(Almacen& a, const QString& tabla, const QString& columnaId, 
 // esperan en vez de trabarse. En SQLite la transacción de escritura ya es única: no hace nada.
 void BloqueaArticulos(Almacen& a, const QString& seleccionIds, const QVariantList& parametros);
 
+// Mueve el stock de los artículos de unas líneas, una vez por artículo con la suma de sus
+// cantidades (una cantidad nula cuenta como cero), después de tomar sus filas con BloqueaArticulos.
+// `lineas` es la tabla de líneas con su condición, con un parámetro ("TmpFac WHERE PCRed = ?");
+// `entra` suma al stock y si no, resta. Con `nuloComoCero` un stock nulo cuenta como cero; si no,
+// sigue nulo.
+void MueveStock(Almacen& a, const QString& lineas, const QVariant& valor, bool entra, bool nuloComoCero);
+
 // Falso para una ruta de menos de 4 caracteres; si no, si el archivo o carpeta existe.
 bool ExisteArchivo(const QString& ruta);
 
