@@ -314,14 +314,10 @@ QVariant Almacen::valor(const QString& sql, const QVariantList& parametros) cons
 }
 
 qint64 Almacen::inserta(const QString& sqlInsert, const QVariantList& parametros, const QString& columnaId) {
-    const QString sql = sqlInsert + QStringLiteral(" RETURNING ") + columnaId;
-    QSqlQuery q = parametros.isEmpty() ? consulta(sql) : QSqlQuery();
-    QSqlQuery& r = parametros.isEmpty() ? q : ejecutaPreparada(sql, parametros);
-    const bool hay = r.next();
-    const qint64 id = hay ? r.value(0).toLongLong() : 0;
-    r.finish();
-    if (!hay) throw ErrorAlmacen(QStringLiteral("El almacén no devolvió la clave nueva."), {}, sqlInsert);
-    return id;
+    // Una clave nueva nunca es nula: nulo es que no volvió ninguna fila.
+    const QVariant id = valor(sqlInsert + QStringLiteral(" RETURNING ") + columnaId, parametros);
+    if (id.isNull()) throw ErrorAlmacen(QStringLiteral("El almacén no devolvió la clave nueva."), {}, sqlInsert);
+    return id.toLongLong();
 }
 
 void Almacen::ejecutaGuion(const QString& guion) {
