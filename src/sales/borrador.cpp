@@ -97,7 +97,7 @@ LineaAgregada AgregaLinea(Almacen& a, qint32 idRed, const PedidoLinea& p) {
         if (!p.idDeLista) throw Aviso(QStringLiteral("Error:No hay ningún artículo elegido en la lista."));
         art = ArticuloPorId(a, *p.idDeLista);
     }
-    if (!art || !EsNumerico(QStringView(p.unitario))) throw Aviso(kArticuloNoEncontrado);
+    if (!art || !EsNumerico(QStringView(p.unitario))) throw ArticuloNoEncontrado();
 
     // El precio escrito se toma tal cual o se rechaza: nunca se guarda 0 en lugar de un precio.
     const Dinero unitario = p.origen == OrigenLinea::CodigoBarras ? Dinero::desdeVariant(art->precioVenta)

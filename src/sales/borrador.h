@@ -3,6 +3,7 @@
 // se borran, y los totales del panel "Vender".
 
 #include "store/almacen.h"
+#include "store/aviso.h"
 #include "store/dinero.h"
 
 #include <QString>
@@ -31,6 +32,12 @@ enum class OrigenLinea {
 };
 
 inline const QString kArticuloNoEncontrado = QStringLiteral("Articulo no encontrado!");
+// El aviso de "Agregar" cuando el código no es de ningún artículo (o el precio no es un número):
+// la venta lo muestra en el panel en vez de una caja.
+class ArticuloNoEncontrado : public Aviso {
+public:
+    ArticuloNoEncontrado() : Aviso(kArticuloNoEncontrado) {}
+};
 
 // El multiplicador de la caja: "3*" antes del código pide 3 de ese artículo ("1.5*" también,
 // con el punto decimal). Sin un número y un asterisco adelante, el texto entero es el código.

@@ -401,8 +401,7 @@ void PanelVenta::agregar() {
             AgregaLinea(almacen_, estado_.IdRed, p);
         } catch (const ErrorAlmacen& e) {
             throw Aviso(QStringLiteral("Error:") + e.descripcion());
-        } catch (const Aviso& a) {
-            if (a.texto() != kArticuloNoEncontrado) throw;
+        } catch (const ArticuloNoEncontrado&) {
             noEncontrado = true;
         }
     });
