@@ -317,6 +317,15 @@ int main(int argc, char** argv) {
         orv::PanDetComprobante detalle(*almacen, ultimo, &w);
         detalle.show();
         guarda(detalle, QStringLiteral("det_comprobante"));
+        // El comprobante registrado "A una ventana", del tamaño con que abre en esta pantalla.
+        s->fijaDestino(orv::SalidaInformes::Ventana);
+        s->imprimeComprobante(almacen->valor(QStringLiteral("SELECT NombrePlantilla FROM TiposDeComprobantes "
+                                                            "WHERE Tipo = 'FACTURA B'")).toString(),
+                              ultimo);
+        if (orv::VisorInforme* visor = s->ultimoVisor()) {
+            guarda(*visor, QStringLiteral("visor_comprobante"));
+            delete visor;
+        }
     }
     std::printf("%d capturas en %s\n", guardadas, qPrintable(salida));
     return guardadas > 0 ? 0 : 1;
