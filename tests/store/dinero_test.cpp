@@ -26,8 +26,6 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 
 } // namespace
 
-static_assert(Dinero(-12, 5000).diezmilesimos() == -125000 && Dinero(0, -5).diezmilesimos() == -5);
-static_assert(Dinero() == Dinero(0) && Dinero(1) < Dinero(1, 1));
 
 TEST(Dinero, CadaOperacionDaElImporteExacto) {
     const std::pair<std::function<Dinero()>, const char*> casos[] = {

@@ -94,17 +94,13 @@ TEST(Formato, DoublesEnterosTextosFechasYNulos) {
 
 TEST(Formato, NombresDeDiasYMesesEnCastellano) {
     // Del lunes 16 al domingo 22 de noviembre de 2026, y el 1.º de cada mes; los cortos son las tres primeras letras.
-    const char* dias[] = {"lunes", "martes", "miércoles", "jueves", "viernes", "sábado", "domingo"};
-    const char* meses[] = {"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio",
-                           "agosto", "septiembre", "octubre", "noviembre", "diciembre"};
-    for (int i = 0; i < 7; ++i) {
-        const QDate f(2026, 11, 16 + i);
-        EXPECT_EQ(Formato(f, q("dddd")) + u' ' + Formato(f, q("ddd")), q(dias[i]) + u' ' + q(dias[i]).left(3));
-    }
-    for (int m = 1; m <= 12; ++m) {
-        const QDate f(2026, m, 1);
-        EXPECT_EQ(Formato(f, q("mmmm")) + u' ' + Formato(f, q("mmm")), q(meses[m - 1]) + u' ' + q(meses[m - 1]).left(3));
-    }
+    QStringList vistos;
+    for (int i = 0; i < 7; ++i) vistos << Formato(QDate(2026, 11, 16 + i), q("dddd ddd"));
+    for (int m = 1; m <= 12; ++m) vistos << Formato(QDate(2026, m, 1), q("mmmm mmm"));
+    EXPECT_EQ(vistos.join(u',').toStdString(),
+              "lunes lun,martes mar,miércoles mié,jueves jue,viernes vie,sábado sáb,domingo dom,enero ene,febrero feb,"
+              "marzo mar,abril abr,mayo may,junio jun,julio jul,agosto ago,septiembre sep,octubre oct,"
+              "noviembre nov,diciembre dic");
 }
 
 TEST(Val, ComoElBasic) {
