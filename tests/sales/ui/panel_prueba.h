@@ -44,20 +44,21 @@ inline QString TextoDelPdf(const QString& ruta) {
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
-// Mientras vive, cierra toda caja de mensaje que aparezca y la cuenta: para ver que no aparece
+// Mientras vive, responde toda caja de mensaje que aparezca y anota su texto: "Sí" a la que empieza
+// con `siA` (si se da), "Aceptar" (o Esc) a las demás. Sin `siA` sirve para ver que no aparece
 // ninguna sin dejar a nadie esperando la próxima.
 class VigiaDeCajas {
 public:
-    VigiaDeCajas() {
-        QObject::connect(&reloj_, &QTimer::timeout, [this] {
+    explicit VigiaDeCajas(const QString& siA = {}) {
+        QObject::connect(&reloj_, &QTimer::timeout, [this, siA] {
             if (QMessageBox* m = cajaVisible()) {
-                ++vistas;
-                m->reject();
+                vistas << m->text();
+                pulsa(m, !siA.isEmpty() && m->text().startsWith(siA) ? QStringLiteral("Sí") : QStringLiteral("Aceptar"));
             }
         });
         reloj_.start(5);
     }
-    int vistas = 0;
+    QStringList vistas;
 
 private:
     QTimer reloj_;

@@ -43,11 +43,6 @@ protected:
         QTest::mouseClick(h<QPushButton>(w, boton), Qt::LeftButton);
         return caja->texto;
     }
-    static QStringList rotulos(const QWidget& w) {
-        QStringList r;
-        for (QLabel* l : w.findChildren<QLabel*>()) r << l->text();
-        return r;
-    }
 };
 
 TEST_F(PantallasComprobantes, NuevoTipoValidaExplicaYEligePlantilla) {
@@ -57,10 +52,8 @@ TEST_F(PantallasComprobantes, NuevoTipoValidaExplicaYEligePlantilla) {
     EXPECT_EQ(stock->text(), QStringLiteral("Descuenta cantidades del stock ?"));
     h<QCheckBox>(d, "chkInversa")->click();
     EXPECT_EQ(stock->text(), QStringLiteral("Aumenta cantidades del stock ?"));
-    for (const QString& t : {explicacion::esComercial, explicacion::operacionInversa, explicacion::descuentaStock, explicacion::registraCaja})
-        EXPECT_TRUE(rotulos(d).contains(t)) << t.toStdString();
-
-    // Sin plantilla no se acepta; un archivo que no está se rechaza; uno que está queda con su ruta.
+    // Sin plantilla no se acepta y el diálogo sigue abierto (lo demás que se rechaza lo prueba la
+    // lógica); un archivo que no está se rechaza; uno que está queda con su ruta.
     h<QLineEdit>(d, "txTipo")->setText(QStringLiteral("REMITO 'R'"));
     h<QComboBox>(d, "cbLetra")->setEditText(QStringLiteral("R"));
     h<QComboBox>(d, "cbPtoVta")->setEditText(QStringLiteral("0002"));
@@ -71,13 +64,9 @@ TEST_F(PantallasComprobantes, NuevoTipoValidaExplicaYEligePlantilla) {
     EXPECT_EQ(std::make_pair(caja->texto, h<QLabel>(d, "lblPlantilla")->text()),
               std::make_pair(QStringLiteral("Seleccione un archivo válido!"), kSinPlantilla));
     const QString ruta = base_->carpeta() + QStringLiteral("/remito.rpt");
-    QFile f(ruta);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.close();
+    ASSERT_TRUE(QFile(ruta).open(QIODevice::WriteOnly));
     d.eligePlantilla(ruta);
     EXPECT_EQ(h<QLabel>(d, "lblPlantilla")->text(), ruta);
-    h<QLineEdit>(d, "txCorrelativo")->setText(QStringLiteral("cien"));
-    EXPECT_FALSE(cajaAlPulsar(d, "Command1").isEmpty());
     h<QLineEdit>(d, "txCorrelativo")->setText(QStringLiteral("100"));
     QTest::mouseClick(h<QPushButton>(d, "Command1"), Qt::LeftButton);
     EXPECT_EQ(d.result(), QDialog::Accepted);
@@ -92,7 +81,6 @@ TEST_F(PantallasComprobantes, ImpresoraFiscalAbreConLoGuardadoYEscribeLaPlantill
     EXPECT_TRUE(h<QRadioButton>(f, "optEpson200")->isChecked());
     EXPECT_FALSE(h<QListWidget>(f, "listhasar")->isEnabled());
     EXPECT_EQ(prueba::Textos(f, {"txPuerto", "cboModComprobante"}), QStringList({"2", "49 - Factura B"}));
-    EXPECT_EQ(f.plantilla(), QStringLiteral("IMPRESORA FISCAL : EPSON 200 80 COL|PUERTO : 2"));
 
     PanConfFiscal g(kSinPlantilla, QString());
     g.show();
@@ -110,12 +98,8 @@ TEST_F(PantallasComprobantes, ImpresoraFiscalAbreConLoGuardadoYEscribeLaPlantill
 
 TEST_F(PantallasComprobantes, ComprobantesYNumeracionEditaBorraYPredetermina) {
     conf_->graba(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado"), QStringLiteral("1"));
-    TipoComprobante otro;
-    otro.tipo = QStringLiteral("PRESUPUESTO");
-    otro.letra = QStringLiteral("X");
-    otro.puntoDeVenta = QStringLiteral("0001");
-    otro.plantilla = QString();
-    const qint64 presupuesto = GuardaTipo(a(), std::nullopt, otro);
+    const qint64 presupuesto = a().inserta(QStringLiteral("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, NombrePlantilla) "
+                                                          "VALUES ('PRESUPUESTO', 'X', '0001', '')"), {}, QStringLiteral("idTipoComprobante"));
     PanCorrNum p(a(), *conf_);
     p.show();
     // "Editar..." sin fila avisa.
@@ -179,7 +163,6 @@ TEST_F(PantallasComprobantes, MasDatosFormaDePagoACuentaTarjetaYValidaciones) {
     auto* aCuenta = h<QCheckBox>(p, "Check1");
     auto* cupon = h<QLineEdit>(p, "txCupon");
     EXPECT_FALSE(cupon->isVisible());
-    EXPECT_TRUE(rotulos(p).contains(QStringLiteral("RUT :")));
     // Lo que se ve: la forma, si es a cuenta, si la lista se puede cambiar, si se ve el cupón.
     const auto estado = [&] { return std::make_tuple(forma->currentText(), aCuenta->isChecked(), forma->isEnabled(), cupon->isVisible()); };
     const auto elige = [&](const char* f) {
@@ -198,11 +181,12 @@ TEST_F(PantallasComprobantes, MasDatosFormaDePagoACuentaTarjetaYValidaciones) {
     aCuenta->click();
     EXPECT_EQ(estado(), std::make_tuple(QStringLiteral("EFVO"), false, true, true));
     // Un descuento que no es número, o con coma decimal (ambiguo: nunca se toma por 1), se rechaza.
-    h<QLineEdit>(p, "Text2")->setText(QStringLiteral("diez"));
-    EXPECT_EQ(cajaAlPulsar(p, "Command1"), QStringLiteral("Datos mal ingresados !"));
-    h<QLineEdit>(p, "Text2")->setText(QStringLiteral("1,5"));
-    EXPECT_EQ(cajaAlPulsar(p, "Command1"), QStringLiteral("Descuento: el número está mal escrito. Use el punto para los decimales (1234.50)."));
-    EXPECT_NE(p.result(), QDialog::Accepted);
+    for (const auto& [escrito, aviso] : {std::pair{"diez", "Datos mal ingresados !"},
+                                         std::pair{"1,5", "Descuento: el número está mal escrito. Use el punto para los decimales (1234.50)."}}) {
+        h<QLineEdit>(p, "Text2")->setText(QString::fromUtf8(escrito));
+        EXPECT_EQ(cajaAlPulsar(p, "Command1"), QString::fromUtf8(aviso));
+        EXPECT_NE(p.result(), QDialog::Accepted) << escrito;
+    }
     h<QLineEdit>(p, "Text2")->setText(QStringLiteral("5"));
     cupon->setText(QStringLiteral("0042"));
     QTest::mouseClick(h<QPushButton>(p, "Command1"), Qt::LeftButton);
@@ -258,17 +242,18 @@ TEST_F(ComprobantesRegistrados, ElBorradoAbreEnElDiaPreguntaYDeshace) {
     eliminar->click();
     EXPECT_TRUE(caja->vista);
     EXPECT_EQ(almacenado(), QStringList{"2|2|6"});
-    EXPECT_EQ(a().valor(QStringLiteral("SELECT count(*) FROM Comprobantes WHERE idComprobante = ?"), {hoy1_}).toInt(), 0);
+    EXPECT_EQ(prueba::Filas(a(), QStringLiteral("SELECT idComprobante FROM Comprobantes ORDER BY idComprobante")),
+              QStringList({QString::number(ayer_), QString::number(hoy2_)}));
     // Vuelve al primer comprobante de hoy que queda.
     EXPECT_EQ(actual(p.grilla()), hoy2_);
 
     // Sin comprobantes, Eliminar no pregunta nada.
     a().ejecuta(QStringLiteral("DELETE FROM Comprobantes"));
     p.grilla()->refresca();
-    const prueba::VigiaDeCajas vigia;
+    prueba::VigiaDeCajas vigia;
     eliminar->click();
     QTest::qWait(50);
-    EXPECT_EQ(vigia.vistas, 0);
+    EXPECT_EQ(vigia.vistas, QStringList());
 }
 
 // La reimpresión por fecha sale con la plantilla del tipo (si ya no sirve, con la última que
@@ -311,7 +296,6 @@ TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
 TEST_F(ComprobantesRegistrados, ElDetalleMuestraLasLineasDeUnSoloComprobante) {
     const qint64 id = registra(kHoy, {1, 4});
     PanDetComprobante p(a(), id);
-    EXPECT_EQ(p.windowTitle(), QStringLiteral("Detalle de un Comprobante"));
     ASSERT_EQ(p.grilla()->modelo().rowCount(), 2);
     p.grilla()->irAFila(1);
     EXPECT_EQ(Dinero::desdeVariant(p.grilla()->filaActual()->value(QStringLiteral("SubTotal"))), Dinero(400));
