@@ -1,6 +1,7 @@
 #pragma once
-// Lo que teclea el cajero o el lector de códigos, lo que muestran los controles (para compararlo
-// entero), el texto de un comprobante impreso a PDF, y un vigía de cajas de mensaje.
+// Un control por su nombre, lo que teclea el cajero o el lector de códigos, lo que muestran los
+// controles (para compararlo entero), el texto de un comprobante impreso a PDF, y un vigía de cajas
+// de mensaje.
 
 #include "../../ui/caja_modal.h"
 #include "../filas_prueba.h"
@@ -12,8 +13,17 @@
 #include <QProcess>
 #include <QTest>
 #include <QTimer>
+#include <gtest/gtest.h>
 
 namespace orv::prueba {
+
+// El control con ese nombre dentro de `w`; una falla de la prueba si no está.
+template <typename T = QLineEdit>
+T* Hijo(const QWidget& w, const char* nombre) {
+    T* h = w.findChild<T*>(QString::fromLatin1(nombre));
+    EXPECT_NE(h, nullptr) << nombre;
+    return h;
+}
 
 // El texto y Enter en un campo del panel, como el lector o el cajero.
 inline void Teclea(QWidget& p, const char* campo, const QString& texto) {
