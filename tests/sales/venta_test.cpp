@@ -40,23 +40,11 @@ protected:
         return prueba::Filas(almacen(), QStringLiteral("SELECT Codigo, Cantidad, Unitario, SubTotal FROM TmpFac WHERE idTmpFac = ?"),
                              {idTmpFac});
     }
-    // Decide la ruta; responde `si` a la pregunta por la plantilla y anota lo que se dijo.
-    std::optional<Ruta> ruta(const QString& plantilla, const char* letra, std::optional<qint64> cliente = {}, bool si = true) {
-        dicho_.clear();
-        PreguntasRuta p;
-        p.preguntaSinPlantilla = [this, si](const QString& t) {
-            dicho_ << t;
-            return si;
-        };
-        p.avisoTickets = [this](const QString& t) { dicho_ << t; };
-        return DecideRuta(almacen(), plantilla, QString::fromLatin1(letra), cliente, p);
-    }
     QStringList borrador(qint32 red = 1) {
         return prueba::Filas(almacen(), QStringLiteral("SELECT Codigo, Cantidad, Unitario, SubTotal, Sn FROM TmpFac WHERE PCRed = ? "
                                                        "ORDER BY idTmpFac"),
                              {red});
     }
-    QStringList dicho_;
 };
 
 // Agregar: una línea nueva o la suma a la del mismo artículo, paso por paso.
@@ -192,17 +180,20 @@ TEST_P(Venta, LoQueNoSeEncuentraOFueraDeRangoSeRechazaSinTocarElBorrador) {
               std::make_pair(qint64(2), QStringLiteral("Código raro")));
 }
 
-TEST_P(Venta, ClientePorNumeroOPorTarjetaSegunElLargo) {
+// El cliente de la venta por número o por tarjeta según el largo de lo escrito. El cliente con que
+// empieza cada venta: sólo un número de cliente que existe; lo demás se rechaza sin cambiar lo
+// guardado, y un cliente que ya no está deja la venta sin cliente.
+TEST_P(Venta, ClientePorNumeroOPorTarjetaYClientePredeterminado) {
     Almacen& a = almacen();
     a.ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit, idTipoIva, Descuento, idTipoFormaPago, Domicilio, "
                              "Telefono, Telefono2, \"e-mail\", NroClienteVIP) VALUES (77, 'Ana D''Angelo', '20-12345678-6', 3, 10, 2, "
                              "'Mitre 1', '341 1', '', 'ana@x.com', '123456'), (123456, 'Número alto', NULL, 1, 0, NULL, NULL, NULL, "
                              "NULL, NULL, NULL)"));
-    const auto cliente = [&](const char* escrito) {
-        const auto c = ClientePorNumero(a, QString::fromUtf8(escrito));
+    const auto datos = [](const std::optional<ClienteVenta>& c) {
         if (!c) return QVariantList();
         return QVariantList{c->idVendedor, c->vip, c->nombre, c->cuit, c->idTipoIva, c->descuento, c->idTipoFormaPago.toInt(), c->direccion};
     };
+    const auto cliente = [&](const char* escrito) { return datos(ClientePorNumero(a, QString::fromUtf8(escrito))); };
     const QVariantList ana = {77, false, "Ana D'Angelo", "20-12345678-6", 3, 10.0, 2, "Mitre 1, 341 1, , ana@x.com"};
     EXPECT_EQ(cliente("77"), ana);
     // Seis cifras es tarjeta aunque exista un cliente con ese número.
@@ -210,21 +201,13 @@ TEST_P(Venta, ClientePorNumeroOPorTarjetaSegunElLargo) {
     tarjeta[1] = true;
     EXPECT_EQ(cliente("123456"), tarjeta);
     for (const char* nada : {"654321", "99999", "Ana", "1'", "1.5"}) EXPECT_EQ(cliente(nada), QVariantList()) << nada;
-}
 
-// El cliente con que empieza cada venta: sólo un número de cliente que existe; lo demás se rechaza
-// sin cambiar lo guardado, y un cliente que ya no está deja la venta sin cliente.
-TEST_P(Venta, ClientePredeterminadoSoloDeUnClienteQueExiste) {
-    Almacen& a = almacen();
     QTemporaryDir d;
     const Configuracion conf(d.path(), d.filePath(QStringLiteral("usuario.conf")));
-    a.ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, idTipoIva) VALUES (77, 'Ana', 1)"));
     const auto guardado = [&] { return conf.lee(clave::miscelaneas, QStringLiteral("ClientePredeterminado")); };
     EXPECT_FALSE(ClientePredeterminado(a, conf));
     FijaClientePredeterminado(a, conf, QStringLiteral(" 77 "));
-    ASSERT_TRUE(ClientePredeterminado(a, conf));
-    EXPECT_EQ(std::make_pair(ClientePredeterminado(a, conf)->nombre, ClientePredeterminado(a, conf)->vip),
-              std::make_pair(QStringLiteral("Ana"), false));
+    EXPECT_EQ(datos(ClientePredeterminado(a, conf)), ana);
     for (const char* malo : {"99999", "Ana", "1.5", "-1", "99999999999999999999"}) {
         EXPECT_THROW(FijaClientePredeterminado(a, conf, QString::fromLatin1(malo)), Aviso) << malo;
         EXPECT_EQ(guardado(), QStringLiteral("77"));
@@ -266,16 +249,16 @@ TEST_P(Venta, TiposDeComprobanteNumeracionYValidaciones) {
                                .correlativoLeido = {}, .descuentaStock = true, .registraCaja = false, .operacionInversa = true,
                                .esComercial = false, .plantilla = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::Hasar), QStringLiteral("2")),
                                .modDocumento = QStringLiteral("43 - N.CREDITO B").left(3)};
-    const std::function<void(TipoComprobante&)> malos[] = {
-        [](TipoComprobante& m) { m.correlativo = QStringLiteral("cien"); },
-        [](TipoComprobante& m) { m.letra.clear(); },
-        [](TipoComprobante& m) { m.plantilla = kSinPlantilla; },
-        [](TipoComprobante& m) { m.tipo = QStringLiteral("  "); },
+    // Un campo mal escrito y el aviso; un nombre más largo que su columna se rechaza en vez de cortarse callado.
+    const QString mal = QStringLiteral("Error, ingrese la información correctamente!");
+    const std::tuple<QString TipoComprobante::*, QString, QString> malos[] = {
+        {&TipoComprobante::correlativo, "cien", mal}, {&TipoComprobante::letra, "", mal}, {&TipoComprobante::plantilla, kSinPlantilla, mal},
+        {&TipoComprobante::tipo, "  ", mal}, {&TipoComprobante::tipo, QString(41, u'X'), "Tipo: admite hasta 40 caracteres (tiene 41)."},
     };
-    for (const auto& cambia : malos) {
+    for (const auto& [campo, valor, aviso] : malos) {
         TipoComprobante m = t;
-        cambia(m);
-        EXPECT_EQ(AvisoDe([&] { GuardaTipo(a, std::nullopt, m); }), QStringLiteral("Error, ingrese la información correctamente!"));
+        m.*campo = valor;
+        EXPECT_EQ(AvisoDe([&] { GuardaTipo(a, std::nullopt, m); }), aviso) << valor.toStdString();
     }
     const qint64 id = GuardaTipo(a, std::nullopt, t);
     const TipoComprobante l = LeeTipo(a, id).value();
@@ -316,7 +299,7 @@ TEST_P(Venta, ElCorrelativoSeEscribeSoloSiCambioYNadieLoMovio) {
         {"veinte cifras", "99999999999999999999", 100, fuera, "FACTURA X|100"},
         {"negativo", "-1", 100, fuera, "FACTURA X|100"},
     };
-    TipoComprobante t = {.tipo = QStringLiteral("FACTURA X"), .letra = QStringLiteral("B"), .puntoDeVenta = QStringLiteral("0001"),
+    const TipoComprobante t = {.tipo = QStringLiteral("FACTURA X"), .letra = QStringLiteral("B"), .puntoDeVenta = QStringLiteral("0001"),
                          .correlativo = QStringLiteral("100"), .correlativoLeido = {}, .descuentaStock = false, .registraCaja = false,
                          .operacionInversa = false, .esComercial = false, .plantilla = QStringLiteral("factura.rpt"), .modDocumento = {}};
     for (const auto& c : casos) {
@@ -330,9 +313,6 @@ TEST_P(Venta, ElCorrelativoSeEscribeSoloSiCambioYNadieLoMovio) {
                   QStringList{QString::fromLatin1(c.queda)})
             << c.que;
     }
-    // Un nombre más largo que su columna se rechaza en vez de cortarse callado.
-    t.tipo = QString(41, u'X');
-    EXPECT_THROW(GuardaTipo(a, std::nullopt, t), Aviso);
 }
 
 TEST(TiposDeComprobante, PlantillasDeImpresorasIdaYVuelta) {
@@ -354,34 +334,41 @@ TEST(TiposDeComprobante, PlantillasDeImpresorasIdaYVuelta) {
     EXPECT_NE(LeePlantillaFiscal(QStringLiteral("IMPRESORA FISCAL :  HASAR O COMPAT. 950|PUERTO : 1")).itemHasar, QStringLiteral("950"));
 }
 
-TEST_P(Venta, RutasPorElComienzoDeLaPlantilla) {
-    // Vacía: pregunta; con "No" no se registra.
-    EXPECT_EQ(ruta(QString(), "B", {}, false), std::nullopt);
-    EXPECT_EQ(dicho_, QStringList{kPreguntaSinPlantilla});
-    EXPECT_EQ(ruta(QString(), "B"), Ruta::Nada);
-    // Tickets: "En construccion" y sigue, sin nada pendiente.
-    EXPECT_EQ(ruta(PlantillaTickets(QStringLiteral("COM1")), "B"), Ruta::Tickets);
-    EXPECT_EQ(dicho_, QStringList{"En construccion"});
-    // Una plantilla de diez caracteres (o un archivo que ya no está) va por la plantilla, sin preguntar.
-    EXPECT_EQ(ruta(QStringLiteral("factur.rpt"), "A"), Ruta::Plantilla);
-    EXPECT_TRUE(dicho_.isEmpty());
-}
-
-TEST_P(Venta, FiscalConLetraARevisaElCuitGuardado) {
+// La ruta sale del comienzo de la plantilla: vacía pregunta (con "No" no se registra); tickets avisa
+// y sigue; cualquier otra (de diez caracteres, o un archivo que ya no está) va por la plantilla sin
+// preguntar. La fiscal con letra A revisa el CUIT guardado del cliente; con B, no.
+TEST_P(Venta, RutaPorElComienzoDeLaPlantillaYCuitDeLaFiscalConLetraA) {
     almacen().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit) VALUES (11, 'Bueno', '20-12345678-6'), "
                                      "(12, 'Malo', '20-12345678-0'), (13, 'Sin CUIT', NULL), (14, 'Diez cifras', '20-1234567-6')"));
     const QString fiscal = PlantillaFiscal(TextoModeloFiscal(ModeloFiscal::EpsonTMU), QStringLiteral("1"));
-    EXPECT_EQ(ruta(fiscal, "A", 11), Ruta::Fiscal);
-    for (std::optional<qint64> malo : {std::optional<qint64>(12), std::optional<qint64>(13), std::optional<qint64>(14), std::optional<qint64>()}) {
-        try {
-            ruta(fiscal, "A", malo);
-            ADD_FAILURE() << "aceptó un CUIT inválido: " << malo.value_or(0);
-        } catch (const Aviso& e) {
-            EXPECT_EQ(e.texto(), kCuitInvalidoFiscal);
-        }
+    // Plantilla, letra, cliente y respuesta a la pregunta; la ruta ("no": no se registra) o el aviso, y lo que se dijo.
+    const struct { QString plantilla; const char* letra; std::optional<qint64> cliente; bool si; QString sale; QStringList dicho; } casos[] = {
+        {QString(), "B", {}, false, "no", {kPreguntaSinPlantilla}},
+        {QString(), "B", {}, true, "Nada", {kPreguntaSinPlantilla}},
+        {PlantillaTickets(QStringLiteral("COM1")), "B", {}, true, "Tickets", {"En construccion"}},
+        {QStringLiteral("factur.rpt"), "A", {}, true, "Plantilla", {}},
+        {fiscal, "A", 11, true, "Fiscal", {}},
+        {fiscal, "A", 12, true, kCuitInvalidoFiscal, {}},
+        {fiscal, "A", 13, true, kCuitInvalidoFiscal, {}},
+        {fiscal, "A", 14, true, kCuitInvalidoFiscal, {}},
+        {fiscal, "A", {}, true, kCuitInvalidoFiscal, {}},
+        {fiscal, "B", 13, true, "Fiscal", {}},
+    };
+    const QStringList nombres = {"Nada", "Tickets", "Fiscal", "Plantilla"};
+    for (const auto& c : casos) {
+        QStringList dicho;
+        PreguntasRuta p;
+        p.preguntaSinPlantilla = [&](const QString& t) {
+            dicho << t;
+            return c.si;
+        };
+        p.avisoTickets = [&](const QString& t) { dicho << t; };
+        std::optional<Ruta> r;
+        const QString aviso = AvisoDe([&] { r = DecideRuta(almacen(), c.plantilla, QString::fromLatin1(c.letra), c.cliente, p); });
+        EXPECT_EQ(aviso.isEmpty() ? (r ? nombres.at(int(*r)) : QStringLiteral("no")) : aviso, c.sale)
+            << c.plantilla.toStdString() << ' ' << c.letra << ' ' << c.cliente.value_or(0);
+        EXPECT_EQ(dicho, c.dicho) << c.plantilla.toStdString();
     }
-    // Con letra B no se revisa nada.
-    EXPECT_EQ(ruta(fiscal, "B", 13), Ruta::Fiscal);
 }
 
 ORV_AMBOS_MOTORES(Venta);

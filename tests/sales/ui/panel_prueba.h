@@ -1,6 +1,7 @@
 #pragma once
-// Lo que teclea el cajero o el lector de códigos, lo que muestran los controles (para compararlo
-// entero), el texto de un comprobante impreso a PDF, y un vigía de cajas de mensaje.
+// Un control por su nombre, lo que teclea el cajero o el lector de códigos, lo que muestran los
+// controles (para compararlo entero), el texto de un comprobante impreso a PDF, y un vigía de cajas
+// de mensaje.
 
 #include "../../ui/caja_modal.h"
 #include "../filas_prueba.h"
@@ -12,8 +13,17 @@
 #include <QProcess>
 #include <QTest>
 #include <QTimer>
+#include <gtest/gtest.h>
 
 namespace orv::prueba {
+
+// El control con ese nombre dentro de `w`; una falla de la prueba si no está.
+template <typename T = QLineEdit>
+T* Hijo(const QWidget& w, const char* nombre) {
+    T* h = w.findChild<T*>(QString::fromLatin1(nombre));
+    EXPECT_NE(h, nullptr) << nombre;
+    return h;
+}
 
 // El texto y Enter en un campo del panel, como el lector o el cajero.
 inline void Teclea(QWidget& p, const char* campo, const QString& texto) {
@@ -44,20 +54,21 @@ inline QString TextoDelPdf(const QString& ruta) {
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
-// Mientras vive, cierra toda caja de mensaje que aparezca y la cuenta: para ver que no aparece
+// Mientras vive, responde toda caja de mensaje que aparezca y anota su texto: "Sí" a la que empieza
+// con `siA` (si se da), "Aceptar" (o Esc) a las demás. Sin `siA` sirve para ver que no aparece
 // ninguna sin dejar a nadie esperando la próxima.
 class VigiaDeCajas {
 public:
-    VigiaDeCajas() {
-        QObject::connect(&reloj_, &QTimer::timeout, [this] {
+    explicit VigiaDeCajas(const QString& siA = {}) {
+        QObject::connect(&reloj_, &QTimer::timeout, [this, siA] {
             if (QMessageBox* m = cajaVisible()) {
-                ++vistas;
-                m->reject();
+                vistas << m->text();
+                pulsa(m, !siA.isEmpty() && m->text().startsWith(siA) ? QStringLiteral("Sí") : QStringLiteral("Aceptar"));
             }
         });
         reloj_.start(5);
     }
-    int vistas = 0;
+    QStringList vistas;
 
 private:
     QTimer reloj_;
