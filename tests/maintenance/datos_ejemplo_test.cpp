@@ -6,7 +6,6 @@
 #include "maintenance/datos_ejemplo.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
-#include "store/cuit.h"
 #include "store/dinero.h"
 
 #include <QRegularExpression>
@@ -23,17 +22,13 @@ bool cifras(const QString& t, const char* cuantas) {
     return QRegularExpression(QStringLiteral("^\\d{%1}$").arg(cuantas)).match(t).hasMatch();
 }
 
-// Dígito verificador de un bloque de cifras con sus pesos: el EAN-13 y los dos del CBU.
+// Dígito verificador de un bloque de cifras con sus pesos.
 bool verifica(const QString& t, int desde, const std::vector<int>& pesos) {
     int suma = 0;
     for (size_t i = 0; i < pesos.size(); ++i) suma += (t[desde + int(i)].unicode() - '0') * pesos[i];
     return (10 - suma % 10) % 10 == t[desde + int(pesos.size())].unicode() - '0';
 }
 bool eanValido(const QString& ean) { return cifras(ean, "13") && verifica(ean, 0, {1, 3, 1, 3, 1, 3, 1, 3, 1, 3, 1, 3}); }
-bool cbuValido(const QString& cbu) {
-    return cifras(cbu, "22") && verifica(cbu, 0, {7, 1, 3, 9, 7, 1, 3}) &&
-           verifica(cbu, 8, {3, 9, 7, 1, 3, 9, 7, 1, 3, 9, 7, 1, 3});
-}
 
 // Huella de lo que cargan los datos de ejemplo, para ver que una carga rechazada no tocó nada.
 Filas huella(Almacen& a) {
@@ -96,36 +91,6 @@ TEST_P(DatosEjemplo, ArticulosConCodigoEanYPreciosExactos) {
     EXPECT_EQ(codigos.size(), 300);
     EXPECT_TRUE(enFalta > 0 && enFalta < 100) << "el informe de faltantes tiene algo que mostrar: " << enFalta;
     EXPECT_GT(materiasPrimas, 0);
-}
-
-TEST_P(DatosEjemplo, ClientesYProveedoresConClavesValidas) {
-    Almacen& a = almacen();
-    cargaDatosEjemplo(a, reloj_);
-    // Cada cliente con su zona (así aparece en el panel de clientes), su situación de IVA y su forma de pago.
-    EXPECT_EQ(filas(a, "SELECT count(*), count(f.idTipoFormaPago), sum(CASE WHEN f.FormaPago = 'CTA CTE' THEN 1 ELSE 0 "
-                       "END), sum(CASE WHEN v.PuntosVIP <> 0 THEN 1 ELSE 0 END) FROM ((Vendedores v INNER JOIN Zonas z "
-                       "ON v.idZona = z.idZona) INNER JOIN TipoDeIva t ON v.idTipoIva = t.idTipoIva) LEFT JOIN FormasDePago "
-                       "f ON v.idTipoFormaPago = f.idTipoFormaPago WHERE v.idVendedor <> 1"),
-              filas({"40|40|10|0"}));
-    int inscriptos = 0;
-    QSqlQuery q = a.consulta("SELECT v.Nombre, v.Cuit FROM Vendedores v INNER JOIN TipoDeIva t ON v.idTipoIva = t.idTipoIva "
-                             "WHERE v.idVendedor <> 1 AND t.TipoIva <> 'Consumidor Final'");
-    for (; q.next(); ++inscriptos) EXPECT_TRUE(CuitValido(q.value(1).toString())) << qPrintable(q.value(0).toString());
-    EXPECT_GE(inscriptos, 10);
-    // Tarjetas VIP: numéricas, de 6 a 8 cifras, sin repetir (la venta las reconoce así).
-    QSet<QString> tarjetas;
-    QSqlQuery v = a.consulta("SELECT NroClienteVIP FROM Vendedores WHERE NroClienteVIP IS NOT NULL AND NroClienteVIP <> ''");
-    while (v.next()) {
-        const QString t = v.value(0).toString();
-        EXPECT_TRUE(cifras(t, "6,8")) << qPrintable(t);
-        tarjetas << t;
-    }
-    EXPECT_EQ(tarjetas.size(), 15);
-    QSqlQuery p = a.consulta("SELECT RazonSocial, Cuit, CBU, BancoNombre FROM Proveedores");
-    while (p.next())
-        EXPECT_TRUE(!p.value(0).toString().isEmpty() && CuitValido(p.value(1).toString()) &&
-                    cbuValido(p.value(2).toString()) && !p.value(3).toString().isEmpty())
-            << qPrintable(p.value(0).toString());
 }
 
 TEST_P(DatosEjemplo, SiempreLosMismosDatos) {

@@ -78,14 +78,3 @@ TEST_P(Rutinas, FechaAbiertaSoloFallaEnElDiaCerrado) {
     EXPECT_EQ(avisoDe([&] { ExigeFechaAbierta(almacen(), cerrado); }),
               "Error: Error, fecha cerrada para ingresar movimientos!");
 }
-
-TEST(RutinasArchivos, ExisteArchivoConRutasDeMenosDeCuatroLetras) {
-    QTemporaryDir dir;
-    const QString ruta = dir.filePath("logo.png");
-    EXPECT_FALSE(ExisteArchivo(ruta));
-    QFile f(ruta);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.close();
-    EXPECT_TRUE(ExisteArchivo(ruta) && ExisteArchivo(dir.path()));
-    for (const char* no : {"", "/", "/tm"}) EXPECT_FALSE(ExisteArchivo(no)) << no;
-}
