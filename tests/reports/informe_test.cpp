@@ -35,6 +35,7 @@ TEST(DefinicionInforme, CabeceraYErrores) {
     for (const QString& malo : {escribeArchivo(d.filePath("sinfuente.rpt"), "{{! titulo: x }}<p></p>"),
                                 escribeArchivo(d.filePath("sincabecera.rpt"), "<p>hola</p>"), d.filePath("no-esta.rpt")})
         EXPECT_EQ(textoDeAviso([&] { LeeDefinicion(malo); }), "Error en la lectura de la plantilla : " + malo);
+    EXPECT_THROW(SeleccionUsual("no-existe.rpt", {}, {}), Aviso);
 }
 
 class Informes : public PorMotor {
@@ -143,16 +144,6 @@ TEST_P(Informes, ComprobantesConSusLineasTotalesYImporteEnLetras) {
     // Sólo la factura que discrimina el impuesto lo muestra.
     EXPECT_EQ(discrepancias(pdf("factura.rpt", SeleccionComprobante(id)), trae, {"00000043", "173.55"}), "");
     EXPECT_EQ(discrepancias(pdf("factura_discrimina_iva.rpt", SeleccionComprobante(id)), trae + QStringList{"173.55"}, {"00000043"}), "");
-}
-
-TEST(BuscaDefinicion, LaCopiaDeLaCarpetaDeDatosMandaSobreLaDelPrograma) {
-    QTemporaryDir d;
-    ASSERT_TRUE(QDir(d.path()).mkpath("reportes"));
-    EXPECT_NE(BuscaDefinicion("listadeprecios.rpt", d.path()), QString());
-    const QString propia = escribeArchivo(d.filePath("reportes/listadeprecios.rpt"), "{{! fuente: SELECT 1 AS x }}<p>propia</p>");
-    EXPECT_EQ(BuscaDefinicion("listadeprecios.rpt", d.path()), propia);
-    EXPECT_EQ(BuscaDefinicion("no-existe.rpt", d.path()), QString());
-    EXPECT_THROW(SeleccionUsual("no-existe.rpt", {}, {}), Aviso);
 }
 
 ORV_AMBOS_MOTORES(Informes);
