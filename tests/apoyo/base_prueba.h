@@ -6,9 +6,11 @@
 // (lo levanta scripts/pruebas.sh); sin esa variable las variantes PostgreSQL se omiten.
 
 #include "store/almacen.h"
+#include "store/aviso.h"
 
 #include <QString>
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -50,6 +52,16 @@ void CreaAlmacenDanado(const QString& ruta);
 
 // Omite la prueba PostgreSQL si no hay servidor de pruebas.
 bool hayPostgreSQL();
+
+// Texto del aviso que lanza `f`; vacío si no lanza.
+inline QString textoDeAviso(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const Aviso& a) {
+        return a.texto();
+    }
+    return {};
+}
 
 // Base para pruebas parametrizadas por motor.
 class PorMotor : public ::testing::TestWithParam<Motor> {

@@ -1,6 +1,6 @@
 #pragma once
 // Base de las pruebas de pantallas: un almacén SQLite al día, la configuración en su carpeta, el
-// estado de la terminal 1 con el supervisor, y un reloj fijo.
+// estado de la terminal 1 con el supervisor, y un reloj fijo; y el control hijo por su nombre.
 
 #include "apoyo/base_prueba.h"
 #include "app/configuracion.h"
@@ -8,9 +8,22 @@
 #include "store/actualizacion.h"
 #include "store/reloj.h"
 
+#include <QWidget>
 #include <memory>
 
 namespace orv::prueba {
+
+// El control hijo con ese nombre; la prueba falla si no está.
+template <typename T>
+T* hijo(const QWidget* w, const char* nombre) {
+    T* h = w->findChild<T*>(QString::fromLatin1(nombre));
+    EXPECT_NE(h, nullptr) << nombre;
+    return h;
+}
+template <typename T>
+T* hijo(const QWidget& w, const char* nombre) {
+    return hijo<T>(&w, nombre);
+}
 
 class PantallaDePrueba : public ::testing::Test {
 protected:

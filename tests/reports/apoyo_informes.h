@@ -1,14 +1,13 @@
 #pragma once
-// Apoyo de las pruebas de informes: el texto de un PDF, un archivo escrito o leído de una vez, el
-// texto de un aviso, y qué le falta o le sobra a un texto.
+// Apoyo de las pruebas de informes: el texto de un PDF, un archivo escrito o leído de una vez y
+// qué le falta o le sobra a un texto (el texto de un aviso está en el apoyo común).
 
-#include "store/aviso.h"
+#include "apoyo/base_prueba.h"
 
 #include <QFile>
 #include <QProcess>
 #include <QStringDecoder>
 #include <QStringList>
-#include <functional>
 #include <string>
 
 namespace orv::prueba {
@@ -32,16 +31,6 @@ inline QString escribeArchivo(const QString& ruta, const QByteArray& contenido) 
     QFile f(ruta);
     if (f.open(QIODevice::WriteOnly)) f.write(contenido);
     return ruta;
-}
-
-// Texto del aviso que lanza `f`; vacío si no lanza.
-inline QString textoDeAviso(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const Aviso& a) {
-        return a.texto();
-    }
-    return {};
 }
 
 // "falta X" por cada X de `trae` que el texto no tiene y "sobra X" por cada X de `noTrae` que

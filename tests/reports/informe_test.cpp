@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPdfWriter>
+#include <QSet>
 #include <QTemporaryDir>
 
 namespace orv {
@@ -34,6 +35,7 @@ TEST(DefinicionInforme, CabeceraYErrores) {
     for (const QString& malo : {escribeArchivo(d.filePath("sinfuente.rpt"), "{{! titulo: x }}<p></p>"),
                                 escribeArchivo(d.filePath("sincabecera.rpt"), "<p>hola</p>"), d.filePath("no-esta.rpt")})
         EXPECT_EQ(textoDeAviso([&] { LeeDefinicion(malo); }), "Error en la lectura de la plantilla : " + malo);
+    EXPECT_THROW(SeleccionUsual("no-existe.rpt", {}, {}), Aviso);
 }
 
 class Informes : public PorMotor {
@@ -114,22 +116,14 @@ TEST_P(Informes, MuchasFilasVariasPaginasYCadaFormatoDeArchivo) {
 
 TEST_P(Informes, CadaDefinicionDelProgramaSaleEnPdfConLosDatosDeEjemplo) {
     cargaDatosEjemplo(almacen(), RelojFijo(kAhora));
-    QMap<QString, QString> textos;
+    QSet<QString> vistos;
     for (const QString& c : CarpetasDeInformes(QString()))
         for (const QString& n : QDir(c).entryList({"*.rpt"}, QDir::Files))
-            if (!textos.contains(n) && !n.startsWith("factura")) {
-                textos[n] = pdf(n, SeleccionUsual(n, {2026, 1, 1}, {2026, 12, 31}));
-                EXPECT_FALSE(textos[n].trimmed().isEmpty()) << n.toStdString();
+            if (!vistos.contains(n) && !n.startsWith("factura")) {
+                vistos.insert(n);
+                EXPECT_FALSE(pdf(n, SeleccionUsual(n, {2026, 1, 1}, {2026, 12, 31})).trimmed().isEmpty()) << n.toStdString();
             }
-    ASSERT_GE(textos.size(), 3);
-    // La lista de precios trae un artículo; el faltante, los que están bajo el mínimo y ninguno por encima.
-    auto valor = [&](const char* sql) { return almacen().valor(QString::fromLatin1(sql)).toString(); };
-    const QString bajo = valor("SELECT Codigo FROM Articulos WHERE StockActual < StockMinimo ORDER BY idArticulo");
-    ASSERT_FALSE(bajo.isEmpty());
-    EXPECT_EQ(discrepancias(textos["listadeprecios.rpt"], {valor("SELECT Descripcion FROM Articulos ORDER BY idArticulo")}), "");
-    EXPECT_EQ(discrepancias(textos["faltante.rpt"], {bajo},
-                            {valor("SELECT Codigo FROM Articulos WHERE StockActual > StockMinimo ORDER BY idArticulo") + u' '}),
-              "");
+    EXPECT_GE(vistos.size(), 3);
 }
 
 TEST_P(Informes, ComprobantesConSusLineasTotalesYImporteEnLetras) {
@@ -150,16 +144,6 @@ TEST_P(Informes, ComprobantesConSusLineasTotalesYImporteEnLetras) {
     // Sólo la factura que discrimina el impuesto lo muestra.
     EXPECT_EQ(discrepancias(pdf("factura.rpt", SeleccionComprobante(id)), trae, {"00000043", "173.55"}), "");
     EXPECT_EQ(discrepancias(pdf("factura_discrimina_iva.rpt", SeleccionComprobante(id)), trae + QStringList{"173.55"}, {"00000043"}), "");
-}
-
-TEST(BuscaDefinicion, LaCopiaDeLaCarpetaDeDatosMandaSobreLaDelPrograma) {
-    QTemporaryDir d;
-    ASSERT_TRUE(QDir(d.path()).mkpath("reportes"));
-    EXPECT_NE(BuscaDefinicion("listadeprecios.rpt", d.path()), QString());
-    const QString propia = escribeArchivo(d.filePath("reportes/listadeprecios.rpt"), "{{! fuente: SELECT 1 AS x }}<p>propia</p>");
-    EXPECT_EQ(BuscaDefinicion("listadeprecios.rpt", d.path()), propia);
-    EXPECT_EQ(BuscaDefinicion("no-existe.rpt", d.path()), QString());
-    EXPECT_THROW(SeleccionUsual("no-existe.rpt", {}, {}), Aviso);
 }
 
 ORV_AMBOS_MOTORES(Informes);

@@ -2,9 +2,9 @@
 // (ninguna falla termina el programa); carga y selección de listas; ubicación de ventanas; la
 // portada, que se cierra con Esc o sola.
 
+#include "apoyo/modal.h"
 #include "app/ui/aplicacion.h"
 #include "app/ui/pan_portada.h"
-#include "caja_modal.h"
 #include "store/dinero.h"
 #include "widgets/listas.h"
 #include "widgets/mensajes.h"

@@ -2,7 +2,6 @@
 // siguientes, los errores en castellano, las pantallas que piden el sujeto, el panel
 // "Estadísticas e informes", el catálogo libre y el módulo de envíos.
 
-#include "../../ui/caja_modal.h"
 #include "../apoyo_informes.h"
 #include "apoyo/modal.h"
 #include "apoyo/pantalla_prueba.h"
