@@ -3,7 +3,7 @@
 // controles (para compararlo entero), el texto de un comprobante impreso a PDF, y un vigía de cajas
 // de mensaje.
 
-#include "../../ui/caja_modal.h"
+#include "apoyo/modal.h"
 #include "../filas_prueba.h"
 
 #include <QApplication>
