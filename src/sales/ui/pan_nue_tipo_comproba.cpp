@@ -44,9 +44,26 @@ PanNueTipoComproba::PanNueTipoComproba(const Almacen& almacen, const Configuraci
     auto* capa = new QVBoxLayout(this);
     auto* pestanias = new QTabWidget(this);
     pestanias->setObjectName(QStringLiteral("SSTab1"));
+    pestanias->addTab(armaPrincipales(pestanias), QStringLiteral("Principales"));
+    pestanias->addTab(armaImpresion(pestanias), QStringLiteral("Impresión"));
+    pestanias->addTab(armaOpciones(pestanias), QStringLiteral("Opciones"));
+    capa->addWidget(pestanias, 1);
 
-    // Principales
-    auto* principales = new QWidget(pestanias);
+    connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanNueTipoComproba::acepta);
+    connect(chkInversa_, &QCheckBox::toggled, this, &PanNueTipoComproba::actualizaStock);
+
+    if (idTipo) {
+        setWindowTitle(QStringLiteral("Modificar tipo de comprobante"));
+        carga(almacen, *idTipo);
+    }
+    actualizaStock();
+    resize(600, 460);
+    CentrarVentana(this);
+    txTipo_->setFocus();
+}
+
+QWidget* PanNueTipoComproba::armaPrincipales(QWidget* padre) {
+    auto* principales = new QWidget(padre);
     auto* fp = new QFormLayout(principales);
     txTipo_ = new QLineEdit(principales);
     txTipo_->setObjectName(QStringLiteral("txTipo"));
@@ -73,23 +90,23 @@ PanNueTipoComproba::PanNueTipoComproba(const Almacen& almacen, const Configuraci
     fp->addRow(QStringLiteral("Punto de venta :"), cbPtoVta_);
     fp->addRow(QStringLiteral("Comenzar en nro :"), txCorrelativo_);
     fp->addRow(QStringLiteral("Cód. documento fiscal :"), txtModDocumento_);
-    pestanias->addTab(principales, QStringLiteral("Principales"));
+    return principales;
+}
 
-    // Impresión
-    auto* impresion = new QWidget(pestanias);
+QWidget* PanNueTipoComproba::armaImpresion(QWidget* padre) {
+    auto* impresion = new QWidget(padre);
     auto* ci = new QVBoxLayout(impresion);
     auto* modelo = new QGroupBox(QStringLiteral("Modelo impresión"), impresion);
     auto* cm = new QVBoxLayout(modelo);
-    optCrystal_ = new QRadioButton(QStringLiteral("Plantilla de informe (*.rpt)"), modelo);
-    optCrystal_->setObjectName(QStringLiteral("optCrystal"));
-    optFiscal_ = new QRadioButton(QStringLiteral("Impresora Fiscal"), modelo);
-    optFiscal_->setObjectName(QStringLiteral("optFiscal"));
-    optTickets_ = new QRadioButton(QStringLiteral("Impresora de Tickets"), modelo);
-    optTickets_->setObjectName(QStringLiteral("optTickets"));
+    auto opcion = [&](QRadioButton*& b, const char* nombre, const QString& texto) {
+        b = new QRadioButton(texto, modelo);
+        b->setObjectName(QLatin1String(nombre));
+        cm->addWidget(b);
+    };
+    opcion(optCrystal_, "optCrystal", QStringLiteral("Plantilla de informe (*.rpt)"));
+    opcion(optFiscal_, "optFiscal", QStringLiteral("Impresora Fiscal"));
+    opcion(optTickets_, "optTickets", QStringLiteral("Impresora de Tickets"));
     optCrystal_->setChecked(true);
-    cm->addWidget(optCrystal_);
-    cm->addWidget(optFiscal_);
-    cm->addWidget(optTickets_);
     ci->addWidget(modelo);
     lblPlantilla_ = new QLabel(kSinPlantilla, impresion);
     lblPlantilla_->setObjectName(QStringLiteral("lblPlantilla"));
@@ -97,68 +114,55 @@ PanNueTipoComproba::PanNueTipoComproba(const Almacen& almacen, const Configuraci
     lblPlantilla_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* opciones = new QPushButton(QStringLiteral("Opciones..."), impresion);
     opciones->setObjectName(QStringLiteral("cmdOpciones"));
+    connect(opciones, &QPushButton::clicked, this, &PanNueTipoComproba::opciones);
     ci->addWidget(lblPlantilla_);
     ci->addWidget(opciones, 0, Qt::AlignLeft);
     ci->addStretch(1);
-    pestanias->addTab(impresion, QStringLiteral("Impresión"));
+    return impresion;
+}
 
-    // Opciones
-    auto* marcas = new QWidget(pestanias);
+QWidget* PanNueTipoComproba::armaOpciones(QWidget* padre) {
+    auto* marcas = new QWidget(padre);
     auto* co = new QVBoxLayout(marcas);
-    chkEsComercial_ = new QCheckBox(QStringLiteral("Comprobante comercial ?"), marcas);
-    chkEsComercial_->setObjectName(QStringLiteral("chkEsComercial"));
-    chkInversa_ = new QCheckBox(QStringLiteral("Comprobante de operación inversa ?"), marcas);
-    chkInversa_->setObjectName(QStringLiteral("chkInversa"));
-    chkStock_ = new QCheckBox(QStringLiteral("Descuenta cantidades del stock ?"), marcas);
-    chkStock_->setObjectName(QStringLiteral("chkStock"));
-    chkCaja_ = new QCheckBox(QStringLiteral("Genera movimiento contable / caja ?"), marcas);
-    chkCaja_->setObjectName(QStringLiteral("chkCaja"));
-    co->addWidget(chkEsComercial_);
-    co->addWidget(explica(explicacion::esComercial, marcas));
-    co->addWidget(chkInversa_);
-    co->addWidget(explica(explicacion::operacionInversa, marcas));
-    co->addWidget(chkStock_);
-    co->addWidget(explica(explicacion::descuentaStock, marcas));
-    co->addWidget(chkCaja_);
-    co->addWidget(explica(explicacion::registraCaja, marcas));
+    // Cada marca va con su explicación debajo.
+    auto marca = [&](QCheckBox*& c, const char* nombre, const QString& texto, const QString& ayuda) {
+        c = new QCheckBox(texto, marcas);
+        c->setObjectName(QLatin1String(nombre));
+        co->addWidget(c);
+        co->addWidget(explica(ayuda, marcas));
+    };
+    marca(chkEsComercial_, "chkEsComercial", QStringLiteral("Comprobante comercial ?"), explicacion::esComercial);
+    marca(chkInversa_, "chkInversa", QStringLiteral("Comprobante de operación inversa ?"), explicacion::operacionInversa);
+    marca(chkStock_, "chkStock", QStringLiteral("Descuenta cantidades del stock ?"), explicacion::descuentaStock);
+    marca(chkCaja_, "chkCaja", QStringLiteral("Genera movimiento contable / caja ?"), explicacion::registraCaja);
     co->addStretch(1);
-    pestanias->addTab(marcas, QStringLiteral("Opciones"));
-    capa->addWidget(pestanias, 1);
+    return marcas;
+}
 
-    connect(BotonesAlPie(this, capa, false), &QPushButton::clicked, this, &PanNueTipoComproba::acepta);
-    connect(opciones, &QPushButton::clicked, this, &PanNueTipoComproba::opciones);
-    connect(chkInversa_, &QCheckBox::toggled, this, &PanNueTipoComproba::actualizaStock);
-
-    if (idTipo) {
-        setWindowTitle(QStringLiteral("Modificar tipo de comprobante"));
-        std::optional<TipoComprobante> t;
-        Intenta(this, [&] { t = LeeTipo(almacen, *idTipo); });
-        if (!t) {
-            noEncontrado_ = true;
-            MensajeError(QStringLiteral("No encontrado!!"), this);
-        } else {
-            txTipo_->setText(t->tipo);
-            cbLetra_->setEditText(t->letra);
-            cbPtoVta_->setEditText(t->puntoDeVenta);
-            txCorrelativo_->setText(t->correlativo);
-            correlativoLeido_ = t->correlativoLeido;
-            txtModDocumento_->setText(t->modDocumento);
-            chkStock_->setChecked(t->descuentaStock);
-            chkCaja_->setChecked(t->registraCaja);
-            lblPlantilla_->setText(t->plantilla.isEmpty() ? kSinPlantilla : t->plantilla);
-            chkInversa_->setChecked(t->operacionInversa);
-            chkEsComercial_->setChecked(t->esComercial);
-            switch (EsquemaDe(t->plantilla)) {
-            case EsquemaImpresion::Fiscal: optFiscal_->setChecked(true); break;
-            case EsquemaImpresion::Tickets: optTickets_->setChecked(true); break;
-            case EsquemaImpresion::Plantilla: optCrystal_->setChecked(true); break;
-            }
-        }
+void PanNueTipoComproba::carga(const Almacen& almacen, qint64 idTipo) {
+    std::optional<TipoComprobante> t;
+    Intenta(this, [&] { t = LeeTipo(almacen, idTipo); });
+    if (!t) {
+        noEncontrado_ = true;
+        MensajeError(QStringLiteral("No encontrado!!"), this);
+        return;
     }
-    actualizaStock();
-    resize(600, 460);
-    CentrarVentana(this);
-    txTipo_->setFocus();
+    txTipo_->setText(t->tipo);
+    cbLetra_->setEditText(t->letra);
+    cbPtoVta_->setEditText(t->puntoDeVenta);
+    txCorrelativo_->setText(t->correlativo);
+    correlativoLeido_ = t->correlativoLeido;
+    txtModDocumento_->setText(t->modDocumento);
+    chkStock_->setChecked(t->descuentaStock);
+    chkCaja_->setChecked(t->registraCaja);
+    lblPlantilla_->setText(t->plantilla.isEmpty() ? kSinPlantilla : t->plantilla);
+    chkInversa_->setChecked(t->operacionInversa);
+    chkEsComercial_->setChecked(t->esComercial);
+    switch (EsquemaDe(t->plantilla)) {
+    case EsquemaImpresion::Fiscal: optFiscal_->setChecked(true); break;
+    case EsquemaImpresion::Tickets: optTickets_->setChecked(true); break;
+    case EsquemaImpresion::Plantilla: optCrystal_->setChecked(true); break;
+    }
 }
 
 void PanNueTipoComproba::actualizaStock() {

@@ -33,6 +33,10 @@ public:
     void eligePlantilla(const QString& ruta);
 
 private:
+    QWidget* armaPrincipales(QWidget* padre);
+    QWidget* armaImpresion(QWidget* padre);
+    QWidget* armaOpciones(QWidget* padre);
+    void carga(const Almacen& almacen, qint64 idTipo);
     void acepta();
     void actualizaStock();
 
