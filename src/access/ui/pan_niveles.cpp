@@ -46,10 +46,23 @@ PanNiveles::PanNiveles(Almacen& almacen, QWidget* padre) : QDialog(padre), almac
     chkSuper_->setObjectName(QStringLiteral("chkUsuarioSuper"));
     derecha->addWidget(chkSuper_);
 
-    pestanias_ = new QTabWidget(this);
-    pestanias_->setObjectName(QStringLiteral("SSTab1"));
+    pestanias_ = armaPestanias();
+    derecha->addWidget(pestanias_, 1);
+
+    capa->addLayout(armaBotones());
+    connect(lista_, &QListWidget::currentRowChanged, this, &PanNiveles::filaCambiada);
+
+    recarga(std::nullopt);
+    resize(760, 420);
+    CentrarVentana(this);
+}
+
+// Una pestaña por grupo de permisos, con sus casillas en columnas de ocho.
+QTabWidget* PanNiveles::armaPestanias() {
+    auto* pestanias = new QTabWidget(this);
+    pestanias->setObjectName(QStringLiteral("SSTab1"));
     for (Pestania p : {Pestania::IngresoCambios, Pestania::Eliminar, Pestania::Visualizar, Pestania::Otros}) {
-        auto* hoja = new QWidget(pestanias_);
+        auto* hoja = new QWidget(pestanias);
         auto* grilla = new QGridLayout(hoja);
         grilla->setContentsMargins(14, 14, 14, 14);
         grilla->setHorizontalSpacing(24);
@@ -65,36 +78,33 @@ PanNiveles::PanNiveles(Almacen& almacen, QWidget* padre) : QDialog(padre), almac
         }
         grilla->setRowStretch(8, 1);
         grilla->setColumnStretch(2, 1);
-        pestanias_->addTab(hoja, tituloPestania(p));
+        pestanias->addTab(hoja, tituloPestania(p));
     }
-    derecha->addWidget(pestanias_, 1);
+    return pestanias;
+}
 
+QHBoxLayout* PanNiveles::armaBotones() {
+    auto boton = [this](const QString& texto, const char* nombre) {
+        auto* b = new QPushButton(texto, this);
+        b->setObjectName(QLatin1String(nombre));
+        b->setAutoDefault(false);
+        return b;
+    };
+    auto* nuevo = boton(QStringLiteral("Nuevo Nivel"), "Command1");
+    auto* eliminar = boton(QStringLiteral("Eliminar"), "Command2");
+    auto* guardar = boton(QStringLiteral("Guardar cambios"), "Command3");
+    auto* cerrar = boton(QStringLiteral("Cerrar"), "cmdCerrar");
+    connect(nuevo, &QPushButton::clicked, this, &PanNiveles::nuevoNivel);
+    connect(eliminar, &QPushButton::clicked, this, &PanNiveles::eliminaNivel);
+    connect(guardar, &QPushButton::clicked, this, [this] { guardaCambios(); });
+    connect(cerrar, &QPushButton::clicked, this, &PanNiveles::accept);
     auto* botones = new QHBoxLayout;
-    auto* nuevo = new QPushButton(QStringLiteral("Nuevo Nivel"), this);
-    nuevo->setObjectName(QStringLiteral("Command1"));
-    auto* eliminar = new QPushButton(QStringLiteral("Eliminar"), this);
-    eliminar->setObjectName(QStringLiteral("Command2"));
-    auto* guardar = new QPushButton(QStringLiteral("Guardar cambios"), this);
-    guardar->setObjectName(QStringLiteral("Command3"));
-    auto* cerrar = new QPushButton(QStringLiteral("Cerrar"), this);
-    cerrar->setObjectName(QStringLiteral("cmdCerrar"));
     botones->addWidget(nuevo);
     botones->addWidget(eliminar);
     botones->addStretch(1);
     botones->addWidget(guardar);
     botones->addWidget(cerrar);
-    capa->addLayout(botones);
-    for (QPushButton* b : {nuevo, eliminar, guardar, cerrar}) b->setAutoDefault(false);
-
-    connect(nuevo, &QPushButton::clicked, this, &PanNiveles::nuevoNivel);
-    connect(eliminar, &QPushButton::clicked, this, &PanNiveles::eliminaNivel);
-    connect(guardar, &QPushButton::clicked, this, [this] { guardaCambios(); });
-    connect(cerrar, &QPushButton::clicked, this, &PanNiveles::accept);
-    connect(lista_, &QListWidget::currentRowChanged, this, &PanNiveles::filaCambiada);
-
-    recarga(std::nullopt);
-    resize(760, 420);
-    CentrarVentana(this);
+    return botones;
 }
 
 std::optional<qint64> PanNiveles::nivelActual() const {

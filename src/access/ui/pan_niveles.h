@@ -12,6 +12,7 @@
 #include <optional>
 
 class QCheckBox;
+class QHBoxLayout;
 class QLineEdit;
 class QListWidget;
 class QTabWidget;
@@ -34,6 +35,8 @@ public:
     void done(int r) override;
 
 private:
+    QTabWidget* armaPestanias();
+    QHBoxLayout* armaBotones();
     void recarga(std::optional<qint64> seleccionar);
     void muestra(qint64 idNivel);
     // El nivel cargado ya no está: se olvida lo pendiente y se vuelve a leer la lista.
