@@ -9,6 +9,12 @@
 #include "access/ui/pan_niveles.h"
 #include "access/ui/pan_supervisor_inicial.h"
 #include "app/configuracion.h"
+#include "articles/movimientos_stock.h"
+#include "articles/ui/pan_borr_mov_stock.h"
+#include "articles/ui/pan_camb_stock.h"
+#include "articles/ui/pan_ed_rubros.h"
+#include "articles/ui/pan_ingr_stock.h"
+#include "articles/ui/pan_rubros.h"
 #include "app/estado.h"
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_conf_fiscal.h"
@@ -237,6 +243,32 @@ int main(int argc, char** argv) {
         orv::PanEdUsuario usuario(*almacen, 1, &w);
         usuario.show();
         guarda(usuario, QStringLiteral("usuario") + sufijo);
+        {
+            // Rubros y stock, con unos ajustes del primer artículo para ver el diario.
+            const qint64 idArticulo = almacen->valor(QStringLiteral("SELECT min(idArticulo) FROM Articulos")).toLongLong();
+            if (t == tamanios.first())
+                for (const char* cantidad : {"24", "6", "1.5"})
+                    orv::RegistraAjusteStock(*almacen,
+                                             {idArticulo, orv::IdTipoMovimiento(*almacen, orv::kTipoCompra),
+                                              QStringLiteral("R-0001-00004512"), QString::fromLatin1(cantidad), true},
+                                             reloj.hoy());
+            orv::PanRubros rubros(*almacen, &w);
+            rubros.show();
+            guarda(rubros, QStringLiteral("rubros") + sufijo);
+            orv::PanEdRubros edRubros(
+                *almacen, almacen->valor(QStringLiteral("SELECT min(idRubro) FROM Rubros")).toLongLong(), &w);
+            edRubros.show();
+            guarda(edRubros, QStringLiteral("ed_rubros") + sufijo);
+            orv::PanIngrStock ingrStock(*almacen, conf, reloj, idArticulo, &w);
+            ingrStock.show();
+            guarda(ingrStock, QStringLiteral("ingr_stock") + sufijo);
+            orv::panBorrMovStock borrMov(*almacen, &w);
+            borrMov.show();
+            guarda(borrMov, QStringLiteral("borr_mov_stock") + sufijo);
+            orv::panCambStock cambStock(*almacen, &w);
+            cambStock.show();
+            guarda(cambStock, QStringLiteral("camb_stock") + sufijo);
+        }
         w.hide();
     }
     // Informes del catálogo en PDF; make capturas los pasa a PNG con pdftoppm.

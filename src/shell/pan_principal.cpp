@@ -1,7 +1,7 @@
 #include "shell/pan_principal.h"
-
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
+#include "articles/ui/pan_borr_mov_stock.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
@@ -371,9 +371,11 @@ QWidget* PanPrincipal::armaUtilidades() {
     auto* comprobantes = Enlace(QStringLiteral("Label39"), QStringLiteral("Comprobantes"), sistema);
     auto* reset = Enlace(QStringLiteral("lblResetGrillas"), QStringLiteral("Reset Grillas"), sistema);
     auto* borraVentas = Enlace(QStringLiteral("label28"), QStringLiteral("Eliminar ventas"), sistema);
+    auto* borraStock = Enlace(QStringLiteral("Label31"), QStringLiteral("Elimina Stock"), sistema);
     cs->addWidget(usuarios);
     cs->addWidget(comprobantes);
     cs->addWidget(borraVentas);
+    cs->addWidget(borraStock);
     cs->addWidget(reset);
     capa->addWidget(sistema);
     capa->addStretch(1);
@@ -388,6 +390,10 @@ QWidget* PanPrincipal::armaUtilidades() {
         PanBorraFactura dialogo(almacen_, reloj_.hoy(), this);
         dialogo.exec();
         refrescaCaja();
+    });
+    connect(borraStock, &QPushButton::clicked, this, [this] {
+        panBorrMovStock dialogo(almacen_, this);
+        dialogo.exec();
     });
     connect(comprobantes, &QPushButton::clicked, this, [this] {
         PanCorrNum dialogo(almacen_, conf_, this);

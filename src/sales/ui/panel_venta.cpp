@@ -46,7 +46,7 @@ const QString kLineas = QStringLiteral("SELECT Codigo, Cantidad, Descripcion, Un
 } // namespace
 
 PanelVenta::PanelVenta(Almacen& almacen, EstadoAplicacion& estado, const Configuracion& conf, QWidget* padre)
-    : QWidget(padre), almacen_(almacen), estado_(estado), conf_(conf) {
+    : QWidget(padre), almacen_(almacen), estado_(estado), conf_(conf), balanza_(LeeConfBalanza(conf)) {
     armaPantalla();
     conecta();
 }
@@ -240,6 +240,7 @@ void PanelVenta::leeCoefIva() {
 // --- entrada al panel y grilla ---
 
 void PanelVenta::entra() {
+    balanza_ = LeeConfBalanza(conf_);
     leeLineas(false);
     eligeTipo();
     QTimer::singleShot(0, this, &PanelVenta::ajustaGrilla);
@@ -396,17 +397,27 @@ void PanelVenta::agregar() {
     p.cantidad = escrito.cantidad.value_or(txtCant_->text());
     p.unitario = txUnit_->text();
     bool noEncontrado = false;
+    QString etiquetaErronea;
     const bool agregada = Intenta(this, [&] {
         try {
-            AgregaLinea(almacen_, estado_.IdRed, p);
+            // Una etiqueta de balanza trae su importe o su peso; cualquier otro código, lo de siempre.
+            if (p.origen != OrigenLinea::CodigoBarras ||
+                !AgregaLineaBalanza(almacen_, balanza_, estado_.IdRed, p.codigo, escrito.cantidad))
+                AgregaLinea(almacen_, estado_.IdRed, p);
         } catch (const ErrorAlmacen& e) {
             throw Aviso(QStringLiteral("Error:") + e.descripcion());
         } catch (const ArticuloNoEncontrado&) {
             noEncontrado = true;
+        } catch (const CodigoBalanzaErroneo& e) {
+            etiquetaErronea = e.texto();
         }
     });
     if (noEncontrado) {
         muestraNoEncontrado(p.origen == OrigenLinea::Lista ? text9_->currentText() : p.codigo);
+        return;
+    }
+    if (!etiquetaErronea.isEmpty()) {
+        muestraEnFranja(etiquetaErronea);
         return;
     }
     if (!agregada) {
@@ -422,10 +433,14 @@ void PanelVenta::agregar() {
 }
 
 void PanelVenta::muestraNoEncontrado(const QString& codigo) {
+    muestraEnFranja(kArticuloNoEncontrado +
+                    (codigo.trimmed().isEmpty() ? QString() : QStringLiteral("   ") + codigo.trimmed()));
+}
+
+void PanelVenta::muestraEnFranja(const QString& texto) {
     // Sin caja modal: el Enter del próximo escaneo no se pierde cerrándola. El código queda
     // marcado y lo que se escanee después lo reemplaza.
-    lblNoEncontrado_->setText(kArticuloNoEncontrado +
-                              (codigo.trimmed().isEmpty() ? QString() : QStringLiteral("   ") + codigo.trimmed()));
+    lblNoEncontrado_->setText(texto);
     lblNoEncontrado_->show();
     QApplication::beep();
     QTimer::singleShot(180, this, [] { QApplication::beep(); }); // dos pitidos: no entró

@@ -12,6 +12,7 @@
 #include "app/configuracion.h"
 #include "app/estado.h"
 #include "store/reloj.h"
+#include "sales/balanza.h"
 #include "sales/borrador.h"
 #include "sales/cliente_venta.h"
 #include "sales/registro.h"
@@ -106,6 +107,8 @@ private:
     DatosRegistro datosDelRegistro(const QDate& hoy);
     void conectaAtajos();
     void muestraNoEncontrado(const QString& codigo);
+    // Lo que el lector trajo y no entró, en la franja roja bajo el código, con dos pitidos.
+    void muestraEnFranja(const QString& texto);
     void conecta();
     void precioPorCodigo();       // Text7 pierde el foco
     // Text9 pierde el foco: el artículo elegido en la lista, con su precio ya a la vista.
@@ -175,6 +178,7 @@ private:
     std::optional<qint64> idCliente_;
     bool clienteEsVip_ = false;
     bool soloLectura_ = false;
+    ConfBalanza balanza_; // se lee al crear el panel y cada vez que se entra
     // Los porcentajes que usan los totales: un texto que no se lee no los cambia.
     mutable double porcDescuento_ = 0;
     mutable double porcImpuesto_ = 0;
