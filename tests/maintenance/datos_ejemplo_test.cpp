@@ -1,7 +1,7 @@
 // Datos de ejemplo, en los dos motores.
 
 #include "apoyo/base_prueba.h"
-#include "store/filas.h"
+#include "apoyo/filas.h"
 
 #include "maintenance/datos_ejemplo.h"
 #include "store/actualizacion.h"
@@ -31,11 +31,11 @@ bool verifica(const QString& t, int desde, const std::vector<int>& pesos) {
 bool eanValido(const QString& ean) { return cifras(ean, "13") && verifica(ean, 0, {1, 3, 1, 3, 1, 3, 1, 3, 1, 3, 1, 3}); }
 
 // Huella de lo que cargan los datos de ejemplo, para ver que una carga rechazada no tocó nada.
-Filas huella(Almacen& a) {
-    Filas h = filas(a, "SELECT Tipo, Letra, Correlativo, NombrePlantilla FROM TiposDeComprobantes ORDER BY 1");
+QStringList huella(Almacen& a) {
+    QStringList h = Filas(a, "SELECT Tipo, Letra, Correlativo, NombrePlantilla FROM TiposDeComprobantes ORDER BY 1");
     for (const char* t : {"Articulos", "Rubros", "Vendedores", "Proveedores", "Zonas", "Localidades", "TipoDeIva",
                           "FormasDePago"})
-        h.push_back(t + ("=" + a.valor(QStringLiteral("SELECT count(*) FROM ") + t).toString()).toStdString());
+        h << t + (u'=' + a.valor(QStringLiteral("SELECT count(*) FROM ") + t).toString());
     return h;
 }
 
@@ -100,12 +100,12 @@ TEST_P(DatosEjemplo, SiempreLosMismosDatos) {
     cargaDatosEjemplo(otro.almacen(), reloj_);
     const QString sql = "SELECT Codigo, Descripcion, CgoProveedor, PrecioVenta, StockActual FROM Articulos UNION ALL "
                         "SELECT Nombre, Cuit, NroClienteVIP, idVendedor, 0 FROM Vendedores ORDER BY 1, 2";
-    EXPECT_EQ(filas(almacen(), sql), filas(otro.almacen(), sql));
+    EXPECT_EQ(Filas(almacen(), sql), Filas(otro.almacen(), sql));
 }
 
 TEST_P(DatosEjemplo, UnaCargaRechazadaOQueFallaNoCambiaNada) {
     Almacen& a = almacen();
-    const Filas vacio = huella(a);
+    const QStringList vacio = huella(a);
     // Sin la tabla de localidades la carga falla después de escribir proveedores y artículos.
     a.ejecuta("ALTER TABLE Localidades RENAME TO Localidades2");
     EXPECT_THROW(cargaDatosEjemplo(a, reloj_), ErrorAlmacen);
@@ -113,12 +113,12 @@ TEST_P(DatosEjemplo, UnaCargaRechazadaOQueFallaNoCambiaNada) {
     EXPECT_EQ(huella(a), vacio);
     // Con un cliente de más, o ya cargados, se niega.
     a.ejecuta("INSERT INTO Vendedores (Nombre, idZona) VALUES (?, 1)", {"D'Angelo"});
-    const Filas conCliente = huella(a);
+    const QStringList conCliente = huella(a);
     EXPECT_THROW(cargaDatosEjemplo(a, reloj_), Aviso);
     EXPECT_EQ(huella(a), conCliente);
     a.ejecuta("DELETE FROM Vendedores WHERE idVendedor <> 1");
     cargaDatosEjemplo(a, reloj_);
-    const Filas cargado = huella(a);
+    const QStringList cargado = huella(a);
     try {
         cargaDatosEjemplo(a, reloj_);
         FAIL() << "la segunda carga debía negarse";

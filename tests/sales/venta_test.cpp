@@ -2,7 +2,7 @@
 // comprobante según su esquema de impresión, en los dos motores.
 
 #include "apoyo/base_prueba.h"
-#include "filas_prueba.h"
+#include "apoyo/filas.h"
 #include "sales/borrador.h"
 #include "sales/cliente_venta.h"
 #include "sales/salida_comprobante.h"

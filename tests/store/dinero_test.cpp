@@ -1,7 +1,7 @@
 // Dinero exacto: sumas sin error, redondeo la mitad lejos del cero, desbordes y lectura del almacén.
 
 #include "apoyo/base_prueba.h"
-#include "filas.h"
+#include "apoyo/filas.h"
 #include "store/dinero.h"
 #include "store/esquema.h"
 

@@ -1,5 +1,6 @@
 // Máscaras de números y fechas, Val y EsNumerico: siempre "." decimal y "," de miles, sin mirar el equipo.
 
+#include "apoyo/filas.h"
 #include "store/formato.h"
 
 #include <QDate>

@@ -237,23 +237,15 @@ TEST_F(PantallasAcceso, NivelBorradoPorOtroPuestoNoEncierraAlEditor) {
         p.casilla("VeCaja")->click();
         base_->otraConexion()->ejecuta("DELETE FROM Niveles WHERE idNivel = ?", {id});
         // Cada caja que aparezca se anota y se acepta; después de la salida, Esc cierra sin más.
-        QStringList cajas;
-        QTimer responde;
-        QObject::connect(&responde, &QTimer::timeout, [&cajas] {
-            if (QMessageBox* caja = prueba::cajaVisible()) {
-                cajas << caja->text();
-                prueba::pulsa(caja, "Aceptar");
-            }
-        });
-        responde.start(5);
+        prueba::VigiaDeCajas vigia;
         sale(p);
         EXPECT_NE(p.nivelActual(), id);
         EXPECT_TRUE(lista->findItems("Repositores", Qt::MatchExactly).isEmpty());
         QTest::keyClick(&p, Qt::Key_Escape);
         QTest::qWait(30);
         EXPECT_FALSE(p.isVisible());
-        ASSERT_EQ(cajas.size(), 1) << cajas.join(u'|').toStdString();
-        EXPECT_TRUE(cajas[0].startsWith("No encontrado!"));
+        ASSERT_EQ(vigia.vistas.size(), 1) << vigia.vistas.join(u'|').toStdString();
+        EXPECT_TRUE(vigia.vistas[0].startsWith("No encontrado!"));
     }
 }
 

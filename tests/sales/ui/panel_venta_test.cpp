@@ -2,8 +2,6 @@
 // "Registrar": el orden de las negativas (fecha cerrada primero), la pregunta, el comprobante que
 // queda y sale por la salida de informes, y una falla que no pierde el borrador.
 
-#include "apoyo/modal.h"
-#include "apoyo/pantalla_prueba.h"
 #include "panel_prueba.h"
 #include "reports/ui/salida_informes.h"
 #include "reports/ui/visor_informe.h"
@@ -64,7 +62,7 @@ protected:
     }
     QString pdf() const { return base_->carpeta() + QStringLiteral("/comprobante.pdf"); }
     template <typename T = QLineEdit>
-    T* w(const char* nombre) const { return prueba::Hijo<T>(*panel_, nombre); }
+    T* w(const char* nombre) const { return prueba::hijo<T>(*panel_, nombre); }
     QStringList textos(std::initializer_list<const char*> nombres) const { return prueba::Textos(*panel_, nombres); }
     // Código, cantidad, unitario y subtotal de cada línea del borrador de la terminal.
     QStringList lineas(qint32 red = 1) const {
