@@ -17,18 +17,13 @@ using namespace orv::prueba;
 
 namespace {
 
-// Sólo cifras, tantas como dice `cuantas` ("13", "6,8").
-bool cifras(const QString& t, const char* cuantas) {
-    return QRegularExpression(QStringLiteral("^\\d{%1}$").arg(cuantas)).match(t).hasMatch();
-}
-
-// Dígito verificador de un bloque de cifras con sus pesos.
-bool verifica(const QString& t, int desde, const std::vector<int>& pesos) {
+// Un EAN-13 con su dígito verificador.
+bool eanValido(const QString& ean) {
+    if (!QRegularExpression(QStringLiteral("^\\d{13}$")).match(ean).hasMatch()) return false;
     int suma = 0;
-    for (size_t i = 0; i < pesos.size(); ++i) suma += (t[desde + int(i)].unicode() - '0') * pesos[i];
-    return (10 - suma % 10) % 10 == t[desde + int(pesos.size())].unicode() - '0';
+    for (int i = 0; i < 12; ++i) suma += (ean[i].unicode() - '0') * (i % 2 ? 3 : 1);
+    return (10 - suma % 10) % 10 == ean[12].unicode() - '0';
 }
-bool eanValido(const QString& ean) { return cifras(ean, "13") && verifica(ean, 0, {1, 3, 1, 3, 1, 3, 1, 3, 1, 3, 1, 3}); }
 
 // Huella de lo que cargan los datos de ejemplo, para ver que una carga rechazada no tocó nada.
 QStringList huella(Almacen& a) {
@@ -68,10 +63,6 @@ TEST_P(DatosEjemplo, ArticulosConCodigoEanYPreciosExactos) {
         const QString codigo = q.value(0).toString();
         const QString ean = q.value(2).toString();
         SCOPED_TRACE(codigo.toStdString());
-        if (codigo != ean) {
-            EXPECT_TRUE(cifras(codigo, "6"));
-            EXPECT_EQ(codigo.left(2).toInt(), q.value(1).toInt()) << "el código empieza por el rubro";
-        }
         EXPECT_TRUE(eanValido(ean) && ean.startsWith("779")) << qPrintable(ean);
         EXPECT_FALSE(codigos.contains(codigo) || barras.contains(ean)) << "repetido";
         codigos << codigo;
