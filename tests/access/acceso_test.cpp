@@ -231,9 +231,7 @@ TEST_P(Acceso, CadaPermisoSeGrabaSoloYApagaSusControles) {
     fija(id, [](const QString& c) { return c == QLatin1String("SoloPOS"); }, true);
     EXPECT_TRUE(ControlesSinPermiso(a, int(id)).isEmpty());
     EXPECT_FALSE(ModoPOS(a, int(id)));
-    // Un 1 y un -1 cuentan igual; un nivel que ya no existe no tiene ningún permiso ni POS.
-    a.ejecuta("UPDATE Niveles SET VeCaja = -1, VeVentas = 1, UsuarioSuper = 0 WHERE idNivel = ?", {id});
-    EXPECT_TRUE(TieneNivel(a, int(id), "VeCaja") && TieneNivel(a, int(id), "VeVentas"));
+    // Un nivel que ya no existe no tiene ningún permiso ni POS.
     a.ejecuta("DELETE FROM Niveles WHERE idNivel = ?", {id});
     EXPECT_EQ(ControlesSinPermiso(a, int(id)).size(), 35);
     EXPECT_FALSE(ModoPOS(a, int(id)));

@@ -85,4 +85,24 @@ inline std::shared_ptr<CajaVista> respondeCaja(const QString& boton, int limiteM
     return vista;
 }
 
+// Mientras vive, responde toda caja de mensaje que aparezca y anota su texto: "Sí" a la que empieza
+// con `siA` (si se da), "Aceptar" (o Esc) a las demás. Sin `siA` sirve para ver que no aparece
+// ninguna sin dejar a nadie esperando la próxima.
+class VigiaDeCajas {
+public:
+    explicit VigiaDeCajas(const QString& siA = {}) {
+        QObject::connect(&reloj_, &QTimer::timeout, [this, siA] {
+            if (QMessageBox* m = cajaVisible()) {
+                vistas << m->text();
+                pulsa(m, !siA.isEmpty() && m->text().startsWith(siA) ? QStringLiteral("Sí") : QStringLiteral("Aceptar"));
+            }
+        });
+        reloj_.start(5);
+    }
+    QStringList vistas;
+
+private:
+    QTimer reloj_;
+};
+
 } // namespace orv::prueba

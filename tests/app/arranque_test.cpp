@@ -297,17 +297,14 @@ TEST(Arranque, CadaCaminoTerminaConSusPasosYSusMensajes) {
     }
 }
 
-TEST(Arranque, ElBloqueoDuraLoQueDuraElArranqueYOtraCarpetaNoChoca) {
-    Entorno e, otra, luego;
+TEST(Arranque, ElBloqueoDuraLoQueDuraElArranque) {
+    Entorno e, luego;
     const Configuracion c = e.conf();
-    const Configuracion c2 = otra.conf();
     {
         Arranque a(c, e.reloj, e.ui);
         ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
-        // Mientras vive el primero, otro sobre la misma carpeta no arranca, pero sí sobre otra carpeta.
         InterfazFalsa segunda;
         EXPECT_EQ(Arranque(c, e.reloj, segunda).ejecuta(), FinArranque::OtraInstancia);
-        EXPECT_EQ(Arranque(c2, e.reloj, otra.ui).ejecuta(), FinArranque::Ventana);
     }
     // Cerrado el primero, se puede volver a arrancar.
     EXPECT_EQ(Arranque(c, e.reloj, luego.ui).ejecuta(), FinArranque::Ventana);

@@ -1,4 +1,5 @@
-// El ingreso dentro del arranque real: primer ingreso de un almacén nuevo y cancelación.
+// El ingreso dentro del arranque real: primer ingreso de un almacén nuevo (con claves que primero
+// no coinciden) y cancelación.
 
 #include "access/ingreso.h"
 #include "access/ui/pan_ingreso.h"
@@ -36,6 +37,14 @@ protected:
 TEST_F(IngresoAlArrancar, AlmacenNuevoPideSupervisorYLuegoIngresa) {
     EstadoAplicacion estado;
     auto supervisor = alAbrirse<PanSupervisorInicial>([](PanSupervisorInicial* d) {
+        // Claves que no coinciden: se avisa, se borran y el diálogo sigue abierto.
+        EXPECT_EQ(d->findChild<QLineEdit*>("txUser")->text(), "supervisor");
+        escribe(d, "txPass", "uno");
+        escribe(d, "txPass2", "dos");
+        auto caja = prueba::respondeCaja("Aceptar");
+        pulsa(d, "Command1");
+        EXPECT_EQ(caja->texto, "Las contraseñas no coinciden!");
+        EXPECT_TRUE(d->findChild<QLineEdit*>("txPass")->text().isEmpty() && d->isVisible());
         escribe(d, "txUser", "Dueña");
         escribe(d, "txPass", "s3cr3ta");
         escribe(d, "txPass2", "s3cr3ta");

@@ -3,7 +3,7 @@
 // medias, y el borrador sigue o se fue con él.
 
 #include "apoyo/base_prueba.h"
-#include "filas_prueba.h"
+#include "apoyo/filas.h"
 #include "store/actualizacion.h"
 
 #include <QProcess>

@@ -3,7 +3,7 @@
 // puntos redondeados; y varias terminales a la vez.
 
 #include "apoyo/base_prueba.h"
-#include "filas_prueba.h"
+#include "apoyo/filas.h"
 #include "sales/registro.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"

@@ -1,7 +1,7 @@
 // Actualización del esquema por pasos: una sola vez, en orden, entera o nada, sin perder filas.
 
 #include "apoyo/base_prueba.h"
-#include "filas.h"
+#include "apoyo/filas.h"
 #include "store/actualizacion.h"
 #include "store/esquema.h"
 
@@ -64,8 +64,8 @@ TEST_P(Actualizacion, LaConsultaDeCajaSeRehaceSinRomperUnaVistaDelComercio) {
     almacen().ejecuta("CREATE VIEW CajaDelComercio AS SELECT Fecha, Cuenta, NombreUsuario, Ingreso FROM ConsultaCaja");
     EXPECT_EQ(actualizaEsquema(almacen()), pasos() - 1);
     EXPECT_EQ(versionEsquema(almacen()), ultimoPaso());
-    EXPECT_EQ(filas(almacen(), "SELECT Cuenta, NombreUsuario, Ingreso FROM CajaDelComercio ORDER BY Fecha"),
-              filas({"Ventas Mostrador|supervisor|10.5", "-|supervisor|3"}));
+    EXPECT_EQ(Filas(almacen(), "SELECT Cuenta, NombreUsuario, Ingreso FROM CajaDelComercio ORDER BY Fecha"),
+              QStringList({"Ventas Mostrador|supervisor|10.5", "NULL|supervisor|3"}));
 }
 
 TEST_P(Actualizacion, UnPasoQueFallaSeDeshaceEnteroYCorregidoSeAplicaUnaVezSinPerderFilas) {
@@ -86,8 +86,8 @@ TEST_P(Actualizacion, UnPasoQueFallaSeDeshaceEnteroYCorregidoSeAplicaUnaVezSinPe
     EXPECT_EQ(versionEsquema(almacen()), bueno);
     EXPECT_TRUE(almacen().existeColumna("Rubros", "Nota"));
     EXPECT_FALSE(almacen().existeColumna("Articulos", "CodigoBarras"));
-    EXPECT_EQ(filas(almacen(), "SELECT count(*) FROM Caja UNION ALL SELECT count(*) FROM Articulos WHERE PrecioVenta = 0"),
-              filas({"1", "0"}));
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*) FROM Caja UNION ALL SELECT count(*) FROM Articulos WHERE PrecioVenta = 0"),
+              QStringList({"1", "0"}));
     EXPECT_EQ(almacen().profundidadTransaccion(), 0);
 
     // Corregido, agrega su columna y su índice una sola vez, y las filas y las vistas siguen ahí.
@@ -100,11 +100,11 @@ TEST_P(Actualizacion, UnPasoQueFallaSeDeshaceEnteroYCorregidoSeAplicaUnaVezSinPe
     EXPECT_EQ(actualizaEsquema(almacen(), corregidos), 0);
     EXPECT_EQ(versionEsquema(almacen()), malo);
     almacen().ejecuta("UPDATE Articulos SET CodigoBarras = ? WHERE Codigo = '010007'", {"7790001000017"});
-    EXPECT_EQ(filas(almacen(), "SELECT Codigo, Descripcion, PrecioVenta FROM Articulos WHERE CodigoBarras = ?",
+    EXPECT_EQ(Filas(almacen(), "SELECT Codigo, Descripcion, PrecioVenta FROM Articulos WHERE CodigoBarras = ?",
                     {"7790001000017"}),
-              filas({"010007|Artículo '7'|7.25"}));
-    EXPECT_EQ(filas(almacen(), "SELECT count(*) FROM ConsultaArticulos UNION ALL SELECT count(*) FROM Caja"),
-              filas({"25", "1"}));
+              QStringList({"010007|Artículo '7'|7.25"}));
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*) FROM ConsultaArticulos UNION ALL SELECT count(*) FROM Caja"),
+              QStringList({"25", "1"}));
     EXPECT_THROW(almacen().ejecuta("CREATE INDEX Articulos_CodigoBarras ON Articulos (CodigoBarras)"), ErrorAlmacen);
 }
 
@@ -129,10 +129,10 @@ TEST_P(Actualizacion, DosTerminalesActualizanALaVezUnAlmacenNuevoYLuegoSoloSeLee
     EXPECT_EQ(fallas.load(), 0);
     EXPECT_EQ(aplicados.load(), pasos());
     EXPECT_EQ(versionEsquema(almacen()), ultimoPaso());
-    EXPECT_EQ(filas(almacen(), "SELECT count(*), count(DISTINCT Paso) FROM PasosEsquema UNION ALL SELECT count(*), 0 FROM "
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*), count(DISTINCT Paso) FROM PasosEsquema UNION ALL SELECT count(*), 0 FROM "
                                "TiposMovimientoStock UNION ALL SELECT count(*), 0 FROM Vendedores UNION ALL "
                                "SELECT count(*), 0 FROM Usuarios"),
-              filas({QStringLiteral("%1|%1").arg(pasos()), "5|0", "1|0", "1|0"}));
+              QStringList({QStringLiteral("%1|%1").arg(pasos()), "5|0", "1|0", "1|0"}));
     // Con el almacén en sólo lectura la actualización no falla ni cambia el esquema.
     const int huella = objetosDelEsquema();
     soloLectura(true);
@@ -174,18 +174,18 @@ TEST_P(Actualizacion, AlmacenAnteriorALosPasosSeAdoptaSinPerderFilas) {
     const std::pair<const char*, QStringList> casos[] = {
         {"SELECT idArticulo, Codigo, Descripcion, PrecioVenta, Color, PrecioFinal, esMateriaPrima, IdProveedor "
          "FROM Articulos ORDER BY 1",
-         {"3|010003|Yerba O'Higgins 1 kg|1500.25|verde|0|0|-", "9|010009|Sal|10.5|-|0|0|-"}},
+         {"3|010003|Yerba O'Higgins 1 kg|1500.25|verde|0|0|NULL", "9|010009|Sal|10.5|NULL|0|0|NULL"}},
         {"SELECT idCompra, Fecha, Total, Referencia, MontoDescuento FROM Compras",
          {"4|2024-01-05|300|" + referencia + "|0"}},
-        {"SELECT idCaja, Detalles, Ingreso, Egreso, idUsuario FROM Caja", {"1|" + enies + "|10.5|0|-"}},
+        {"SELECT idCaja, Detalles, Ingreso, Egreso, idUsuario FROM Caja", {"1|" + enies + "|10.5|0|NULL"}},
         {"SELECT idDetalle, idComprobante, idArticulo, Cantidad, SubTotal FROM DetalleComprobantes ORDER BY 1",
          {"1|1|3|2|0", "2|1|9|1|0"}},
         {"SELECT idCuenta, Cuenta FROM Cuentas ORDER BY 1", {"1|Ventas Mostrador", "2|Banco", "3|Cobranza Clientes"}},
         {"SELECT idVendedor, Nombre, \"e-mail\", PuntosVIP FROM Vendedores ORDER BY 1",
-         {"1|Consumidor Final|-|0", "7|Ana|ana@correo.ar|0"}},
-        {"SELECT Codigo, PrecioFinal, Proveedor FROM ConsultaArticulos ORDER BY 1", {"010003|0|-", "010009|0|-"}},
+         {"1|Consumidor Final|NULL|0", "7|Ana|ana@correo.ar|0"}},
+        {"SELECT Codigo, PrecioFinal, Proveedor FROM ConsultaArticulos ORDER BY 1", {"010003|0|NULL", "010009|0|NULL"}},
     };
-    for (const auto& [sql, esperadas] : casos) EXPECT_EQ(filas(a, QString::fromUtf8(sql)), filas(esperadas)) << sql;
+    for (const auto& [sql, esperadas] : casos) EXPECT_EQ(Filas(a, QString::fromUtf8(sql)), esperadas) << sql;
 
     // Los textos angostos se ensancharon, los contadores siguen a las claves que había y el índice
     // propio del comercio sigue ahí.

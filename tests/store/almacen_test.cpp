@@ -2,7 +2,7 @@
 
 #include "apoyo/base_prueba.h"
 #include "apoyo/solo_lectura.h"
-#include "filas.h"
+#include "apoyo/filas.h"
 #include "store/almacen.h"
 
 #include <QFile>
@@ -25,7 +25,7 @@ protected:
         almacen().ejecuta("CREATE TABLE t (id INTEGER PRIMARY KEY, x INTEGER, nombre TEXT)");
     }
     void pon(int id, int x) { almacen().ejecuta("INSERT INTO t (id, x) VALUES (?, ?)", {id, x}); }
-    Filas todas() { return filas(almacen(), "SELECT id, x FROM t ORDER BY id"); }
+    QStringList todas() { return Filas(almacen(), "SELECT id, x FROM t ORDER BY id"); }
 };
 ORV_AMBOS_MOTORES(AlmacenBasico);
 
@@ -57,7 +57,7 @@ TEST_P(AlmacenBasico, SinConfirmarSeDeshaceYLaAnidadaDeshaceSoloSuParte) {
         }
         exterior.confirmar();
     }
-    EXPECT_EQ(todas(), filas({"1|10", "3|30"}));
+    EXPECT_EQ(todas(), QStringList({"1|10", "3|30"}));
 }
 
 TEST_P(AlmacenBasico, UnaFallaAMitadDeshaceTodoYLaConexionSigueSana) {
@@ -73,7 +73,7 @@ TEST_P(AlmacenBasico, UnaFallaAMitadDeshaceTodoYLaConexionSigueSana) {
     }
     EXPECT_TRUE(todas().empty());
     pon(3, 30);
-    EXPECT_EQ(todas(), filas({"3|30"}));
+    EXPECT_EQ(todas(), QStringList({"3|30"}));
 }
 
 TEST_P(AlmacenBasico, LosValoresViajanLigadosYVuelvenTalCual) {

@@ -1,6 +1,7 @@
 // Lectura de lo que se escribe en un campo: número, entero acotado, importe y texto, sin adivinar.
 
 #include "apoyo/base_prueba.h"
+#include "apoyo/filas.h"
 #include "store/entrada.h"
 
 #include <functional>

@@ -1,5 +1,6 @@
 // Máscaras de números y fechas, Val y EsNumerico: siempre "." decimal y "," de miles, sin mirar el equipo.
 
+#include "apoyo/filas.h"
 #include "store/formato.h"
 
 #include <QDate>
@@ -90,17 +91,6 @@ TEST(Formato, DoublesEnterosTextosFechasYNulos) {
                                                                             << c.mascara;
     EXPECT_EQ(FormatoMoneda(d("1234.5"), QString()), q("1,234.50"));
     EXPECT_EQ(FormatoMoneda(d("-0.004"), q("Currency")), q("$0.00"));
-}
-
-TEST(Formato, NombresDeDiasYMesesEnCastellano) {
-    // Del lunes 16 al domingo 22 de noviembre de 2026, y el 1.º de cada mes; los cortos son las tres primeras letras.
-    QStringList vistos;
-    for (int i = 0; i < 7; ++i) vistos << Formato(QDate(2026, 11, 16 + i), q("dddd ddd"));
-    for (int m = 1; m <= 12; ++m) vistos << Formato(QDate(2026, m, 1), q("mmmm mmm"));
-    EXPECT_EQ(vistos.join(u',').toStdString(),
-              "lunes lun,martes mar,miércoles mié,jueves jue,viernes vie,sábado sáb,domingo dom,enero ene,febrero feb,"
-              "marzo mar,abril abr,mayo may,junio jun,julio jul,agosto ago,septiembre sep,octubre oct,"
-              "noviembre nov,diciembre dic");
 }
 
 TEST(Val, ComoElBasic) {

@@ -1,6 +1,7 @@
 // Rutinas generales: lectura de un campo, cuentas, permisos por nivel y días cerrados.
 
 #include "apoyo/base_prueba.h"
+#include "apoyo/filas.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
 #include "store/rutinas.h"

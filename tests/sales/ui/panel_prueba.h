@@ -1,10 +1,10 @@
 #pragma once
-// Un control por su nombre, lo que teclea el cajero o el lector de códigos, lo que muestran los
-// controles (para compararlo entero), el texto de un comprobante impreso a PDF, y un vigía de cajas
-// de mensaje.
+// Lo que teclea el cajero o el lector de códigos, lo que muestran los controles (para compararlo
+// entero) y el texto de un comprobante impreso a PDF.
 
+#include "apoyo/filas.h"
 #include "apoyo/modal.h"
-#include "../filas_prueba.h"
+#include "apoyo/pantalla_prueba.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -12,18 +12,8 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
 
 namespace orv::prueba {
-
-// El control con ese nombre dentro de `w`; una falla de la prueba si no está.
-template <typename T = QLineEdit>
-T* Hijo(const QWidget& w, const char* nombre) {
-    T* h = w.findChild<T*>(QString::fromLatin1(nombre));
-    EXPECT_NE(h, nullptr) << nombre;
-    return h;
-}
 
 // El texto y Enter en un campo del panel, como el lector o el cajero.
 inline void Teclea(QWidget& p, const char* campo, const QString& texto) {
@@ -53,25 +43,5 @@ inline QString TextoDelPdf(const QString& ruta) {
     p.waitForFinished(30000);
     return QString::fromUtf8(p.readAllStandardOutput());
 }
-
-// Mientras vive, responde toda caja de mensaje que aparezca y anota su texto: "Sí" a la que empieza
-// con `siA` (si se da), "Aceptar" (o Esc) a las demás. Sin `siA` sirve para ver que no aparece
-// ninguna sin dejar a nadie esperando la próxima.
-class VigiaDeCajas {
-public:
-    explicit VigiaDeCajas(const QString& siA = {}) {
-        QObject::connect(&reloj_, &QTimer::timeout, [this, siA] {
-            if (QMessageBox* m = cajaVisible()) {
-                vistas << m->text();
-                pulsa(m, !siA.isEmpty() && m->text().startsWith(siA) ? QStringLiteral("Sí") : QStringLiteral("Aceptar"));
-            }
-        });
-        reloj_.start(5);
-    }
-    QStringList vistas;
-
-private:
-    QTimer reloj_;
-};
 
 } // namespace orv::prueba

@@ -2,8 +2,6 @@
 // "Registrar": el orden de las negativas (fecha cerrada primero), la pregunta, el comprobante que
 // queda y sale por la salida de informes, y una falla que no pierde el borrador.
 
-#include "apoyo/modal.h"
-#include "apoyo/pantalla_prueba.h"
 #include "panel_prueba.h"
 #include "reports/ui/salida_informes.h"
 #include "reports/ui/visor_informe.h"
@@ -64,7 +62,7 @@ protected:
     }
     QString pdf() const { return base_->carpeta() + QStringLiteral("/comprobante.pdf"); }
     template <typename T = QLineEdit>
-    T* w(const char* nombre) const { return prueba::Hijo<T>(*panel_, nombre); }
+    T* w(const char* nombre) const { return prueba::hijo<T>(*panel_, nombre); }
     QStringList textos(std::initializer_list<const char*> nombres) const { return prueba::Textos(*panel_, nombres); }
     // Código, cantidad, unitario y subtotal de cada línea del borrador de la terminal.
     QStringList lineas(qint32 red = 1) const {
@@ -295,7 +293,7 @@ TEST_F(PanelVentaTest, CorreccionesYLoTecleadoFueraDeRango) {
 }
 
 // El borrador sobrevive al reinicio y cada terminal ve el suyo; una línea imposible guardada por
-// otro camino no traba el panel: abre, la señala y se borra.
+// otro camino no traba el panel: abre y la señala (borrarla es como borrar cualquier otra).
 TEST_F(PanelVentaTest, AlAbrirVeSuBorradorAunqueTengaUnaLineaImposible) {
     escanea({"0101", "0303"});
     AgregaLinea(a(), 2, {OrigenLinea::CodigoBarras, QStringLiteral("0101"), {}, QStringLiteral("1"), QStringLiteral("0")});
@@ -307,12 +305,6 @@ TEST_F(PanelVentaTest, AlAbrirVeSuBorradorAunqueTengaUnaLineaImposible) {
     EXPECT_EQ(textos({"lblItems", "txtMontoTotal"}),
               QStringList({"La línea \"Yerba 1 kg\" tiene una cantidad o un importe fuera de rango: bórrela o corríjala.", "0.00"}));
     EXPECT_EQ(panel_->grilla()->filaActual()->value(QStringLiteral("Codigo")).toString(), QStringLiteral("0101")); // la señalada
-    panel_->grilla()->tabla()->setFocus();
-    auto si = respondeCaja(QStringLiteral("Sí"));
-    QTest::keyClick(panel_->grilla()->tabla(), Qt::Key_Delete);
-    EXPECT_TRUE(si->vista);
-    EXPECT_EQ(lineas(), QStringList{"0303|1|250|250"});
-    EXPECT_EQ(textos({"lblItems", "txtMontoTotal"}), QStringList({"1.0 de 1 ítems.", "250.00"}));
     // Un cliente sin forma de pago propia se ve con EFVO, la forma con que se guarda la venta.
     prueba::Teclea(*panel_, "Text8", QStringLiteral("12345"));
     EXPECT_EQ(QStringList({textos({"cboFPago"}).first(), estado_.FormaPagoActual}), QStringList({"EFVO", "EFVO"}));

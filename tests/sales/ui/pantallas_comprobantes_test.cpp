@@ -1,8 +1,6 @@
 // Pantallas de tipos de comprobante y "Mas Datos...": controles, textos y lo que graban; y el
 // borrado y la reimpresión de comprobantes registrados.
 
-#include "apoyo/modal.h"
-#include "apoyo/pantalla_prueba.h"
 #include "panel_prueba.h"
 #include "reports/ui/salida_informes.h"
 #include "sales/registro.h"
@@ -27,7 +25,7 @@
 namespace orv {
 namespace {
 
-using prueba::Hijo;
+using prueba::hijo;
 using prueba::respondeCaja;
 
 class PantallasComprobantes : public prueba::PantallaDePrueba {
@@ -35,7 +33,7 @@ protected:
     // Pulsa el botón de un diálogo que responde con una caja: el texto de la caja.
     static QString cajaAlPulsar(const QWidget& w, const char* boton) {
         auto caja = respondeCaja(QStringLiteral("Aceptar"));
-        QTest::mouseClick(Hijo<QPushButton>(w, boton), Qt::LeftButton);
+        QTest::mouseClick(hijo<QPushButton>(w, boton), Qt::LeftButton);
         return caja->texto;
     }
 };
@@ -43,27 +41,27 @@ protected:
 TEST_F(PantallasComprobantes, NuevoTipoValidaExplicaYEligePlantilla) {
     PanNueTipoComproba d(a(), *conf_, std::nullopt);
     d.show();
-    auto* stock = Hijo<QCheckBox>(d, "chkStock");
+    auto* stock = hijo<QCheckBox>(d, "chkStock");
     EXPECT_EQ(stock->text(), QStringLiteral("Descuenta cantidades del stock ?"));
-    Hijo<QCheckBox>(d, "chkInversa")->click();
+    hijo<QCheckBox>(d, "chkInversa")->click();
     EXPECT_EQ(stock->text(), QStringLiteral("Aumenta cantidades del stock ?"));
     // Sin plantilla no se acepta y el diálogo sigue abierto (lo demás que se rechaza lo prueba la
     // lógica); un archivo que no está se rechaza; uno que está queda con su ruta.
-    Hijo<QLineEdit>(d, "txTipo")->setText(QStringLiteral("REMITO 'R'"));
-    Hijo<QComboBox>(d, "cbLetra")->setEditText(QStringLiteral("R"));
-    Hijo<QComboBox>(d, "cbPtoVta")->setEditText(QStringLiteral("0002"));
+    hijo<QLineEdit>(d, "txTipo")->setText(QStringLiteral("REMITO 'R'"));
+    hijo<QComboBox>(d, "cbLetra")->setEditText(QStringLiteral("R"));
+    hijo<QComboBox>(d, "cbPtoVta")->setEditText(QStringLiteral("0002"));
     EXPECT_EQ(cajaAlPulsar(d, "Command1"), QStringLiteral("Error, ingrese la información correctamente!"));
     EXPECT_TRUE(d.isVisible());
     auto caja = respondeCaja(QStringLiteral("Aceptar"));
     d.eligePlantilla(base_->carpeta() + QStringLiteral("/no-esta.rpt"));
-    EXPECT_EQ(std::make_pair(caja->texto, Hijo<QLabel>(d, "lblPlantilla")->text()),
+    EXPECT_EQ(std::make_pair(caja->texto, hijo<QLabel>(d, "lblPlantilla")->text()),
               std::make_pair(QStringLiteral("Seleccione un archivo válido!"), kSinPlantilla));
     const QString ruta = base_->carpeta() + QStringLiteral("/remito.rpt");
     ASSERT_TRUE(QFile(ruta).open(QIODevice::WriteOnly));
     d.eligePlantilla(ruta);
-    EXPECT_EQ(Hijo<QLabel>(d, "lblPlantilla")->text(), ruta);
-    Hijo<QLineEdit>(d, "txCorrelativo")->setText(QStringLiteral("100"));
-    QTest::mouseClick(Hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
+    EXPECT_EQ(hijo<QLabel>(d, "lblPlantilla")->text(), ruta);
+    hijo<QLineEdit>(d, "txCorrelativo")->setText(QStringLiteral("100"));
+    QTest::mouseClick(hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
     EXPECT_EQ(d.result(), QDialog::Accepted);
     const TipoComprobante t = d.datos();
     EXPECT_EQ(std::make_tuple(t.tipo, t.letra, t.puntoDeVenta, t.correlativo, t.operacionInversa, t.descuentaStock, t.plantilla),
@@ -73,18 +71,18 @@ TEST_F(PantallasComprobantes, NuevoTipoValidaExplicaYEligePlantilla) {
 
 TEST_F(PantallasComprobantes, ImpresoraFiscalAbreConLoGuardadoYEscribeLaPlantilla) {
     PanConfFiscal f(QStringLiteral("IMPRESORA FISCAL : EPSON 200 80 COL|PUERTO : 2"), QStringLiteral("49"));
-    EXPECT_TRUE(Hijo<QRadioButton>(f, "optEpson200")->isChecked());
-    EXPECT_FALSE(Hijo<QListWidget>(f, "listhasar")->isEnabled());
+    EXPECT_TRUE(hijo<QRadioButton>(f, "optEpson200")->isChecked());
+    EXPECT_FALSE(hijo<QListWidget>(f, "listhasar")->isEnabled());
     EXPECT_EQ(prueba::Textos(f, {"txPuerto", "cboModComprobante"}), QStringList({"2", "49 - Factura B"}));
 
     PanConfFiscal g(kSinPlantilla, QString());
     g.show();
-    EXPECT_TRUE(Hijo<QRadioButton>(g, "optHasar")->isChecked());
+    EXPECT_TRUE(hijo<QRadioButton>(g, "optHasar")->isChecked());
     EXPECT_EQ(cajaAlPulsar(g, "Command1"), QStringLiteral("Error, seleccione un modelo!"));
-    Hijo<QListWidget>(g, "listhasar")->setCurrentRow(2);
-    Hijo<QComboBox>(g, "cboModComprobante")->setCurrentIndex(8);
-    EXPECT_EQ(Hijo<QLabel>(g, "Label3")->text(), QStringLiteral("HASAR O COMPAT. 615 - PL8F"));
-    QTest::mouseClick(Hijo<QPushButton>(g, "Command1"), Qt::LeftButton);
+    hijo<QListWidget>(g, "listhasar")->setCurrentRow(2);
+    hijo<QComboBox>(g, "cboModComprobante")->setCurrentIndex(8);
+    EXPECT_EQ(hijo<QLabel>(g, "Label3")->text(), QStringLiteral("HASAR O COMPAT. 615 - PL8F"));
+    QTest::mouseClick(hijo<QPushButton>(g, "Command1"), Qt::LeftButton);
     EXPECT_EQ(g.result(), QDialog::Accepted);
     // Sin puerto la plantilla termina en "|PUERTO : ".
     EXPECT_EQ(std::make_pair(g.plantilla(), g.modDocumento()),
@@ -105,7 +103,7 @@ TEST_F(PantallasComprobantes, ComprobantesYNumeracionEditaBorraYPredetermina) {
     p.grilla()->fijaConsulta(QStringLiteral("SELECT idTipoComprobante, Tipo, Letra, PuntoDeVenta, Correlativo "
                                             "FROM TiposDeComprobantes ORDER BY idTipoComprobante"));
     ASSERT_TRUE(p.grilla()->irAFila(0));
-    EXPECT_EQ(Hijo<QLineEdit>(p, "txTipo")->text(), QStringLiteral("FACTURA B"));
+    EXPECT_EQ(hijo<QLineEdit>(p, "txTipo")->text(), QStringLiteral("FACTURA B"));
 
     // Editar: se cambian el correlativo y la plantilla.
     prueba::alAbrirse<PanNueTipoComproba>([](PanNueTipoComproba* d) {
@@ -121,14 +119,14 @@ TEST_F(PantallasComprobantes, ComprobantesYNumeracionEditaBorraYPredetermina) {
     {
         PanPreFact d(a(), *conf_);
         d.show();
-        auto* combo = Hijo<QComboBox>(d, "Combo1");
+        auto* combo = hijo<QComboBox>(d, "Combo1");
         EXPECT_EQ(combo->currentIndex(), 0);
         combo->setCurrentIndex(-1);
         EXPECT_EQ(cajaAlPulsar(d, "Command1"), QStringLiteral("Seleccione un tipo de comprobante!"));
         EXPECT_NE(d.result(), QDialog::Accepted);
         combo->setCurrentIndex(1);
-        Hijo<QCheckBox>(d, "chkUEm")->setChecked(true);
-        QTest::mouseClick(Hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
+        hijo<QCheckBox>(d, "chkUEm")->setChecked(true);
+        QTest::mouseClick(hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
         EXPECT_EQ(d.result(), QDialog::Accepted);
     }
     EXPECT_EQ(QStringList({conf_->lee(clave::miscelaneas, QStringLiteral("ComprobantePredeterminado")),
@@ -154,9 +152,9 @@ TEST_F(PantallasComprobantes, MasDatosFormaDePagoACuentaTarjetaYValidaciones) {
     d.posicionFormaPago = 0;
     PanFPago p(a(), QStringLiteral("RUT"), d);
     p.show();
-    auto* forma = Hijo<QComboBox>(p, "Combo1");
-    auto* aCuenta = Hijo<QCheckBox>(p, "Check1");
-    auto* cupon = Hijo<QLineEdit>(p, "txCupon");
+    auto* forma = hijo<QComboBox>(p, "Combo1");
+    auto* aCuenta = hijo<QCheckBox>(p, "Check1");
+    auto* cupon = hijo<QLineEdit>(p, "txCupon");
     EXPECT_FALSE(cupon->isVisible());
     // Lo que se ve: la forma, si es a cuenta, si la lista se puede cambiar, si se ve el cupón.
     const auto estado = [&] { return std::make_tuple(forma->currentText(), aCuenta->isChecked(), forma->isEnabled(), cupon->isVisible()); };
@@ -178,13 +176,13 @@ TEST_F(PantallasComprobantes, MasDatosFormaDePagoACuentaTarjetaYValidaciones) {
     // Un descuento que no es número, o con coma decimal (ambiguo: nunca se toma por 1), se rechaza.
     for (const auto& [escrito, aviso] : {std::pair{"diez", "Datos mal ingresados !"},
                                          std::pair{"1,5", "Descuento: el número está mal escrito. Use el punto para los decimales (1234.50)."}}) {
-        Hijo<QLineEdit>(p, "Text2")->setText(QString::fromUtf8(escrito));
+        hijo<QLineEdit>(p, "Text2")->setText(QString::fromUtf8(escrito));
         EXPECT_EQ(cajaAlPulsar(p, "Command1"), QString::fromUtf8(aviso));
         EXPECT_NE(p.result(), QDialog::Accepted) << escrito;
     }
-    Hijo<QLineEdit>(p, "Text2")->setText(QStringLiteral("5"));
+    hijo<QLineEdit>(p, "Text2")->setText(QStringLiteral("5"));
     cupon->setText(QStringLiteral("0042"));
-    QTest::mouseClick(Hijo<QPushButton>(p, "Command1"), Qt::LeftButton);
+    QTest::mouseClick(hijo<QPushButton>(p, "Command1"), Qt::LeftButton);
     EXPECT_EQ(p.result(), QDialog::Accepted);
     const DatosFPago r = p.datos();
     EXPECT_EQ(std::make_tuple(r.descuento, r.formaPago, r.cupon), std::make_tuple(5.0, QStringLiteral("EFVO"), QStringLiteral("0042")));
