@@ -3,7 +3,7 @@
 
 #include "apoyo/base_prueba.h"
 #include "articles/rubros.h"
-#include "sales/filas_prueba.h"
+#include "apoyo/filas.h"
 #include "store/actualizacion.h"
 
 namespace orv {

@@ -2,7 +2,7 @@
 // configuración de "Miscelaneas", y la línea que deja en el borrador, en los dos motores.
 
 #include "apoyo/base_prueba.h"
-#include "filas_prueba.h"
+#include "apoyo/filas.h"
 #include "sales/balanza.h"
 #include "store/actualizacion.h"
 

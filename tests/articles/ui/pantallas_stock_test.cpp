@@ -11,13 +11,14 @@
 #include "sales/ui/panel_prueba.h"
 #include "widgets/grilla.h"
 
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 
 namespace orv {
 namespace {
 
-using prueba::Hijo;
+using prueba::hijo;
 using prueba::respondeCaja;
 using prueba::Textos;
 
@@ -42,67 +43,67 @@ TEST_F(PantallasStock, AjusteRecuerdaTipoYComprobanteYEnterAcepta) {
         QApplication::setActiveWindow(&d);
         EXPECT_EQ(Textos(d, {"Label1", "Combo1", "Label5", "Text2", "Text1"}),
                   (QStringList{"Yerba Mate 1 kg", "Compra", compra, "", ""}));
-        EXPECT_TRUE(Hijo<QRadioButton>(d, "Option1")->isChecked());
-        EXPECT_TRUE(Hijo(d, "Text1")->hasFocus());
+        EXPECT_TRUE(hijo<QRadioButton>(d, "Option1")->isChecked());
+        EXPECT_TRUE(hijo<QLineEdit>(d, "Text1")->hasFocus());
         // Lo que no se lee: el mensaje de siempre, la pantalla sigue y nada se escribe.
         auto caja = respondeCaja(QStringLiteral("Aceptar"));
-        QTest::keyClicks(Hijo(d, "Text1"), QStringLiteral("abc"));
-        QTest::keyClick(Hijo(d, "Text1"), Qt::Key_Return);
+        QTest::keyClicks(hijo<QLineEdit>(d, "Text1"), QStringLiteral("abc"));
+        QTest::keyClick(hijo<QLineEdit>(d, "Text1"), Qt::Key_Return);
         EXPECT_EQ(caja->texto, kErrorCantidadTipo);
         EXPECT_TRUE(d.isVisible());
-        Hijo<QComboBox>(d, "Combo1")->setCurrentText(QStringLiteral("Devolucion"));
-        Hijo(d, "Text2")->setText(QStringLiteral("NC 0001-22"));
-        Hijo<QRadioButton>(d, "Option2")->setChecked(true);
-        Hijo(d, "Text1")->selectAll();
-        QTest::keyClicks(Hijo(d, "Text1"), QStringLiteral("3"));
-        QTest::keyClick(Hijo(d, "Text1"), Qt::Key_Return);
+        hijo<QComboBox>(d, "Combo1")->setCurrentText(QStringLiteral("Devolucion"));
+        hijo<QLineEdit>(d, "Text2")->setText(QStringLiteral("NC 0001-22"));
+        hijo<QRadioButton>(d, "Option2")->setChecked(true);
+        hijo<QLineEdit>(d, "Text1")->selectAll();
+        QTest::keyClicks(hijo<QLineEdit>(d, "Text1"), QStringLiteral("3"));
+        QTest::keyClick(hijo<QLineEdit>(d, "Text1"), Qt::Key_Return);
         EXPECT_EQ(d.result(), QDialog::Accepted);
     }
     EXPECT_EQ(stock().first(), QStringLiteral("7|2"));
     // La vez siguiente, con el tipo y el comprobante de la última.
     PanIngrStock d(a(), *conf_, reloj_, 2);
     EXPECT_EQ(Textos(d, {"Label1", "Combo1", "Text2"}), (QStringList{"Lavandina 1 l", "Devolucion", "NC 0001-22"}));
-    EXPECT_EQ(Hijo<QLabel>(d, "Label5")->text(), QString::number(*IdTipoMovimiento(a(), QStringLiteral("Devolucion"))));
+    EXPECT_EQ(hijo<QLabel>(d, "Label5")->text(), QString::number(*IdTipoMovimiento(a(), QStringLiteral("Devolucion"))));
 }
 
 TEST_F(PantallasStock, RubroRechazadoDejaElFocoEnElCampo) {
     PanRubros lista(a());
     lista.show();
-    EXPECT_FALSE(Hijo<QPushButton>(lista, "Command2")->isEnabled());
-    EXPECT_FALSE(Hijo<QPushButton>(lista, "Command3")->isEnabled());
+    EXPECT_FALSE(hijo<QPushButton>(lista, "Command2")->isEnabled());
+    EXPECT_FALSE(hijo<QPushButton>(lista, "Command3")->isEnabled());
 
     PanEdRubros d(a(), std::nullopt);
     d.show();
     QApplication::setActiveWindow(&d);
     auto caja = respondeCaja(QStringLiteral("Aceptar"));
-    Hijo(d, "txPuntosVip")->clear();
-    QTest::keyClicks(Hijo(d, "Text1"), QStringLiteral("Almacen"));
-    QTest::keyClick(Hijo(d, "Text1"), Qt::Key_Return);
+    hijo<QLineEdit>(d, "txPuntosVip")->clear();
+    QTest::keyClicks(hijo<QLineEdit>(d, "Text1"), QStringLiteral("Almacen"));
+    QTest::keyClick(hijo<QLineEdit>(d, "Text1"), Qt::Key_Return);
     EXPECT_EQ(caja->texto, QStringLiteral("Ingrese el puntaje correspondiente al rubro!"));
-    EXPECT_EQ(d.focusWidget(), Hijo(d, "txPuntosVip"));
-    QTest::keyClicks(Hijo(d, "txPuntosVip"), QStringLiteral("2"));
-    QTest::keyClick(Hijo(d, "txPuntosVip"), Qt::Key_Return);
+    EXPECT_EQ(d.focusWidget(), hijo<QLineEdit>(d, "txPuntosVip"));
+    QTest::keyClicks(hijo<QLineEdit>(d, "txPuntosVip"), QStringLiteral("2"));
+    QTest::keyClick(hijo<QLineEdit>(d, "txPuntosVip"), Qt::Key_Return);
     EXPECT_EQ(d.result(), QDialog::Accepted);
     ASSERT_TRUE(d.idRubro().has_value());
 
     lista.grilla()->refresca();
     lista.grilla()->irAFila(0);
-    EXPECT_TRUE(Hijo<QPushButton>(lista, "Command2")->isEnabled());
-    EXPECT_TRUE(Hijo<QPushButton>(lista, "Command3")->isEnabled());
+    EXPECT_TRUE(hijo<QPushButton>(lista, "Command2")->isEnabled());
+    EXPECT_TRUE(hijo<QPushButton>(lista, "Command3")->isEnabled());
 }
 
 TEST_F(PantallasStock, CambiosMasivosBuscaYBlanquea) {
     panCambStock d(a());
     d.show();
     QApplication::setActiveWindow(&d);
-    EXPECT_TRUE(Hijo(d, "Text1")->hasFocus());
-    QTest::keyClicks(Hijo(d, "Text1"), QStringLiteral("0200"));
+    EXPECT_TRUE(hijo<QLineEdit>(d, "Text1")->hasFocus());
+    QTest::keyClicks(hijo<QLineEdit>(d, "Text1"), QStringLiteral("0200"));
     EXPECT_EQ(d.grilla()->claveActual().value_or(QVariant()).toLongLong(), 2);
-    QTest::keyClicks(Hijo(d, "Text2"), QStringLiteral("deter"));
+    QTest::keyClicks(hijo<QLineEdit>(d, "Text2"), QStringLiteral("deter"));
     EXPECT_EQ(d.grilla()->claveActual().value_or(QVariant()).toLongLong(), 3);
 
     auto caja = respondeCaja(QStringLiteral("Sí"));
-    QTest::mouseClick(Hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
+    QTest::mouseClick(hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
     EXPECT_EQ(std::make_pair(caja->titulo, caja->texto),
               std::make_pair(QStringLiteral("ATENCION"), QStringLiteral("Está seguro de blanquear el stock a cero?")));
     EXPECT_EQ(stock(), (QStringList{"0|2", "0|1", "0|3"}));

@@ -29,7 +29,7 @@ protected:
     QStringList lineas() const {
         return prueba::Filas(a(), QStringLiteral("SELECT Codigo, Cantidad, Unitario, SubTotal FROM TmpFac ORDER BY idTmpFac"));
     }
-    QLabel* franja() const { return prueba::Hijo<QLabel>(*panel_, "lblNoEncontrado"); }
+    QLabel* franja() const { return prueba::hijo<QLabel>(*panel_, "lblNoEncontrado"); }
     Almacen& a() const { return base_->almacen(); }
 
     std::unique_ptr<PanelVenta> panel_;
@@ -49,9 +49,9 @@ TEST_F(BalanzaEnElPanel, EtiquetasConPrecioYConPeso) {
     EXPECT_TRUE(franja()->isVisible());
     EXPECT_EQ(franja()->text(),
               QStringLiteral("Código de balanza mal leído (dígito verificador): 2000123012507. Vuelva a escanearlo."));
-    EXPECT_EQ(prueba::Hijo(*panel_, "Text7")->selectedText(), QStringLiteral("2000123012507"));
-    QTest::keyClicks(prueba::Hijo(*panel_, "Text7"), QStringLiteral("2000123012506"));
-    QTest::keyClick(prueba::Hijo(*panel_, "Text7"), Qt::Key_Return);
+    EXPECT_EQ(prueba::hijo<QLineEdit>(*panel_, "Text7")->selectedText(), QStringLiteral("2000123012507"));
+    QTest::keyClicks(prueba::hijo<QLineEdit>(*panel_, "Text7"), QStringLiteral("2000123012506"));
+    QTest::keyClick(prueba::hijo<QLineEdit>(*panel_, "Text7"), Qt::Key_Return);
     EXPECT_FALSE(franja()->isVisible());
     EXPECT_EQ(lineas().size(), 4);
 
