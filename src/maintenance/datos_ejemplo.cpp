@@ -1,5 +1,7 @@
 #include "maintenance/datos_ejemplo.h"
 
+#include "maintenance/ventas_ejemplo.h"
+
 #include "store/aviso.h"
 #include "store/dinero.h"
 #include "store/rutinas.h"
@@ -557,6 +559,7 @@ void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
     cargaArticulos(a, azar, proveedores, reloj.hoy());
     cargaClientes(a, azar);
     cargaTiposDeComprobante(a);
+    CargaVentasEjemplo(a, reloj.hoy());
     t.confirmar();
 }
 
