@@ -153,9 +153,9 @@ void CargaVentasEjemplo(Almacen& a, const QDate& hoy) {
     const std::vector<LineaEjemplo> compraEmpresa = g.toma(4), compraTarjeta = g.toma(3);
     for (int atras = 21; atras >= 1; --atras) {
         const QDate dia = hoy.addDays(-atras);
-        if (dia.dayOfWeek() == Qt::Sunday) continue;
-        // El mostrador: ventas de contado al consumidor final, con factura o ticket.
-        const int ventas = 2 + g.dado(3);
+        // El mostrador: ventas de contado al consumidor final, con factura o ticket; el domingo,
+        // que abre sólo a la mañana, menos.
+        const int ventas = dia.dayOfWeek() == Qt::Sunday ? 1 : 2 + g.dado(3);
         for (int i = 0; i < ventas; ++i)
             registra(dia, i % 2 ? "TICKET" : "FACTURA B", c.consumidorFinal, efvo, 0, g.toma(1 + g.dado(4)));
         // Lo de ciertos días: cuenta corriente, tarjeta, presupuesto, remito, notas de crédito.
