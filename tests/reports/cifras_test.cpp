@@ -76,25 +76,31 @@ protected:
         if (!base_) return;
         actualizaEsquema(almacen());
     }
-    void vende(const QDate& dia, const char* tipo, std::optional<qint64> cliente, const char* forma, double descuento,
-               std::vector<LineaEjemplo> lineas) {
-        RegistraVentaEjemplo(almacen(), {dia, QString::fromUtf8(tipo), cliente, false, QString::fromUtf8(forma), descuento,
-                                         21, std::move(lineas)},
-                             7, 1);
+    qint64 vende(const QDate& dia, const char* tipo, std::optional<qint64> cliente, const char* forma, double descuento,
+                 std::vector<LineaEjemplo> lineas) {
+        return RegistraVentaEjemplo(almacen(), {dia, QString::fromUtf8(tipo), cliente, false, QString::fromUtf8(forma),
+                                                descuento, 21, std::move(lineas)},
+                                    7, 1)
+            .idComprobante;
+    }
+    // El comercio chico con sus seis comprobantes; devuelve el id de la nota de crédito.
+    qint64 comercioConVentas() {
+        almacen().ejecutaGuion(QString::fromUtf8(kComercio));
+        const QDate d2(2026, 11, 2), d3(2026, 11, 3);
+        vende(d2, "FACTURA", std::nullopt, "EFVO", 0, {{"A1", 2}, {"A2", 1}});           // 250 + 52.50
+        vende(d2, "FACTURA", kAna, "CTA CTE", 10, {{"A3", 5}});                         // 400 - 40 + 75.60
+        const qint64 nota = vende(d3, "NOTA CREDITO", kAna, "EFVO", 0, {{"A1", 1}});   // -100 - 21
+        vende(d3, "PRESUPUESTO", kAna, "EFVO", 0, {{"A2", 10}});                        // no es venta
+        vende(QDate(2026, 11, 4), "REMITO", kBruno, "EFVO", 0, {{"A3", 3}});            // no es venta
+        vende(QDate(2026, 10, 31), "FACTURA", kBruno, "EFVO", 0, {{"A2", 2}});          // antes del período
+        return nota;
     }
 };
 ORV_AMBOS_MOTORES(CifrasDeVentas);
 
 TEST_P(CifrasDeVentas, LosInformesDanLasMismasVentasYCadaFilaCierra) {
     Almacen& a = almacen();
-    a.ejecutaGuion(QString::fromUtf8(kComercio));
-    const QDate d2(2026, 11, 2), d3(2026, 11, 3);
-    vende(d2, "FACTURA", std::nullopt, "EFVO", 0, {{"A1", 2}, {"A2", 1}});       // 250 + 52.50
-    vende(d2, "FACTURA", kAna, "CTA CTE", 10, {{"A3", 5}});                     // 400 - 40 + 75.60
-    vende(d3, "NOTA CREDITO", kAna, "EFVO", 0, {{"A1", 1}});                    // -100 - 21
-    vende(d3, "PRESUPUESTO", kAna, "EFVO", 0, {{"A2", 10}});                    // no es venta
-    vende(QDate(2026, 11, 4), "REMITO", kBruno, "EFVO", 0, {{"A3", 3}});        // no es venta
-    vende(QDate(2026, 10, 31), "FACTURA", kBruno, "EFVO", 0, {{"A2", 2}});      // antes del período
+    comercioConVentas();
 
     const QStringList todo = {"SubTotal", "MontDescuento", "ImporteNeto", "ImporteIVA", "Total"};
     const QString ventas = "SubTotal=550.0000 MontDescuento=40.0000 ImporteNeto=510.0000 ImporteIVA=107.1000 Total=617.1000";
@@ -132,6 +138,59 @@ TEST_P(CifrasDeVentas, LosInformesDanLasMismasVentasYCadaFilaCierra) {
         EXPECT_EQ(m.filas, c.filas);
         EXPECT_EQ(m.fallas, QStringList());
     }
+}
+
+// La nota de crédito impresa es un papel: sus importes sin signo, y en letras.
+TEST_P(CifrasDeVentas, LaNotaDeCreditoImpresaLlevaSusImportesSinSigno) {
+    const qint64 nota = comercioConVentas();
+    for (const char* plantilla : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
+        const QString t = ArmaInforme(almacen(), LeeDefinicion(BuscaDefinicion(plantilla, QString())),
+                                      SeleccionComprobante(nota), "#,##0.00", QDateTime(QDate(2026, 11, 3), QTime(9, 0)))
+                              .cuerpo;
+        EXPECT_EQ(discrepancias(t, {"NOTA CREDITO", "121.00", "ciento veintiuno"}, {"-121", "-100", "-21", "menos"}), "")
+            << plantilla;
+    }
+}
+
+// Un almacén con las consultas de antes (el IVA de la nota de crédito sumaba, la venta sin cliente
+// no figuraba por cliente) las recibe nuevas al actualizarse, sin tocar ningún comprobante.
+TEST_P(CifrasDeVentas, LaActualizacionRehaceLasConsultasDeVentas) {
+    Almacen& a = almacen();
+    comercioConVentas();
+    a.ejecuta("DROP VIEW ConsultaFacturas");
+    a.ejecuta(R"(CREATE VIEW ConsultaFacturas AS
+        SELECT Comprobantes.idComprobante, Comprobantes.Factura, Comprobantes.Fecha AS FECDETALLE,
+               TiposDeComprobantes.Tipo, Comprobantes.Nombre, Comprobantes.FormaPago, Comprobantes.SubTotal,
+               Comprobantes.PorcDescuento, Comprobantes.MontDescuento, Comprobantes.ImporteNeto,
+               Comprobantes.PorcentajeIVA, Comprobantes.ImporteIVA, Comprobantes.Total, Comprobantes.HizoCaja,
+               Comprobantes.HizoStock, Comprobantes.TipoStock, Comprobantes.EsComercial, Comprobantes.idTipoComprobante,
+               Comprobantes.idVendedor, Comprobantes.idUsuario, Comprobantes.ImpresoFiscal
+        FROM Comprobantes LEFT JOIN TiposDeComprobantes
+             ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)");
+    a.ejecuta("DROP VIEW consultaventasclientes");
+    a.ejecuta(R"(CREATE VIEW consultaventasclientes AS
+        SELECT Comprobantes.Fecha, Vendedores.Nombre, Comprobantes.idVendedor, TiposDeComprobantes.Tipo,
+               Comprobantes.Factura, Comprobantes.FormaPago, Comprobantes.SubTotal, Comprobantes.MontDescuento,
+               Comprobantes.Total, Comprobantes.EsComercial, Comprobantes.idComprobante
+        FROM (Comprobantes INNER JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor)
+             LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)");
+    a.ejecuta("DELETE FROM PasosEsquema WHERE Paso >= 3");
+    const auto resumen = [&a] {
+        return cifras(suma(a, "lista_tot_facturas_diario.rpt", SeleccionVentasResumen(kDesde, kHasta)),
+                      {"ImporteNeto", "ImporteIVA", "Total"});
+    };
+    const auto porCliente = [&a] {
+        return cifras(suma(a, "lista_ventas_clientes.rpt", SeleccionVentasClientes(kDesde, kHasta, QString())),
+                      {"Total"});
+    };
+    EXPECT_EQ(resumen(), "ImporteNeto=510.0000 ImporteIVA=149.1000 Total=617.1000");
+    EXPECT_EQ(porCliente(), "Total=314.6000");
+    const QString guardados = "SELECT SUM(ImporteIVA), SUM(Total) FROM Comprobantes";
+    const QVariant antes = a.valor(guardados);
+    EXPECT_EQ(actualizaEsquema(a), 1);
+    EXPECT_EQ(resumen(), "ImporteNeto=510.0000 ImporteIVA=107.1000 Total=617.1000");
+    EXPECT_EQ(porCliente(), "Total=617.1000");
+    EXPECT_EQ(a.valor(guardados), antes);
 }
 
 // En los datos de ejemplo, con cientos de comprobantes de toda clase: las mismas ventas en cada
