@@ -273,7 +273,7 @@ int main(int argc, char** argv) {
     }
     // Informes del catálogo en PDF; make capturas los pasa a PNG con pdftoppm.
     for (const char* nombre : {"listacajasimple.rpt", "listadeprecios.rpt", "listadepreciosporcodigo.rpt", "faltante.rpt",
-                               "inventario.rpt"}) {
+                               "inventario.rpt", "lista_tot_facturas_diario.rpt", "lista_facturas.rpt"}) {
         const QString n = QString::fromLatin1(nombre);
         try {
             const QString pdf = QDir(salida).filePath(QStringLiteral("informe_") + n.chopped(4) + QStringLiteral(".pdf"));

@@ -63,9 +63,10 @@ int cargaEjemplo(const orv::Configuracion& conf, const orv::Reloj& reloj) {
         const auto cuenta = [&a](const char* tabla) {
             return a->valor(QStringLiteral("SELECT count(*) FROM ") + QLatin1String(tabla)).toLongLong();
         };
-        std::printf("Datos de ejemplo cargados en %s: %lld artículos, %lld clientes, %lld proveedores, %lld rubros.\n",
+        std::printf("Datos de ejemplo cargados en %s: %lld artículos, %lld clientes, %lld proveedores, %lld rubros, "
+                    "%lld comprobantes.\n",
                     qUtf8Printable(a->descripcion()), cuenta("Articulos"), cuenta("Vendedores"),
-                    cuenta("Proveedores"), cuenta("Rubros"));
+                    cuenta("Proveedores"), cuenta("Rubros"), cuenta("Comprobantes"));
         return 0;
     } catch (const orv::Aviso& e) {
         error(e.texto());

@@ -1,5 +1,7 @@
 #include "maintenance/datos_ejemplo.h"
 
+#include "maintenance/ventas_ejemplo.h"
+
 #include "store/aviso.h"
 #include "store/dinero.h"
 #include "store/rutinas.h"
@@ -329,20 +331,23 @@ constexpr int kConTarjeta = 15; // particulares con tarjeta de cliente VIP
 struct TipoComprobante {
     const char* tipo;
     const char* letra;
+    const char* puntoDeVenta;
     int descuentaStock, registraCaja, operacionInversa, esComercial;
     const char* plantilla;
 };
 
 // La letra A discrimina IVA; B va a consumidor final, monotributo y exento. El presupuesto no toca
 // stock ni caja ni cuenta en las estadísticas; el remito mueve mercadería y la factura lo cobra después.
+// El ticket sale de otro punto de venta (el de la caja), así su número nunca se confunde con el de
+// una factura B.
 const TipoComprobante kTipos[] = {
-    {"FACTURA A", "A", 1, 1, 0, 1, "factura_discrimina_iva.rpt"},
-    {"FACTURA B", "B", 1, 1, 0, 1, "factura.rpt"},
-    {"NOTA DE CREDITO A", "A", 1, 1, 1, 1, "factura_discrimina_iva.rpt"},
-    {"NOTA DE CREDITO B", "B", 1, 1, 1, 1, "factura.rpt"},
-    {"PRESUPUESTO", "X", 0, 0, 0, 0, "factura.rpt"},
-    {"REMITO", "R", 1, 0, 0, 0, "factura.rpt"},
-    {"TICKET", "B", 1, 1, 0, 1, "factura.rpt"},
+    {"FACTURA A", "A", "0001", 1, 1, 0, 1, "factura_discrimina_iva.rpt"},
+    {"FACTURA B", "B", "0001", 1, 1, 0, 1, "factura.rpt"},
+    {"NOTA DE CREDITO A", "A", "0001", 1, 1, 1, 1, "factura_discrimina_iva.rpt"},
+    {"NOTA DE CREDITO B", "B", "0001", 1, 1, 1, 1, "factura.rpt"},
+    {"PRESUPUESTO", "X", "0001", 0, 0, 0, 0, "factura.rpt"},
+    {"REMITO", "R", "0001", 1, 0, 0, 0, "factura.rpt"},
+    {"TICKET", "B", "0002", 1, 1, 0, 1, "factura.rpt"},
 };
 
 // ---- Carga ----------------------------------------------------------------------------------
@@ -527,7 +532,7 @@ void cargaTiposDeComprobante(Almacen& a) {
         }
     }
     for (const TipoComprobante& t : kTipos) {
-        const QVariantList valores = {u(t.tipo),          u(t.letra),         QStringLiteral("0001"),
+        const QVariantList valores = {u(t.tipo),          u(t.letra),         u(t.puntoDeVenta),
                                       t.descuentaStock,   t.registraCaja,     t.operacionInversa,
                                       t.esComercial,      u(t.plantilla)};
         qint64 id = porNombre.value(u(t.tipo), 0);
@@ -557,6 +562,7 @@ void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
     cargaArticulos(a, azar, proveedores, reloj.hoy());
     cargaClientes(a, azar);
     cargaTiposDeComprobante(a);
+    CargaVentasEjemplo(a, reloj.hoy());
     t.confirmar();
 }
 

@@ -34,6 +34,8 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {1, QStringLiteral("Esquema inicial: tablas, índices, consultas y filas de partida"), creaEsquemaInicial},
         {2, QStringLiteral("Consulta de caja que se cuenta sin leer cuentas, comprobantes ni usuarios"),
          rehaceConsultaCaja},
+        {3, QStringLiteral("Consultas de ventas en las que una nota de crédito resta en todas sus cifras"),
+         rehaceConsultasDeVentas},
     };
     return pasos;
 }

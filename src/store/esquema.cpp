@@ -278,4 +278,10 @@ void creaEsquemaInicial(Almacen& a) {
 
 void rehaceConsultaCaja(Almacen& a) { esquema::RehaceVista(a, "ConsultaCaja"); }
 
+void rehaceConsultasDeVentas(Almacen& a) {
+    for (const char* v : {"ConsultaComprobantes", "ConsultaComprobantesNoComerciales", "ConsultaDetalles",
+                          "ConsultaFacturas", "ConsultaHeaderComprobantes", "consultaventasclientes", "RankingArticulo"})
+        esquema::RehaceVista(a, v);
+}
+
 } // namespace orv

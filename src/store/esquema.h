@@ -31,4 +31,8 @@ void creaEsquemaInicial(Almacen& a);
 // usuario de cada movimiento se leen por su clave en vez de unir las tablas). No toca datos.
 void rehaceConsultaCaja(Almacen& a);
 
+// Paso 3: las consultas de comprobantes y de líneas con el signo de cada comprobante (una nota de
+// crédito resta en todas sus cifras) y el comprobante impreso con sus importes sin signo. No toca datos.
+void rehaceConsultasDeVentas(Almacen& a);
+
 } // namespace orv

@@ -6,6 +6,11 @@ namespace orv::esquema {
 
 namespace {
 
+// Importes con signo: una nota de crédito guarda negativos su subtotal, su neto y su total, pero positivos
+// su descuento y su IVA. Las consultas de listas dan cada importe de la cabecera con el signo del
+// total del comprobante (su valor absoluto, negativo si el total lo es), así en toda página
+// subtotal - descuento = neto y neto + IVA = total, y las sumas de un período restan las notas
+// de crédito. CAST conserva el tipo de la columna (PostgreSQL reemplaza la vista en su lugar).
 const std::vector<Vista> kVistas = {
     {"ConsultaArticulos", R"(
         SELECT Articulos.idArticulo, Articulos.idRubro, Rubros.Rubro, Articulos.Codigo, Articulos.Descripcion,
@@ -65,15 +70,19 @@ const std::vector<Vista> kVistas = {
              LEFT JOIN TipoDeIva ON Vendedores.idTipoIva = TipoDeIva.idTipoIva)"},
 
     // Un comprobante con sus líneas: la cabecera se repite en cada línea. El SubTotal es el de la
-    // línea; el de la cabecera es SubTotalComprobante.
+    // línea; el de la cabecera es SubTotalComprobante. Es el comprobante como se imprime: una nota
+    // de crédito dice lo que es con su tipo, y sus importes van sin signo, como en el papel.
     {"ConsultaComprobantes", R"(
         SELECT Comprobantes.idComprobante, Comprobantes.Factura, Comprobantes.idTipoComprobante,
                TiposDeComprobantes.Tipo, TiposDeComprobantes.Letra, TiposDeComprobantes.PuntoDeVenta,
                TiposDeComprobantes.NombrePlantilla, Comprobantes.Fecha, Comprobantes.idVendedor, Comprobantes.Nombre,
                Comprobantes.Cuit, Comprobantes.idTipoIva, TipoDeIva.TipoIva, Vendedores.Domicilio,
                Vendedores.Localidad, Vendedores.CPostal, Vendedores.Telefono, Comprobantes.FormaPago,
-               Comprobantes.SubTotal AS SubTotalComprobante, Comprobantes.PorcDescuento, Comprobantes.MontDescuento,
-               Comprobantes.ImporteNeto, Comprobantes.PorcentajeIVA, Comprobantes.ImporteIVA, Comprobantes.Total,
+               CAST(ABS(Comprobantes.SubTotal) AS NUMERIC(19,4)) AS SubTotalComprobante, Comprobantes.PorcDescuento,
+               CAST(ABS(Comprobantes.MontDescuento) AS NUMERIC(19,4)) AS MontDescuento,
+               CAST(ABS(Comprobantes.ImporteNeto) AS NUMERIC(19,4)) AS ImporteNeto, Comprobantes.PorcentajeIVA,
+               CAST(ABS(Comprobantes.ImporteIVA) AS NUMERIC(19,4)) AS ImporteIVA,
+               CAST(ABS(Comprobantes.Total) AS NUMERIC(19,4)) AS Total,
                Comprobantes.SuPago, Comprobantes.Cupon, Comprobantes.Remito, Comprobantes.Observaciones,
                Comprobantes.HizoCaja, Comprobantes.HizoStock, Comprobantes.TipoStock, Comprobantes.EsComercial,
                Comprobantes.ImpresoFiscal, Comprobantes.idUsuario, Comprobantes.idVendio,
@@ -90,20 +99,29 @@ const std::vector<Vista> kVistas = {
 
     {"ConsultaComprobantesNoComerciales", R"(
         SELECT Comprobantes.Fecha, TiposDeComprobantes.Tipo, Comprobantes.Factura, Comprobantes.Nombre,
-               Comprobantes.FormaPago, Comprobantes.SubTotal, Comprobantes.MontDescuento, Comprobantes.Total,
-               Comprobantes.idComprobante, Comprobantes.idTipoComprobante, Comprobantes.idVendedor,
+               Comprobantes.FormaPago,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.SubTotal)
+                         ELSE ABS(Comprobantes.SubTotal) END AS NUMERIC(19,4)) AS SubTotal,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.MontDescuento)
+                         ELSE ABS(Comprobantes.MontDescuento) END AS NUMERIC(19,4)) AS MontDescuento,
+               Comprobantes.Total, Comprobantes.idComprobante, Comprobantes.idTipoComprobante, Comprobantes.idVendedor,
                Comprobantes.Observaciones
         FROM Comprobantes LEFT JOIN TiposDeComprobantes
              ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante
         WHERE COALESCE(Comprobantes.EsComercial, 0) = 0)"},
 
-    // Líneas vendidas con la fecha de su comprobante (FECDETALLE).
+    // Líneas vendidas con la fecha de su comprobante (FECDETALLE). Las de un comprobante de
+    // operación inversa (una nota de crédito) restan: cantidad e importe van con signo negativo.
     {"ConsultaDetalles", R"(
         SELECT Comprobantes.Fecha AS FECDETALLE, Comprobantes.Factura, TiposDeComprobantes.Tipo,
                Comprobantes.idVendedor, Comprobantes.Nombre, DetalleComprobantes.idComprobante,
                DetalleComprobantes.idDetalle, DetalleComprobantes.idArticulo, Articulos.Codigo,
                COALESCE(DetalleComprobantes.Descripcion, Articulos.Descripcion) AS Descripcion, Articulos.idRubro,
-               DetalleComprobantes.Cantidad, DetalleComprobantes.Unitario, DetalleComprobantes.SubTotal,
+               CASE WHEN COALESCE(Comprobantes.TipoStock, 0) <> 0 THEN -DetalleComprobantes.Cantidad
+                    ELSE DetalleComprobantes.Cantidad END AS Cantidad,
+               DetalleComprobantes.Unitario,
+               CAST(CASE WHEN COALESCE(Comprobantes.TipoStock, 0) <> 0 THEN -DetalleComprobantes.SubTotal
+                         ELSE DetalleComprobantes.SubTotal END AS NUMERIC(19,4)) AS SubTotal,
                DetalleComprobantes.costounitario, DetalleComprobantes.EsComercial, DetalleComprobantes.Sn,
                DetalleComprobantes.idUsuario
         FROM ((DetalleComprobantes INNER JOIN Comprobantes
@@ -112,11 +130,21 @@ const std::vector<Vista> kVistas = {
              LEFT JOIN Articulos ON DetalleComprobantes.idArticulo = Articulos.idArticulo)"},
 
     // Cabeceras de comprobante con la fecha como FECDETALLE y las marcas que guardó el registro.
+    // Subtotal, descuento, neto e IVA llevan el signo del total (ver la nota del comienzo).
     {"ConsultaFacturas", R"(
         SELECT Comprobantes.idComprobante, Comprobantes.Factura, Comprobantes.Fecha AS FECDETALLE,
-               TiposDeComprobantes.Tipo, Comprobantes.Nombre, Comprobantes.FormaPago, Comprobantes.SubTotal,
-               Comprobantes.PorcDescuento, Comprobantes.MontDescuento, Comprobantes.ImporteNeto,
-               Comprobantes.PorcentajeIVA, Comprobantes.ImporteIVA, Comprobantes.Total, Comprobantes.HizoCaja,
+               TiposDeComprobantes.Tipo, Comprobantes.Nombre, Comprobantes.FormaPago,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.SubTotal)
+                         ELSE ABS(Comprobantes.SubTotal) END AS NUMERIC(19,4)) AS SubTotal,
+               Comprobantes.PorcDescuento,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.MontDescuento)
+                         ELSE ABS(Comprobantes.MontDescuento) END AS NUMERIC(19,4)) AS MontDescuento,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.ImporteNeto)
+                         ELSE ABS(Comprobantes.ImporteNeto) END AS NUMERIC(19,4)) AS ImporteNeto,
+               Comprobantes.PorcentajeIVA,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.ImporteIVA)
+                         ELSE ABS(Comprobantes.ImporteIVA) END AS NUMERIC(19,4)) AS ImporteIVA,
+               Comprobantes.Total, Comprobantes.HizoCaja,
                Comprobantes.HizoStock, Comprobantes.TipoStock, Comprobantes.EsComercial, Comprobantes.idTipoComprobante,
                Comprobantes.idVendedor, Comprobantes.idUsuario, Comprobantes.ImpresoFiscal
         FROM Comprobantes LEFT JOIN TiposDeComprobantes
@@ -124,9 +152,18 @@ const std::vector<Vista> kVistas = {
 
     {"ConsultaHeaderComprobantes", R"(
         SELECT Comprobantes.idVendedor, Vendedores.Nombre, Comprobantes.Fecha, TiposDeComprobantes.Tipo,
-               Comprobantes.Factura, Comprobantes.SubTotal, Comprobantes.PorcDescuento, Comprobantes.MontDescuento,
-               Comprobantes.ImporteNeto, Comprobantes.PorcentajeIVA, Comprobantes.ImporteIVA, Comprobantes.Total,
-               Comprobantes.FormaPago, Comprobantes.EsComercial, Comprobantes.idComprobante
+               Comprobantes.Factura,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.SubTotal)
+                         ELSE ABS(Comprobantes.SubTotal) END AS NUMERIC(19,4)) AS SubTotal,
+               Comprobantes.PorcDescuento,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.MontDescuento)
+                         ELSE ABS(Comprobantes.MontDescuento) END AS NUMERIC(19,4)) AS MontDescuento,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.ImporteNeto)
+                         ELSE ABS(Comprobantes.ImporteNeto) END AS NUMERIC(19,4)) AS ImporteNeto,
+               Comprobantes.PorcentajeIVA,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.ImporteIVA)
+                         ELSE ABS(Comprobantes.ImporteIVA) END AS NUMERIC(19,4)) AS ImporteIVA,
+               Comprobantes.Total, Comprobantes.FormaPago, Comprobantes.EsComercial, Comprobantes.idComprobante
         FROM (Comprobantes INNER JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor)
              LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
 
@@ -178,19 +215,30 @@ const std::vector<Vista> kVistas = {
         FROM Comprobantes LEFT JOIN TiposDeComprobantes
              ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
 
+    // Ventas por cliente: una venta sin cliente confirmado (idVendedor 0) también es venta, con el
+    // nombre que quedó en el comprobante ("Cons.Final").
     {"consultaventasclientes", R"(
-        SELECT Comprobantes.Fecha, Vendedores.Nombre, Comprobantes.idVendedor, TiposDeComprobantes.Tipo,
-               Comprobantes.Factura, Comprobantes.FormaPago, Comprobantes.SubTotal, Comprobantes.MontDescuento,
+        SELECT Comprobantes.Fecha, CAST(COALESCE(Vendedores.Nombre, Comprobantes.Nombre) AS VARCHAR(100)) AS Nombre,
+               Comprobantes.idVendedor, TiposDeComprobantes.Tipo,
+               Comprobantes.Factura, Comprobantes.FormaPago,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.SubTotal)
+                         ELSE ABS(Comprobantes.SubTotal) END AS NUMERIC(19,4)) AS SubTotal,
+               CAST(CASE WHEN Comprobantes.Total < 0 THEN -ABS(Comprobantes.MontDescuento)
+                         ELSE ABS(Comprobantes.MontDescuento) END AS NUMERIC(19,4)) AS MontDescuento,
                Comprobantes.Total, Comprobantes.EsComercial, Comprobantes.idComprobante
-        FROM (Comprobantes INNER JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor)
+        FROM (Comprobantes LEFT JOIN Vendedores ON Comprobantes.idVendedor = Vendedores.idVendedor)
              LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante)"},
 
-    // Artículos más vendidos: sólo líneas de comprobantes comerciales.
+    // Artículos más vendidos: sólo líneas de comprobantes comerciales; las de una nota de crédito
+    // restan, como en ConsultaDetalles.
     {"RankingArticulo", R"(
         SELECT Articulos.idArticulo, Articulos.Codigo, Articulos.Descripcion,
-               SUM(DetalleComprobantes.Cantidad) AS SumaDeCantidad,
-               SUM(DetalleComprobantes.SubTotal) AS SumaDeSubTotal
-        FROM DetalleComprobantes INNER JOIN Articulos ON DetalleComprobantes.idArticulo = Articulos.idArticulo
+               SUM(CASE WHEN COALESCE(Comprobantes.TipoStock, 0) <> 0 THEN -DetalleComprobantes.Cantidad
+                        ELSE DetalleComprobantes.Cantidad END) AS SumaDeCantidad,
+               SUM(CASE WHEN COALESCE(Comprobantes.TipoStock, 0) <> 0 THEN -DetalleComprobantes.SubTotal
+                        ELSE DetalleComprobantes.SubTotal END) AS SumaDeSubTotal
+        FROM (DetalleComprobantes INNER JOIN Articulos ON DetalleComprobantes.idArticulo = Articulos.idArticulo)
+             LEFT JOIN Comprobantes ON DetalleComprobantes.idComprobante = Comprobantes.idComprobante
         WHERE COALESCE(DetalleComprobantes.EsComercial, 0) <> 0
         GROUP BY Articulos.idArticulo, Articulos.Codigo, Articulos.Descripcion)"},
 

@@ -83,15 +83,15 @@ TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
          {"X0001-00000003", "PRESUPUESTO"}, {"B0001"}},
         {"lista_tot_facturas_diario.rpt", SeleccionVentasResumen(kDesde, kHasta),
          {"Total del período (2 días)", "363.00"}, {"999.00"}},
-        // Artículos: todos (yerba: 2 + 0,5), o uno por su código con apóstrofo (200 de la factura + 50 del presupuesto).
+        // Artículos: todos (yerba: 2 + 0,5), o uno por su código con apóstrofo (200 de la factura; el presupuesto no es venta).
         {"total_articulos.rpt", SeleccionVentasItems(kDesde, kHasta, QString()),
          {"Yerba 1 kg", "2.50", "142.00", "Té O&apos;Hara"}, {"999.00"}},
         {"total_articulos.rpt", SeleccionVentasItems(kDesde, kHasta, "A'2"),
-         {"Té O&apos;Hara", "250.00"}, {"Yerba"}},
+         {"Té O&apos;Hara", "200.00"}, {"Yerba", "250.00"}},
         {"lista_ventas_clientes.rpt", SeleccionVentasClientes(kDesde, kHasta, "Ana O'Neil"),
-         {"B0001-00000011", "X0001-00000003", "Total de Ana O&apos;Neil (2 comprobantes)"}, {"Bruno"}},
+         {"B0001-00000011", "Total de Ana O&apos;Neil (1 comprobante"}, {"Bruno", "X0001-00000003"}},
         {"lista_ventas_clientes.rpt", usual("lista_ventas_clientes.rpt"),
-         {"Total de Ana O&apos;Neil", "Total de Bruno Díaz", "Total del período (3 comprobantes)"}, {}},
+         {"Total de Ana O&apos;Neil", "Total de Bruno Díaz", "Total del período (2 comprobantes)"}, {}},
         {"comprobantesporcliente.rpt", SeleccionHistoricoCliente(kDesde, kHasta, bruno_),
          {"B0001-00000012"}, {"B0001-00000013", "Ana"}},
         // Saldos: Bruno, con saldo cero, no figura.
