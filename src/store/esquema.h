@@ -31,4 +31,9 @@ void creaEsquemaInicial(Almacen& a);
 // usuario de cada movimiento se leen por su clave en vez de unir las tablas). No toca datos.
 void rehaceConsultaCaja(Almacen& a);
 
+// Paso 4: la descripción de un artículo, y la de las líneas que la copian, sin tope de largo. En
+// PostgreSQL las columnas pasan a texto sin límite (las vistas del sistema se rehacen alrededor);
+// SQLite nunca hizo valer el largo. No toca datos.
+void ensanchaDescripciones(Almacen& a);
+
 } // namespace orv
