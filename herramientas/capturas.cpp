@@ -125,10 +125,10 @@ int main(int argc, char** argv) {
         fondo.setColorAt(1, QColor(0x8a, 0xb0, 0x6e));
         pintor.fillRect(foto.rect(), fondo);
         pintor.setBrush(QColor(0x3d, 0x6b, 0x2e));
-        pintor.drawRoundedRect(120, 60, 180, 220, 18, 18);
+        pintor.drawRoundedRect(60, 20, 180, 210, 18, 18);
         pintor.setPen(Qt::white);
         pintor.setFont(QFont(QStringLiteral("Sans"), 22, QFont::Bold));
-        pintor.drawText(QRect(120, 60, 180, 220), Qt::AlignCenter, QStringLiteral("YERBA\n1 kg"));
+        pintor.drawText(QRect(60, 20, 180, 210), Qt::AlignCenter, QStringLiteral("YERBA\n1 kg"));
         pintor.end();
         const QString ruta = QDir(datos.path()).filePath(QStringLiteral("IMAGES/yerba.png"));
         foto.save(ruta);

@@ -108,10 +108,11 @@ void PanArticulo::armaCampos(QGridLayout* g) {
     }
     text1_[kCodigo]->setMaxLength(kLargoCodigo);
     text1_[kCgoProveedor]->setMaxLength(kLargoCodigo);
+    for (int i : {kCodigo, kCgoProveedor, kExistencia, kMinimo, kCosto, kVenta}) text1_[i]->setMinimumWidth(150);
     text1_[kDescripcion]->setMinimumWidth(340);
     for (int i : {kExistencia, kMinimo, kCosto, kVenta}) {
         text1_[i]->setAlignment(Qt::AlignRight);
-        text1_[i]->setMaximumWidth(140);
+        text1_[i]->setMaximumWidth(150);
     }
     txPorUt_ = new QLineEdit(this);
     txPorUt_->setObjectName(QStringLiteral("txPorUt"));
@@ -387,7 +388,7 @@ void PanArticulo::muestraImagen(const QString& ruta) {
     const QImage imagen = ruta.isEmpty() ? QImage() : lector.read();
     if (imagen.isNull()) {
         image2_->setPixmap(QPixmap());
-        image2_->setText(ruta.isEmpty() ? kSinFoto : QStringLiteral("No se puede mostrar la imagen."));
+        image2_->setText(ruta.isEmpty() ? QString() : QStringLiteral("No se puede mostrar la imagen."));
         image2_->setAlignment(Qt::AlignCenter);
         image2_->setGeometry(0, 0, kAnchoMarco, kAltoMarco);
     } else {
