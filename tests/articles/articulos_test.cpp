@@ -7,7 +7,10 @@
 #include "sales/filas_prueba.h"
 #include "store/actualizacion.h"
 
+#include <QThread>
+#include <atomic>
 #include <optional>
+#include <thread>
 
 namespace orv::prueba {
 namespace {
@@ -161,6 +164,26 @@ TEST_P(Articulos, UnCodigoEsDeUnSoloArticulo) {
     // El mismo artículo conserva su código.
     EXPECT_EQ(AvisoDe([&] { GrabaArticulo(almacen(), yerba, ficha(QStringLiteral("779001"), QStringLiteral("Yerba x")), {}); }),
               QString());
+}
+
+// Dos puestos graban a la vez el mismo código: el segundo espera al primero y recibe el aviso.
+TEST_P(Articulos, DosPuestosNoGrabanElMismoCodigoALaVez) {
+    Transaccion primero(almacen());
+    GrabaArticulo(almacen(), 0, ficha(QStringLiteral("779100"), QStringLiteral("Yerba")), {});
+    std::atomic<bool> termino{false};
+    QString aviso;
+    std::thread segundo([&] {
+        const auto otro = base().otraConexion();
+        aviso = AvisoDe([&] { GrabaArticulo(*otro, 0, ficha(QStringLiteral("779100"), QStringLiteral("Otra")), {}); });
+        termino = true;
+    });
+    QThread::msleep(400);
+    EXPECT_FALSE(termino);
+    primero.confirmar();
+    segundo.join();
+    EXPECT_EQ(aviso, QStringLiteral("Error, el código 779100 ya es del artículo \"Yerba\"!"));
+    EXPECT_EQ(Filas(almacen(), QStringLiteral("SELECT Descripcion FROM Articulos WHERE Codigo = '779100'")),
+              QStringList{QStringLiteral("Yerba")});
 }
 
 TEST_P(Articulos, LoQueLaFichaRechazaNoSeGraba) {
