@@ -8,6 +8,7 @@
 #include "access/ui/pan_ingreso.h"
 #include "access/ui/pan_niveles.h"
 #include "access/ui/pan_supervisor_inicial.h"
+#include "articles/ui/pan_articulo.h"
 #include "app/configuracion.h"
 #include "articles/movimientos_stock.h"
 #include "articles/ui/pan_borr_mov_stock.h"
@@ -45,7 +46,9 @@
 #include <QMessageBox>
 #include <QComboBox>
 #include <QDir>
+#include <QPainter>
 #include <QPixmap>
+#include <tuple>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -116,6 +119,31 @@ int main(int argc, char** argv) {
     estado.carpetaDatos = datos.path();
     estado.almacenAbierto = almacen->descripcion();
     const orv::Configuracion conf(datos.path(), datos.filePath(QStringLiteral("usuario.conf")));
+
+    // Una foto en IMAGES para la ficha del artículo, y un nivel sin derechos sobre los precios.
+    const qint64 conFoto = almacen->valor(QStringLiteral("SELECT min(idArticulo) FROM Articulos")).toLongLong();
+    {
+        QDir(datos.path()).mkpath(QStringLiteral("IMAGES"));
+        QImage foto(420, 320, QImage::Format_RGB32);
+        QPainter pintor(&foto);
+        QLinearGradient fondo(0, 0, 420, 320);
+        fondo.setColorAt(0, QColor(0xf4, 0xe9, 0xc8));
+        fondo.setColorAt(1, QColor(0x8a, 0xb0, 0x6e));
+        pintor.fillRect(foto.rect(), fondo);
+        pintor.setBrush(QColor(0x3d, 0x6b, 0x2e));
+        pintor.drawRoundedRect(60, 20, 180, 210, 18, 18);
+        pintor.setPen(Qt::white);
+        pintor.setFont(QFont(QStringLiteral("Sans"), 22, QFont::Bold));
+        pintor.drawText(QRect(60, 20, 180, 210), Qt::AlignCenter, QStringLiteral("YERBA\n1 kg"));
+        pintor.end();
+        const QString ruta = QDir(datos.path()).filePath(QStringLiteral("IMAGES/yerba.png"));
+        foto.save(ruta);
+        almacen->ejecuta(QStringLiteral("UPDATE Articulos SET Foto = ? WHERE idArticulo = ?"), {ruta, conFoto});
+    }
+    orv::EstadoAplicacion sinCostos = estado;
+    sinCostos.idNivelActual = static_cast<qint16>(almacen->inserta(
+        QStringLiteral("INSERT INTO Niveles (Nombre, VePreCostos, PermCambioPrecios) VALUES ('Mostrador', 0, 0)"), {},
+        QStringLiteral("idNivel")));
 
     const QList<QSize> tamanios = {QSize(1280, 800), QSize(1024, 768), QSize(800, 600)};
     const char* const nombres[] = {"articulos", "clientes", "caja", "vender", "informes", "", "utilidades",
@@ -194,6 +222,14 @@ int main(int argc, char** argv) {
             orv::PanNueTipoComproba nuevoTipo(*almacen, conf, 1, &w);
             nuevoTipo.show();
             guarda(nuevoTipo, QStringLiteral("nue_tipo_comproba") + sufijo);
+            for (const auto& [ficha, id, nivel] :
+                 {std::tuple{"articulo_nuevo", qint64(0), &estado}, std::tuple{"articulo_editar", conFoto, &estado},
+                  std::tuple{"articulo_nuevo_sin_costos", qint64(0), &sinCostos},
+                  std::tuple{"articulo_editar_sin_costos", conFoto, &sinCostos}}) {
+                orv::PanArticulo articulo(*almacen, *nivel, conf, id, &w);
+                articulo.show();
+                guarda(articulo, QString::fromLatin1(ficha) + sufijo);
+            }
             orv::PanConfFiscal fiscal(QStringLiteral("IMPRESORA FISCAL : HASAR O COMPAT. 615 - PL8F|PUERTO : 2"),
                                       QStringLiteral("49"), &w);
             fiscal.show();

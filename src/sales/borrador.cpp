@@ -1,5 +1,6 @@
 #include "sales/borrador.h"
 
+#include "articles/articulos.h"
 #include "store/aviso.h"
 #include "store/entrada.h"
 #include "store/formato.h"
@@ -203,7 +204,7 @@ void VaciaBorrador(Almacen& a, qint32 idRed) {
 }
 
 void RefrescaPrecioFinal(Almacen& a, const QString& coefIva) {
-    const double coef = EsNumerico(QStringView(coefIva)) ? Val(coefIva) : 0.0;
+    const double coef = LeeCoefIva(coefIva);
     if (coef != 0)
         a.ejecuta(QStringLiteral("UPDATE Articulos SET PrecioFinal = PrecioVenta * (1 + (? / 100.0))"), {coef});
     else

@@ -83,7 +83,8 @@ void BorraLinea(Almacen& a, qint64 idTmpFac);
 void VaciaBorrador(Almacen& a, qint32 idRed);
 
 // Al abrir la búsqueda de artículos se rehace el precio con impuesto de todos los artículos:
-// PrecioVenta × (1 + CoefIva / 100) si CoefIva es un número distinto de 0; si no, PrecioVenta.
+// PrecioVenta × (1 + CoefIva / 100) si CoefIva se lee como un número distinto de 0 (LeeCoefIva);
+// si no, PrecioVenta.
 void RefrescaPrecioFinal(Almacen& a, const QString& coefIva);
 // Búsqueda de artículos cuya descripción contiene el texto (comodines como texto común).
 struct ConsultaConParametros {

@@ -36,6 +36,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
          rehaceConsultaCaja},
         {3, QStringLiteral("Consultas de ventas en las que una nota de crédito resta en todas sus cifras"),
          rehaceConsultasDeVentas},
+        {4, QStringLiteral("Descripciones de artículos sin tope de largo"), ensanchaDescripciones},
     };
     return pasos;
 }

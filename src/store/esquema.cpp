@@ -284,4 +284,26 @@ void rehaceConsultasDeVentas(Almacen& a) {
         esquema::RehaceVista(a, v);
 }
 
+void ensanchaDescripciones(Almacen& a) {
+    if (!a.esPostgreSQL()) return; // SQLite no hace valer el largo de un texto
+    const Existente e = leeExistente(a);
+    QStringList angostas;
+    for (const char* tabla : {"Articulos", "DetalleComprobantes", "TmpFac", "TmpFacCompra"})
+        if (e.tablas.value(comparable(QString::fromLatin1(tabla))).value(QStringLiteral("descripcion")) > 0)
+            angostas << QString::fromLatin1(tabla);
+    if (angostas.isEmpty()) return;
+    // Las vistas del sistema se quitan y vuelven a crear alrededor del cambio. Si el servidor no
+    // deja (una vista propia del comercio usa la columna), las descripciones siguen como estaban.
+    try {
+        Transaccion punto(a);
+        quitaVistas(a, e);
+        for (const QString& tabla : angostas)
+            a.ejecuta(QStringLiteral("ALTER TABLE %1 ALTER COLUMN Descripcion TYPE TEXT").arg(tabla));
+        esquema::CreaVistas(a);
+        punto.confirmar();
+    } catch (const ErrorAlmacen& error) {
+        qWarning("Las descripciones quedan con su largo de antes: %s", qPrintable(error.descripcion()));
+    }
+}
+
 } // namespace orv

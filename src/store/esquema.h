@@ -35,4 +35,9 @@ void rehaceConsultaCaja(Almacen& a);
 // crédito resta en todas sus cifras) y el comprobante impreso con sus importes sin signo. No toca datos.
 void rehaceConsultasDeVentas(Almacen& a);
 
+// Paso 4: la descripción de un artículo, y la de las líneas que la copian, sin tope de largo. En
+// PostgreSQL las columnas pasan a texto sin límite (las vistas del sistema se rehacen alrededor);
+// SQLite nunca hizo valer el largo. No toca datos.
+void ensanchaDescripciones(Almacen& a);
+
 } // namespace orv

@@ -127,7 +127,7 @@ TEST(Arranque, LeeLaConfiguracionYCreaElAlmacenSoloParaElDueno) {
         ASSERT_EQ(a.ejecuta(), FinArranque::Ventana);
         EXPECT_EQ(junta(e.ui.pasos), junta(kSinTropiezos));
         ASSERT_NE(a.almacen(), nullptr);
-        EXPECT_EQ(versionEsquema(*a.almacen()), static_cast<int>(pasosDelSistema().size()));
+        EXPECT_EQ(versionEsquema(*a.almacen()), pasosDelSistema().back().numero);
         EXPECT_EQ(a.estado().almacenAbierto, e.base());
         const EstadoAplicacion& s = a.estado();
         EXPECT_EQ(junta({QString::number(s.IdRed), s.ClaveImpositiva, s.MascaraMoneda, s.Pais,
@@ -323,7 +323,7 @@ TEST(Arranque, ConPostgreSQLNoSeMiraLaCarpetaYSeActualizaElServidor) {
     EXPECT_EQ(junta(e.ui.pasos), junta(kSinTropiezos));
     ASSERT_NE(a.almacen(), nullptr);
     EXPECT_TRUE(a.almacen()->esPostgreSQL());
-    EXPECT_EQ(versionEsquema(*a.almacen()), static_cast<int>(pasosDelSistema().size()));
+    EXPECT_EQ(versionEsquema(*a.almacen()), pasosDelSistema().back().numero);
 }
 
 TEST(FormatoRegional, SoloImportanLosSeparadoresDecimalesYDeMiles) {
