@@ -4,7 +4,7 @@
 #include "apoyo/base_prueba.h"
 #include "articles/articulos.h"
 #include "sales/borrador.h"
-#include "sales/filas_prueba.h"
+#include "apoyo/filas.h"
 #include "store/actualizacion.h"
 
 #include <QThread>

@@ -187,7 +187,7 @@ TEST_P(CifrasDeVentas, LaActualizacionRehaceLasConsultasDeVentas) {
     EXPECT_EQ(porCliente(), "Total=314.6000");
     const QString guardados = "SELECT SUM(ImporteIVA), SUM(Total) FROM Comprobantes";
     const QVariant antes = a.valor(guardados);
-    EXPECT_EQ(actualizaEsquema(a), 1);
+    EXPECT_GE(actualizaEsquema(a), 1); // el paso de las consultas y los que vengan después
     EXPECT_EQ(resumen(), "ImporteNeto=510.0000 ImporteIVA=107.1000 Total=617.1000");
     EXPECT_EQ(porCliente(), "Total=617.1000");
     EXPECT_EQ(a.valor(guardados), antes);
