@@ -34,6 +34,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {1, QStringLiteral("Esquema inicial: tablas, índices, consultas y filas de partida"), creaEsquemaInicial},
         {2, QStringLiteral("Consulta de caja que se cuenta sin leer cuentas, comprobantes ni usuarios"),
          rehaceConsultaCaja},
+        {3, QStringLiteral("Datos fiscales del negocio: CUIT, condición de IVA e inicio de actividades"), completaEmpresa},
     };
     return pasos;
 }

@@ -278,4 +278,10 @@ void creaEsquemaInicial(Almacen& a) {
 
 void rehaceConsultaCaja(Almacen& a) { esquema::RehaceVista(a, "ConsultaCaja"); }
 
+void completaEmpresa(Almacen& a) {
+    const Existente existente = leeExistente(a);
+    for (const Tabla& t : tablasDelSistema())
+        if (t.nombre == QLatin1String("Empresa")) completaTabla(a, t, existente);
+}
+
 } // namespace orv

@@ -31,4 +31,8 @@ void creaEsquemaInicial(Almacen& a);
 // usuario de cada movimiento se leen por su clave en vez de unir las tablas). No toca datos.
 void rehaceConsultaCaja(Almacen& a);
 
+// Paso 3: los datos fiscales del negocio en Empresa (Cuit, CondicionIva, InicioActividades), que
+// los comprobantes imprimen como emisor. Agrega las columnas que falten; no toca las filas.
+void completaEmpresa(Almacen& a);
+
 } // namespace orv
