@@ -277,7 +277,8 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
                                 palabra = qMax(palabra, m.horizontalAdvance(p));
                     }
                     natural[c] = qMax(natural[c], w + 2 * relleno_ + 1);
-                    minimo[c] = qMax(minimo[c], palabra + 2 * relleno_ + 1);
+                    // Con un relleno más: dos importes vecinos no quedan pegados.
+                    minimo[c] = qMax(minimo[c], palabra + 3 * relleno_ + 1);
                 }
                 c += x.columnas;
             }

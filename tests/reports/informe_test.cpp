@@ -135,21 +135,26 @@ TEST_P(Informes, ComprobantesConSusLineasTotalesYImporteEnLetras) {
               {QDate(2009, 3, 2)});
     a.ejecuta("INSERT INTO Vendedores (idVendedor, Nombre, Domicilio, Localidad) VALUES (77, 'Ana O''Neil', 'Mitre 1', 'Rosario')");
     const qint64 id = a.inserta("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, idTipoIva, Fecha, Nombre, Cuit, "
-                                "FormaPago, SubTotal, MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, ImpresoFiscal) "
-                                "VALUES ('B0001-00000042', 1, 77, 1, ?, 'Ana O''Neil', '20-12345678-6', 'EFVO', '1000', '0', "
-                                "'826.45', 21, '173.55', '1000', 'S')",
+                                "FormaPago, SubTotal, MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, ImpresoFiscal, "
+                                "EsComercial) VALUES ('B0001-00000042', 1, 77, 1, ?, 'Ana O''Neil', '20-12345678-6', 'EFVO', '1000', "
+                                "'0', '826.45', 21, '173.55', '1000', 'S', 1)",
                                 {QDate(2026, 11, 23)}, "idComprobante");
     a.ejecuta("INSERT INTO DetalleComprobantes (idComprobante, Descripcion, Cantidad, Unitario, SubTotal) "
               "VALUES (?, 'Fideos finos 500 g', 2, 300, 600), (?, 'Azúcar 1 kg', 4, 100, 400)",
               {id, id});
-    a.ejecuta("INSERT INTO Comprobantes (Factura, Nombre, Total) VALUES ('B0001-00000043', 'Otro', '5')"); // no debe aparecer
+    const qint64 presupuesto =
+        a.inserta("INSERT INTO Comprobantes (Factura, Nombre, Total, EsComercial) VALUES ('X0001-00000043', 'Otro', '5', 0)", {},
+                  "idComprobante"); // no debe aparecer en la factura
     // El negocio que emite con sus datos fiscales; el CUIT del cliente, rotulado como suyo.
     const QStringList trae = {"Almacén Don Tito", "B0001-00000042", "Ana O'Neil", "Fideos finos 500 g", "Azúcar 1 kg",
                               "1,000.00", "mil con 00/100.-", "Mitre 1", "23/11/2026", "San Martín 1450 (S2000)",
                               "CUIT: 30-71234567-1", "IVA Responsable Inscripto", "Inicio de actividades: 02/03/2009",
                               "CUIT del cliente:", "20-12345678-6"};
     // Sólo la factura que discrimina el impuesto lo muestra.
-    EXPECT_EQ(discrepancias(pdf("factura.rpt", SeleccionComprobante(id)), trae, {"00000043", "173.55"}), "");
+    EXPECT_EQ(discrepancias(pdf("factura.rpt", SeleccionComprobante(id)), trae, {"00000043", "173.55", "no válido"}), "");
+    // Lo que no es comercial (un presupuesto, un remito) lo dice.
+    EXPECT_EQ(discrepancias(pdf("factura.rpt", SeleccionComprobante(presupuesto)), {"X0001-00000043", "Documento no válido como factura"}),
+              "");
     EXPECT_EQ(discrepancias(pdf("factura_discrimina_iva.rpt", SeleccionComprobante(id)), trae + QStringList{"173.55"}, {"00000043"}), "");
     // El recibo: el emisor, quien paga con su CUIT rotulado, y el importe en letras con un solo punto.
     const qint64 recibo = a.inserta("INSERT INTO Comisiones (idVendedor, Fecha, Tipo, Comision, Liquidacion) "
