@@ -276,8 +276,8 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
                             for (const QString& p : linea.split(blancos, Qt::SkipEmptyParts))
                                 palabra = qMax(palabra, m.horizontalAdvance(p));
                     }
-                    natural[c] = qMax(natural[c], w + 2 * relleno_ + 1);
-                    // Con un relleno más: dos importes vecinos no quedan pegados.
+                    // Con un relleno más que el de la celda: dos importes vecinos no quedan pegados.
+                    natural[c] = qMax(natural[c], w + 3 * relleno_ + 1);
                     minimo[c] = qMax(minimo[c], palabra + 3 * relleno_ + 1);
                 }
                 c += x.columnas;
