@@ -245,46 +245,10 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
     const QFontMetricsF fmN(negrita_, dispositivo_);
     const qreal separacion = fm.height() * 0.5;
 
-    // Anchos de las columnas de cada tabla: el natural de cada una (su línea más larga) y el mínimo
-    // (su palabra más larga, que no se puede partir: un número de comprobante, un importe).
     anchos_.resize(bloques.size());
     encabezados_.resize(bloques.size());
-    static const QRegularExpression blancos(QStringLiteral("\\s+"));
-    for (int b = 0; b < bloques.size(); ++b) {
-        if (!bloques[b].esTabla) continue;
-        int columnas = 0;
-        for (const FilaSimple& f : bloques[b].filas) {
-            int c = 0;
-            for (const CeldaSimple& x : f.celdas) c += x.columnas;
-            columnas = qMax(columnas, c);
-        }
-        QVector<qreal> natural(columnas, 2 * relleno_);
-        QVector<qreal> minimo(columnas, 2 * relleno_);
-        for (int r = 0; r < bloques[b].filas.size(); ++r) {
-            const FilaSimple& f = bloques[b].filas[r];
-            if (f.encabezado) encabezados_[b] << r;
-            int c = 0;
-            for (const CeldaSimple& x : f.celdas) {
-                if (x.columnas == 1 && c < columnas) {
-                    const QFontMetricsF& m = (x.negrita || f.negrita) ? fmN : fm;
-                    qreal w = 0, palabra = 0;
-                    for (const QString& linea : x.texto.split(u'\n')) {
-                        const qreal wl = m.horizontalAdvance(linea);
-                        w = qMax(w, wl);
-                        if (!linea.contains(u' ')) palabra = qMax(palabra, wl);
-                        else
-                            for (const QString& p : linea.split(blancos, Qt::SkipEmptyParts))
-                                palabra = qMax(palabra, m.horizontalAdvance(p));
-                    }
-                    // Con un relleno más que el de la celda: dos importes vecinos no quedan pegados.
-                    natural[c] = qMax(natural[c], w + 3 * relleno_ + 1);
-                    minimo[c] = qMax(minimo[c], palabra + 3 * relleno_ + 1);
-                }
-                c += x.columnas;
-            }
-        }
-        anchos_[b] = repartoDeAnchos(natural, minimo, ancho_);
-    }
+    for (int b = 0; b < bloques.size(); ++b)
+        if (bloques[b].esTabla) mideTabla(b);
 
     // Renglones en páginas; el encabezado de una tabla se repite arriba de cada página nueva.
     int pagina = 0;
@@ -307,24 +271,9 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
             continue;
         }
         const QVector<FilaSimple>& filas = bloques[b].filas;
-        const auto esTituloDeGrupo = [&](int r) {
-            const FilaSimple& f = filas[r];
-            return !f.encabezado && f.celdas.size() == 1 && f.celdas[0].columnas > 1 && r + 1 < filas.size();
-        };
-        // Una fila de totales (en negrita, con varias celdas) cierra lo que tiene arriba.
-        const auto esCierre = [&](int r) {
-            const FilaSimple& f = filas[r];
-            return !f.encabezado && f.negrita && f.celdas.size() > 1;
-        };
         for (int r = 0; r < filas.size(); ++r) {
             const qreal h = altoFila(filas[r], anchos_[b]);
-            // El título de un grupo no queda solo al pie de la página: va con su primera fila. Y
-            // los totales que cierran un grupo no empiezan solos una página: van con su última fila.
-            qreal junto = h;
-            int k = r + 1;
-            if (esTituloDeGrupo(r)) junto += altoFila(filas[k++], anchos_[b]);
-            if (!esCierre(r))
-                for (; k < filas.size() && esCierre(k); ++k) junto += altoFila(filas[k], anchos_[b]);
+            qreal junto = altoJunto(b, r, h);
             if (junto > alto) junto = h; // no cabe en ninguna página: se parte como venga
             if (y > 0 && y + junto > alto) {
                 nuevaPagina();
@@ -340,6 +289,63 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
         }
     }
     paginas_ = pagina + 1;
+}
+
+// Anchos de las columnas de la tabla b: el natural de cada una (su línea más larga) y el mínimo
+// (su palabra más larga, que no se puede partir: un número de comprobante, un importe), repartidos
+// en el ancho de la hoja. Anota también las filas de su encabezado.
+void PaginasSimples::mideTabla(int b) {
+    const QFontMetricsF fm(base_, dispositivo_);
+    const QFontMetricsF fmN(negrita_, dispositivo_);
+    static const QRegularExpression blancos(QStringLiteral("\\s+"));
+    int columnas = 0;
+    for (const FilaSimple& f : bloques_[b].filas) {
+        int c = 0;
+        for (const CeldaSimple& x : f.celdas) c += x.columnas;
+        columnas = qMax(columnas, c);
+    }
+    QVector<qreal> natural(columnas, 2 * relleno_);
+    QVector<qreal> minimo(columnas, 2 * relleno_);
+    for (int r = 0; r < bloques_[b].filas.size(); ++r) {
+        const FilaSimple& f = bloques_[b].filas[r];
+        if (f.encabezado) encabezados_[b] << r;
+        int c = 0;
+        for (const CeldaSimple& x : f.celdas) {
+            if (x.columnas == 1 && c < columnas) {
+                const QFontMetricsF& m = (x.negrita || f.negrita) ? fmN : fm;
+                qreal w = 0, palabra = 0;
+                for (const QString& linea : x.texto.split(u'\n')) {
+                    const qreal wl = m.horizontalAdvance(linea);
+                    w = qMax(w, wl);
+                    if (!linea.contains(u' ')) palabra = qMax(palabra, wl);
+                    else
+                        for (const QString& p : linea.split(blancos, Qt::SkipEmptyParts))
+                            palabra = qMax(palabra, m.horizontalAdvance(p));
+                }
+                // Con un relleno más que el de la celda: dos importes vecinos no quedan pegados.
+                natural[c] = qMax(natural[c], w + 3 * relleno_ + 1);
+                minimo[c] = qMax(minimo[c], palabra + 3 * relleno_ + 1);
+            }
+            c += x.columnas;
+        }
+    }
+    anchos_[b] = repartoDeAnchos(natural, minimo, ancho_);
+}
+
+// Alto de la fila r de la tabla b (`alto`) junto con las que tienen que ir con ella en la misma página: el
+// título de un grupo no queda solo al pie (va con su primera fila), y los totales que cierran un
+// grupo (filas en negrita con varias celdas) no empiezan solos una página (van con su última fila).
+qreal PaginasSimples::altoJunto(int b, int r, qreal alto) const {
+    const QVector<FilaSimple>& filas = bloques_[b].filas;
+    const auto esCierre = [&](int k) { return !filas[k].encabezado && filas[k].negrita && filas[k].celdas.size() > 1; };
+    const FilaSimple& f = filas[r];
+    const bool titulo = !f.encabezado && f.celdas.size() == 1 && f.celdas[0].columnas > 1 && r + 1 < filas.size();
+    qreal junto = alto;
+    int k = r + 1;
+    if (titulo) junto += altoFila(filas[k++], anchos_[b]);
+    if (!esCierre(r))
+        for (; k < filas.size() && esCierre(k); ++k) junto += altoFila(filas[k], anchos_[b]);
+    return junto;
 }
 
 qreal PaginasSimples::altoFila(const FilaSimple& f, const QVector<qreal>& anchos) const {

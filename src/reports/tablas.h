@@ -67,6 +67,8 @@ private:
     };
     void dibujaFila(QPainter& p, const FilaSimple& f, const QVector<qreal>& anchos, qreal x, qreal y, qreal alto) const;
     qreal altoFila(const FilaSimple& f, const QVector<qreal>& anchos) const;
+    void mideTabla(int b);
+    qreal altoJunto(int b, int r, qreal alto) const;
 
     const QVector<BloqueSimple>& bloques_;
     QFont base_;
