@@ -317,6 +317,8 @@ void PaginasSimples::mideTabla(int b) {
                 for (const QString& linea : x.texto.split(u'\n')) {
                     const qreal wl = m.horizontalAdvance(linea);
                     w = qMax(w, wl);
+                    // Las palabras se miden sólo si la línea entera pasa el mínimo que ya tiene la columna.
+                    if (wl + 3 * relleno_ + 1 <= minimo[c]) continue;
                     if (!linea.contains(u' ')) palabra = qMax(palabra, wl);
                     else
                         for (const QString& p : linea.split(blancos, Qt::SkipEmptyParts))
