@@ -324,8 +324,6 @@ int main(int argc, char** argv) {
     // Una FACTURA A y una FACTURA B registradas desde el panel "Vender", que salen a PDF por la
     // salida de informes; make capturas las pasa a PNG.
     {
-        almacen->ejecuta(QStringLiteral("INSERT INTO Empresa (NombreEmpresa, Direccion, Telefono) "
-                                        "VALUES ('Almacén y Despensa Don Tito', 'San Martín 1450, Rosario', '0341 455-1020')"));
         conf.graba(orv::clave::miscelaneas, QStringLiteral("CoefIva"), QStringLiteral("21"));
         orv::PanPrincipal w(*almacen, estado, conf, reloj);
         w.fijaTerminacion([](int) {});
@@ -351,7 +349,8 @@ int main(int argc, char** argv) {
             const char* archivo;
         };
         for (const Venta& v : {Venta{"FACTURA A", "Oscar Bianchi", "comprobante_factura_a.pdf"},
-                               Venta{"FACTURA B", "Ana", "comprobante_factura_b.pdf"}}) {
+                               Venta{"FACTURA B", "Ana", "comprobante_factura_b.pdf"},
+                               Venta{"NOTA DE CREDITO B", "Ana", "comprobante_nota_credito_b.pdf"}}) {
             const QString pdf = QDir(salida).filePath(QString::fromLatin1(v.archivo));
             s->eligeArchivo = [pdf](const QString&) { return pdf; };
             const QVariant tipo = almacen->valor(QStringLiteral("SELECT idTipoComprobante FROM TiposDeComprobantes WHERE Tipo = ?"),
@@ -374,6 +373,15 @@ int main(int argc, char** argv) {
             std::printf("%s\n", qPrintable(pdf));
         }
         respuestas.stop();
+        // La caja del día con esos comprobantes, como la imprime el cajero al cerrar.
+        try {
+            const QString pdf = QDir(salida).filePath(QStringLiteral("informe_caja_del_dia.pdf"));
+            orv::GuardaInforme(*almacen, orv::LeeDefinicion(orv::BuscaDefinicion(QStringLiteral("listacajasimple.rpt"), QString())),
+                               orv::SeleccionCajaDia(reloj.hoy()), estado.MascaraMoneda, reloj.ahora(), pdf);
+            std::printf("%s\n", qPrintable(pdf));
+        } catch (const orv::Aviso& e) {
+            std::fprintf(stderr, "caja del día: %s\n", qPrintable(e.texto()));
+        }
         // Las pantallas que miran hacia atrás, con esos dos comprobantes ya registrados.
         const qint64 ultimo = almacen->valor(QStringLiteral("SELECT max(idComprobante) FROM Comprobantes")).toLongLong();
         orv::PanBorraFactura borra(*almacen, reloj.hoy(), &w);

@@ -552,11 +552,24 @@ void cargaTiposDeComprobante(Almacen& a) {
     }
 }
 
+// El negocio que emite los comprobantes: razón social, domicilio y datos fiscales. Si el comercio
+// ya cargó los suyos, quedan los suyos.
+void cargaEmpresa(Almacen& a) {
+    if (a.valor(QStringLiteral("SELECT count(*) FROM Empresa")).toLongLong() > 0) return;
+    a.ejecuta(QStringLiteral("INSERT INTO Empresa (NombreEmpresa, NombreFantasia, Direccion, CgoPostal, Telefono, email, web, "
+                             "Cuit, CondicionIva, InicioActividades) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+              {u("Almacén y Despensa Don Tito S.R.L."), u("Don Tito"), u("San Martín 1450, Rosario, Santa Fe"),
+               QStringLiteral("S2000"), QStringLiteral("0341 455-1020"), QStringLiteral("ventas@dontito.com.ar"),
+               QStringLiteral("www.dontito.com.ar"), cuit(30, 71234567), u("IVA Responsable Inscripto"),
+               QDate(2009, 3, 2)});
+}
+
 } // namespace
 
 void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
     Transaccion t(a);
     exigeAlmacenVacio(a);
+    cargaEmpresa(a);
     Azar azar;
     const std::vector<qint64> proveedores = cargaProveedores(a, azar);
     cargaArticulos(a, azar, proveedores, reloj.hoy());

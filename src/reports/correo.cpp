@@ -206,6 +206,11 @@ void EnviaMail(const DatosCorreo& d, const QString& destinatario, const QString&
         const QByteArray ruta = QFile::encodeName(adjunto);
         curl_mime_filedata(archivo, ruta.constData());
         curl_mime_filename(archivo, QFileInfo(adjunto).fileName().toUtf8().constData());
+        // Una página HTML va marcada como tal y en UTF-8, para que el correo del destinatario la
+        // muestre con sus acentos.
+        const QString ext = QFileInfo(adjunto).suffix().toLower();
+        if (ext == QStringLiteral("htm") || ext == QStringLiteral("html")) curl_mime_type(archivo, "text/html; charset=UTF-8");
+        else if (ext == QStringLiteral("pdf")) curl_mime_type(archivo, "application/pdf");
         curl_mime_encoder(archivo, "base64");
     }
     curl_easy_setopt(c.h, CURLOPT_MIMEPOST, c.mime);

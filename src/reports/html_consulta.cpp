@@ -10,14 +10,13 @@ namespace orv {
 
 namespace {
 
+// Las fechas como dd/mm/aaaa en los dos motores: PostgreSQL las da como fechas y SQLite como el
+// texto ISO que guardó.
 QString valorTexto(const QVariant& v) {
     if (v.isNull()) return {};
-    switch (v.typeId()) {
-    case QMetaType::QDate: return FechaTexto(v.toDate());
-    case QMetaType::QDateTime: return FechaTexto(v.toDateTime().date());
-    case QMetaType::Double: return QString::number(v.toDouble(), 'g', 15);
-    default: return v.toString();
-    }
+    if (v.typeId() == QMetaType::Double) return QString::number(v.toDouble(), 'g', 15);
+    if (const auto f = FechaGuardadaTexto(v)) return *f;
+    return v.toString();
 }
 
 } // namespace
@@ -64,6 +63,12 @@ QString HtmlDeConsulta(const Almacen& a, const QString& titulo, const QString& s
     if (separar)
         h += QStringLiteral("<p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p>");
     return h;
+}
+
+QString PaginaHtml(const QString& titulo, const QString& cuerpo) {
+    return QStringLiteral("<HTML><HEAD><META http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\">"
+                          "<TITLE>") +
+           titulo.toHtmlEscaped() + QStringLiteral("</TITLE></HEAD><BODY>\n") + cuerpo + QStringLiteral("\n</BODY></HTML>\n");
 }
 
 } // namespace orv

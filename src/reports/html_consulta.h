@@ -15,4 +15,8 @@ namespace orv {
 QString HtmlDeConsulta(const Almacen& a, const QString& titulo, const QString& sql, const QVariantList& parametros,
                        qint16 ancho, bool separar, const QDate& hoy);
 
+// Una página entera alrededor de las tablas, que declara su juego de caracteres (UTF-8): quien la
+// abre lee bien los acentos y las eñes.
+QString PaginaHtml(const QString& titulo, const QString& cuerpo);
+
 } // namespace orv

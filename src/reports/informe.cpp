@@ -64,6 +64,31 @@ QString texto(const QVariant& v, bool esMoneda, const QString& mascara) {
     return v.toString();
 }
 
+mu::data siNo(bool v) { return v ? mu::data::type::bool_true : mu::data::type::bool_false; }
+
+// El negocio que emite, de la primera fila de Empresa: emisor.<campo> y emisor.hay_<campo>. El
+// domicilio junta la dirección y el código postal.
+mu::data emisor(const Almacen& a, QString& nombre) {
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT NombreEmpresa, NombreFantasia, Direccion, CgoPostal, Telefono, email, web, "
+                                            "Cuit, CondicionIva, InicioActividades FROM Empresa ORDER BY idEmpresa"));
+    const bool hay = q.next();
+    const auto campo = [&](int c) { return hay ? texto(q.value(c), false, QString()).trimmed() : QString(); };
+    nombre = campo(0);
+    QString domicilio = campo(2);
+    if (!campo(3).isEmpty()) domicilio += QStringLiteral(" (") + campo(3) + u')';
+    const std::pair<const char*, QString> campos[] = {
+        {"nombre", nombre},        {"fantasia", campo(1)},     {"domicilio", domicilio},
+        {"telefono", campo(4)},    {"email", campo(5)},        {"web", campo(6)},
+        {"cuit", campo(7)},        {"condicionIva", campo(8)}, {"inicioActividades", campo(9)},
+    };
+    mu::data e;
+    for (const auto& [clave, valor] : campos) {
+        e.set(clave, u8(valor));
+        e.set(std::string("hay_") + clave, siNo(!valor.isEmpty()));
+    }
+    return e;
+}
+
 } // namespace
 
 DefinicionInforme LeeDefinicion(const QString& ruta) {
@@ -137,7 +162,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     inf.horizontal = d.horizontal;
     inf.encabezado = d.encabezado;
     inf.pagina = d.pagina;
-    inf.empresa = a.valor(QStringLiteral("SELECT NombreEmpresa FROM Empresa ORDER BY idEmpresa")).toString();
+    const mu::data datosEmisor = emisor(a, inf.empresa);
 
     QSqlQuery q = a.consulta(consulta(d, s), s.parametros);
     const QSqlRecord campos = q.record();
@@ -176,6 +201,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
         if (!grupo) return;
         grupo->set("filas", filasGrupo);
         grupo->set("cantidad", std::to_string(cantidadGrupo));
+        grupo->set("uno", siNo(cantidadGrupo == 1));
         grupo->set("totales", totalesDe(sumasGrupo));
         grupo->set("saldo", u8(FormatoMoneda(saldo, mascaraMoneda)));
         grupos.push_back(*grupo);
@@ -240,6 +266,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
 
     mu::data contexto;
     contexto.set("empresa", u8(inf.empresa));
+    contexto.set("emisor", datosEmisor);
     contexto.set("titulo", u8(inf.titulo));
     contexto.set("periodo", u8(inf.periodo));
     contexto.set("emitido", u8(inf.emitido));
@@ -248,6 +275,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     if (primera) contexto.set("primera", *primera);
     contexto.set("hayFilas", inf.filas > 0 ? mu::data::type::bool_true : mu::data::type::bool_false);
     contexto.set("cantidad", std::to_string(inf.filas));
+    contexto.set("uno", siNo(inf.filas == 1));
     contexto.set("totales", totales);
     contexto.set("parametros", parametros);
 
@@ -269,6 +297,9 @@ int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
 
     QFont base(QStringLiteral("DejaVu Sans"));
     base.setPointSizeF(9);
+    // Sin ligaduras: "fi" y "fl" quedan como dos letras en el texto del PDF, y una búsqueda de
+    // "fino" o "flete" los encuentra.
+    base.setStyleStrategy(QFont::PreferNoShaping);
     const QRectF cuerpo(0, alto, hoja.width(), hoja.height() - alto - altoPie);
     // Las listas hechas de tablas simples se dibujan directo (rápido aun con miles de filas, y con
     // el encabezado de la tabla en cada página); lo demás, con el maquetado de documentos.

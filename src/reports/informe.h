@@ -16,8 +16,10 @@
 //
 // El resto recibe: empresa, titulo, periodo, emitido, parametros.<nombre>, filas (cada fila con
 // sus campos ya formateados, más par/impar), primera (la primera fila, para los datos de cabecera
-// de un comprobante), hayFilas, cantidad y totales.<campo>. Con "grupo: Campo", además grupos:
-// cada grupo trae los campos de su primera fila, grupo (el valor del campo), filas, cantidad,
+// de un comprobante), hayFilas, cantidad, uno (cantidad es 1: "{{cantidad}} venta{{^uno}}s{{/uno}}"),
+// totales.<campo> y emisor (el negocio, de la primera fila de Empresa: nombre, fantasia, domicilio,
+// telefono, email, web, cuit, condicionIva, inicioActividades, cada uno con su hay_<campo>). Con "grupo: Campo", además grupos:
+// cada grupo trae los campos de su primera fila, grupo (el valor del campo), filas, cantidad, uno,
 // totales.<campo> y saldo (el del final del grupo). Con "saldo: Debe, Haber" cada fila trae saldo,
 // la suma acumulada de Debe menos Haber desde el comienzo del grupo (o del informe). Cada campo trae también hay_<campo>,
 // verdadero cuando no está vacío, para las secciones condicionales. Con "letras: Total" la fila trae

@@ -97,6 +97,28 @@ void cierraTexto(CeldaSimple& c) {
 
 } // namespace
 
+QVector<qreal> repartoDeAnchos(const QVector<qreal>& natural, const QVector<qreal>& minimo, qreal ancho) {
+    qreal total = 0, totalMinimo = 0;
+    for (qreal w : natural) total += w;
+    for (qreal w : minimo) totalMinimo += w;
+    QVector<qreal> anchos = natural;
+    if (total <= 0) return anchos;
+    if (total <= ancho) {
+        // Sobra lugar: se reparte en proporción al ancho de cada una.
+        for (qreal& w : anchos) w += (ancho - total) * (w / total);
+    } else if (totalMinimo >= ancho) {
+        // Ni las palabras enteras caben: todas se achican por igual desde su mínimo.
+        for (int c = 0; c < anchos.size(); ++c) anchos[c] = minimo[c] * ancho / totalMinimo;
+    } else {
+        // Falta lugar: cada columna conserva su palabra más larga y lo demás se reparte en
+        // proporción a lo que cada una puede ceder partiendo sus renglones.
+        const qreal cedible = total - totalMinimo;
+        for (int c = 0; c < anchos.size(); ++c)
+            anchos[c] = minimo[c] + (ancho - totalMinimo) * (natural[c] - minimo[c]) / cedible;
+    }
+    return anchos;
+}
+
 std::optional<QVector<BloqueSimple>> AnalizaCuerpoSimple(const QString& html) {
     QVector<BloqueSimple> bloques;
     enum class Dentro { Nada, Tabla, Fila, Celda, Parrafo } dentro = Dentro::Nada;
@@ -223,48 +245,10 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
     const QFontMetricsF fmN(negrita_, dispositivo_);
     const qreal separacion = fm.height() * 0.5;
 
-    // Anchos de las columnas de cada tabla: el natural de cada una, y lo que sobra (o falta) se
-    // reparte en proporción.
     anchos_.resize(bloques.size());
     encabezados_.resize(bloques.size());
-    for (int b = 0; b < bloques.size(); ++b) {
-        if (!bloques[b].esTabla) continue;
-        int columnas = 0;
-        for (const FilaSimple& f : bloques[b].filas) {
-            int c = 0;
-            for (const CeldaSimple& x : f.celdas) c += x.columnas;
-            columnas = qMax(columnas, c);
-        }
-        QVector<qreal> natural(columnas, 2 * relleno_);
-        for (int r = 0; r < bloques[b].filas.size(); ++r) {
-            const FilaSimple& f = bloques[b].filas[r];
-            if (f.encabezado) encabezados_[b] << r;
-            int c = 0;
-            for (const CeldaSimple& x : f.celdas) {
-                if (x.columnas == 1 && c < columnas) {
-                    const QFontMetricsF& m = (x.negrita || f.negrita) ? fmN : fm;
-                    qreal w = 0;
-                    for (const QString& linea : x.texto.split(u'\n')) w = qMax(w, m.horizontalAdvance(linea));
-                    natural[c] = qMax(natural[c], w + 2 * relleno_ + 1);
-                }
-                c += x.columnas;
-            }
-        }
-        qreal total = 0;
-        for (qreal w : natural) total += w;
-        QVector<qreal> anchos = natural;
-        if (total > 0 && total < ancho_) {
-            for (qreal& w : anchos) w += (ancho_ - total) * (w / total);
-        } else if (total > ancho_) {
-            // Falta lugar: se achican las columnas más anchas que el promedio, que son las de texto.
-            const qreal promedio = ancho_ / qMax(1, columnas);
-            qreal anchas = 0, fijas = 0;
-            for (qreal w : natural) (w > promedio ? anchas : fijas) += w;
-            const qreal factor = anchas > 0 ? qMax<qreal>(0.1, (ancho_ - fijas) / anchas) : ancho_ / total;
-            for (qreal& w : anchos) w = w > promedio ? w * factor : w;
-        }
-        anchos_[b] = anchos;
-    }
+    for (int b = 0; b < bloques.size(); ++b)
+        if (bloques[b].esTabla) mideTabla(b);
 
     // Renglones en páginas; el encabezado de una tabla se repite arriba de cada página nueva.
     int pagina = 0;
@@ -286,19 +270,16 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
             y += h;
             continue;
         }
-        const auto esTituloDeGrupo = [&](int r) {
-            const FilaSimple& f = bloques[b].filas[r];
-            return !f.encabezado && f.celdas.size() == 1 && f.celdas[0].columnas > 1 && r + 1 < bloques[b].filas.size();
-        };
-        for (int r = 0; r < bloques[b].filas.size(); ++r) {
-            const qreal h = altoFila(bloques[b].filas[r], anchos_[b]);
-            // El título de un grupo no queda solo al pie de la página: va con su primera fila.
-            const qreal junto = esTituloDeGrupo(r) ? h + altoFila(bloques[b].filas[r + 1], anchos_[b]) : h;
+        const QVector<FilaSimple>& filas = bloques[b].filas;
+        for (int r = 0; r < filas.size(); ++r) {
+            const qreal h = altoFila(filas[r], anchos_[b]);
+            qreal junto = altoJunto(b, r, h);
+            if (junto > alto) junto = h; // no cabe en ninguna página: se parte como venga
             if (y > 0 && y + junto > alto) {
                 nuevaPagina();
-                if (!bloques[b].filas[r].encabezado)
+                if (!filas[r].encabezado)
                     for (int e : encabezados_[b]) {
-                        const qreal he = altoFila(bloques[b].filas[e], anchos_[b]);
+                        const qreal he = altoFila(filas[e], anchos_[b]);
                         renglones_ << Renglon{b, e, pagina, y, he};
                         y += he;
                     }
@@ -308,6 +289,65 @@ PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont
         }
     }
     paginas_ = pagina + 1;
+}
+
+// Anchos de las columnas de la tabla b: el natural de cada una (su línea más larga) y el mínimo
+// (su palabra más larga, que no se puede partir: un número de comprobante, un importe), repartidos
+// en el ancho de la hoja. Anota también las filas de su encabezado.
+void PaginasSimples::mideTabla(int b) {
+    const QFontMetricsF fm(base_, dispositivo_);
+    const QFontMetricsF fmN(negrita_, dispositivo_);
+    static const QRegularExpression blancos(QStringLiteral("\\s+"));
+    int columnas = 0;
+    for (const FilaSimple& f : bloques_[b].filas) {
+        int c = 0;
+        for (const CeldaSimple& x : f.celdas) c += x.columnas;
+        columnas = qMax(columnas, c);
+    }
+    QVector<qreal> natural(columnas, 2 * relleno_);
+    QVector<qreal> minimo(columnas, 2 * relleno_);
+    for (int r = 0; r < bloques_[b].filas.size(); ++r) {
+        const FilaSimple& f = bloques_[b].filas[r];
+        if (f.encabezado) encabezados_[b] << r;
+        int c = 0;
+        for (const CeldaSimple& x : f.celdas) {
+            if (x.columnas == 1 && c < columnas) {
+                const QFontMetricsF& m = (x.negrita || f.negrita) ? fmN : fm;
+                qreal w = 0, palabra = 0;
+                for (const QString& linea : x.texto.split(u'\n')) {
+                    const qreal wl = m.horizontalAdvance(linea);
+                    w = qMax(w, wl);
+                    // Las palabras se miden sólo si la línea entera pasa el mínimo que ya tiene la columna.
+                    if (wl + 3 * relleno_ + 1 <= minimo[c]) continue;
+                    if (!linea.contains(u' ')) palabra = qMax(palabra, wl);
+                    else
+                        for (const QString& p : linea.split(blancos, Qt::SkipEmptyParts))
+                            palabra = qMax(palabra, m.horizontalAdvance(p));
+                }
+                // Con un relleno más que el de la celda: dos importes vecinos no quedan pegados.
+                natural[c] = qMax(natural[c], w + 3 * relleno_ + 1);
+                minimo[c] = qMax(minimo[c], palabra + 3 * relleno_ + 1);
+            }
+            c += x.columnas;
+        }
+    }
+    anchos_[b] = repartoDeAnchos(natural, minimo, ancho_);
+}
+
+// Alto de la fila r de la tabla b (`alto`) junto con las que tienen que ir con ella en la misma página: el
+// título de un grupo no queda solo al pie (va con su primera fila), y los totales que cierran un
+// grupo (filas en negrita con varias celdas) no empiezan solos una página (van con su última fila).
+qreal PaginasSimples::altoJunto(int b, int r, qreal alto) const {
+    const QVector<FilaSimple>& filas = bloques_[b].filas;
+    const auto esCierre = [&](int k) { return !filas[k].encabezado && filas[k].negrita && filas[k].celdas.size() > 1; };
+    const FilaSimple& f = filas[r];
+    const bool titulo = !f.encabezado && f.celdas.size() == 1 && f.celdas[0].columnas > 1 && r + 1 < filas.size();
+    qreal junto = alto;
+    int k = r + 1;
+    if (titulo) junto += altoFila(filas[k++], anchos_[b]);
+    if (!esCierre(r))
+        for (; k < filas.size() && esCierre(k); ++k) junto += altoFila(filas[k], anchos_[b]);
+    return junto;
 }
 
 qreal PaginasSimples::altoFila(const FilaSimple& f, const QVector<qreal>& anchos) const {

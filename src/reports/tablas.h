@@ -42,6 +42,11 @@ struct BloqueSimple {
 // Los bloques del cuerpo, o nada si el HTML usa algo que no está en la lista de arriba.
 std::optional<QVector<BloqueSimple>> AnalizaCuerpoSimple(const QString& html);
 
+// Anchos de las columnas de una tabla en el ancho dado: `natural`, lo que pide cada una sin partir
+// renglones; `minimo`, su palabra más larga (con el relleno). Si sobra lugar, se reparte en
+// proporción; si falta, ninguna baja de su mínimo mientras los mínimos quepan.
+QVector<qreal> repartoDeAnchos(const QVector<qreal>& natural, const QVector<qreal>& minimo, qreal ancho);
+
 // Reparte los bloques en páginas del alto dado y dibuja cada una con `pagina(n)` ya llamada (para
 // el encabezado, el pie y el salto de página). Devuelve la cantidad de páginas.
 class PaginasSimples {
@@ -62,6 +67,8 @@ private:
     };
     void dibujaFila(QPainter& p, const FilaSimple& f, const QVector<qreal>& anchos, qreal x, qreal y, qreal alto) const;
     qreal altoFila(const FilaSimple& f, const QVector<qreal>& anchos) const;
+    void mideTabla(int b);
+    qreal altoJunto(int b, int r, qreal alto) const;
 
     const QVector<BloqueSimple>& bloques_;
     QFont base_;

@@ -37,6 +37,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {3, QStringLiteral("Consultas de ventas en las que una nota de crédito resta en todas sus cifras"),
          rehaceConsultasDeVentas},
         {4, QStringLiteral("Descripciones de artículos sin tope de largo"), ensanchaDescripciones},
+        {5, QStringLiteral("Datos fiscales del negocio: CUIT, condición de IVA e inicio de actividades"), completaEmpresa},
     };
     return pasos;
 }

@@ -306,4 +306,10 @@ void ensanchaDescripciones(Almacen& a) {
     }
 }
 
+void completaEmpresa(Almacen& a) {
+    const Existente existente = leeExistente(a);
+    for (const Tabla& t : tablasDelSistema())
+        if (t.nombre == QLatin1String("Empresa")) completaTabla(a, t, existente);
+}
+
 } // namespace orv

@@ -40,4 +40,8 @@ void rehaceConsultasDeVentas(Almacen& a);
 // SQLite nunca hizo valer el largo. No toca datos.
 void ensanchaDescripciones(Almacen& a);
 
+// Paso 5: los datos fiscales del negocio en Empresa (Cuit, CondicionIva, InicioActividades), que
+// los comprobantes imprimen como emisor. Agrega las columnas que falten; no toca las filas.
+void completaEmpresa(Almacen& a);
+
 } // namespace orv

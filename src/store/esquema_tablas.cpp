@@ -314,7 +314,10 @@ const char* const kTablas[] = {
         CgoPostal {TEXTO(20)},
         Telefono {TEXTO(50)},
         email {TEXTO(100)},
-        web {TEXTO(100)}))",
+        web {TEXTO(100)},
+        Cuit {TEXTO(30)},
+        CondicionIva {TEXTO(50)},
+        InicioActividades {FECHA}))",
 };
 
 // Índices: los que el almacén tuvo siempre (las claves ya tienen el suyo) y los que pide la

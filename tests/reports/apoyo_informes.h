@@ -12,12 +12,13 @@
 
 namespace orv::prueba {
 
-// Texto de un PDF con pdftotext; NFKC deshace las ligaduras ("ﬁla" → "fila").
+// Texto de un PDF con pdftotext, tal cual: una ligadura ("ﬁ" en lugar de "fi") queda a la vista,
+// como la vería quien busca una palabra en el PDF.
 inline QString textoDePdf(const QString& ruta) {
     QProcess p;
     p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), ruta, QStringLiteral("-")});
     p.waitForFinished(30000);
-    return QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
+    return QString::fromUtf8(p.readAllStandardOutput());
 }
 
 // El contenido tal cual, también la marca de orden de bytes del comienzo.

@@ -76,7 +76,7 @@ TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
         QStringList trae, noTrae;
     } casos[] = {
         {"lista_facturas.rpt", SeleccionListaComprobantes(true, kDesde, kHasta),
-         {"B0001-00000011", "B0001-00000012", "Total del 01/11/2026 (1 comprobantes)", "Total del período (2 comprobantes)",
+         {"B0001-00000011", "B0001-00000012", "Total del 01/11/2026 (1 comprobante)", "Total del período (2 comprobantes)",
           "363.00"},
          {"X0001", "B0001-00000010", "B0001-00000013"}},
         {"lista_no_comerciales.rpt", SeleccionListaComprobantes(false, kDesde, kHasta),
@@ -101,19 +101,19 @@ TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
         {"ctaclientes.rpt", SeleccionCtaCteVendedor(ana_),
          {"COBRANZA", "121.00", "100.00", "Saldo de Ana O&apos;Neil", "21.00"}, {"242.00"}},
         {"comprobantecomisiones.rpt", SeleccionLiquidacionComision(recibo_),
-         {QStringLiteral("Recibo Nº %1").arg(recibo_), "Ana O&apos;Neil", "cien con 00/100"}, {"121.00"}},
+         {QStringLiteral("Nro. <b>%1</b>").arg(recibo_), "Ana O&apos;Neil", "cien con 00/100"}, {"121.00"}},
         {"comisiones.rpt", SeleccionComisionesVenta(kDesde, kHasta, usuario_), {"Vendedor: Carla Vende", "5.00"}, {"49.00"}},
         {"comisiones.rpt", SeleccionComisionesVenta(kDesde, kHasta, usuario_ + 1),
          {"No hay comisiones en el período."}, {}},
         // Caja de un día, por cuenta; estado de una cuenta en el período (300 + 150 + 77).
         {"listacajadesglose.rpt", SeleccionCajaDia(QDate(2026, 11, 5)),
-         {"Total de Ventas Mostrador (2 movimientos)", "Total de Gastos Generales (1 movimientos)", "450.00", "-80.00"},
+         {"Total de Ventas Mostrador (2 movimientos)", "Total de Gastos Generales (1 movimiento)", "450.00", "-80.00"},
          {"Venta del 6"}},
         {"listacajasimple.rpt", SeleccionCajaDia(QDate(2026, 11, 6)), {"Venta del 6"}, {"Luz"}},
         {"movctas.rpt", SeleccionEstadoCuenta(1, kDesde, kHasta), {"Cuenta: Ventas Mostrador", "527.00"}, {"Luz"}},
         {"compras1.rpt", SeleccionCompras(kDesde, kHasta, std::nullopt),
          {"Distribuidora D&apos;Angelo", "Lácteos del Sur", "1,710.00", "FACTURA A 3-501"}, {"9,999.00"}},
-        {"compras1.rpt", SeleccionCompras(kDesde, kHasta, dangelo_), {"(1 compras)"}, {"Lácteos"}},
+        {"compras1.rpt", SeleccionCompras(kDesde, kHasta, dangelo_), {"(1 compra)"}, {"Lácteos"}},
         {"saldotodosprove.rpt", usual("saldotodosprove.rpt"), {"<b>510.00</b>"}, {"Lácteos"}},
         // La cuenta del proveedor desde una fecha, con el saldo que manda la pantalla (del período: 1210 - 1000).
         {"saldoProve.rpt", SeleccionCtaProveedor(dangelo_, kDesde, "510.00"),

@@ -91,6 +91,11 @@ TEST_P(Exporta, TablaHtmlConElMarcadoDeSiempreNulosYEscape) {
     EXPECT_EQ(v.count("<TR vAlign=top>"), 2);
     EXPECT_FALSE(v.contains("width=500"));
     EXPECT_TRUE(v.endsWith("</TABLE>"));
+    // Las fechas como dd/mm/aaaa en los dos motores; la página entera declara UTF-8.
+    const QString f = HtmlDeConsulta(almacen(), "Fechas", "SELECT Fecha FROM Expo ORDER BY id", {}, 100, false, hoy);
+    EXPECT_EQ(discrepancias(f, {"&nbsp; 22/11/2026 ", "&nbsp; 31/01/2025 "}, {"2026-", "2025-"}), "");
+    EXPECT_EQ(PaginaHtml("Envío ñ", f).left(108),
+              "<HTML><HEAD><META http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\"><TITLE>Envío ñ</TITLE></HEAD>");
 }
 
 ORV_AMBOS_MOTORES(Exporta);

@@ -198,3 +198,16 @@ TEST_P(Actualizacion, AlmacenAnteriorALosPasosSeAdoptaSinPerderFilas) {
                                       : "sqlite_master WHERE name = 'DetalleComprobantes_Anterior'"),
               1);
 }
+
+TEST_P(Actualizacion, LosDatosFiscalesDelNegocioSeAgreganSinTocarSuFila) {
+    // Un almacén de antes, con la fila del negocio y sin sus datos fiscales.
+    const std::vector<PasoEsquema> hastaDos(pasosDelSistema().begin(), pasosDelSistema().begin() + 2);
+    ASSERT_EQ(actualizaEsquema(almacen(), hastaDos), 2);
+    almacen().ejecuta("DROP TABLE Empresa");
+    agrega(almacen(), "CREATE TABLE Empresa (idEmpresa {CONTADOR}, NombreEmpresa {TEXTO(100)}, Direccion {TEXTO(100)})");
+    almacen().ejecuta("INSERT INTO Empresa (NombreEmpresa, Direccion) VALUES ('Don Tito', 'San Martín 1450')");
+    EXPECT_EQ(actualizaEsquema(almacen()), pasos() - 2);
+    almacen().ejecuta("UPDATE Empresa SET Cuit = '30-71234567-1', InicioActividades = ?", {QDate(2009, 3, 2)});
+    EXPECT_EQ(filas(almacen(), "SELECT NombreEmpresa, Direccion, Cuit, CondicionIva, InicioActividades FROM Empresa"),
+              filas({"Don Tito|San Martín 1450|30-71234567-1|-|2009-03-02"}));
+}

@@ -228,7 +228,8 @@ void PanMensajeria::enviar() {
         if (QFile::exists(archivo) && !QFile::remove(archivo))
             throw Aviso(QStringLiteral("No se pudo borrar el archivo ") + archivo);
         QSaveFile f(archivo);
-        if (!f.open(QIODevice::WriteOnly) || f.write(html.toUtf8()) < 0 || !f.commit())
+        const QByteArray pagina = PaginaHtml(d.tituloMensaje, html).toUtf8();
+        if (!f.open(QIODevice::WriteOnly) || f.write(pagina) < 0 || !f.commit())
             throw Aviso(QStringLiteral("No se pudo escribir el archivo ") + archivo);
         envia(d, d.destino, d.tituloMensaje,
               QStringLiteral("Informacion de ") + FechaTexto(desde) + QStringLiteral(" al ") + FechaTexto(hasta),

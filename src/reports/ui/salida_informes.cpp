@@ -18,10 +18,17 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <optional>
 
 namespace orv {
 
 namespace {
+
+// El correo que lleva un informe no salió: el aviso trae el motivo que dio el servidor.
+class FallaDelEnvio : public Aviso {
+public:
+    explicit FallaDelEnvio(const Aviso& a) : Aviso(a) {}
+};
 
 // Nombre de archivo sin caracteres que los sistemas de archivos no aceptan.
 QString nombreLimpio(const QString& s) {
@@ -154,7 +161,11 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
         if (!dir.isValid()) throw Aviso(QStringLiteral("No se pudo preparar el adjunto en ") + conf_.carpetaDatos());
         const QString pdf = dir.filePath(nombreLimpio(titulo) + QStringLiteral(".pdf"));
         guarda(d, seleccion, pdf);
-        enviaCorreo(destinatario_, nombreDestinatario_, asunto_, mensaje_, pdf);
+        try {
+            enviaCorreo(destinatario_, nombreDestinatario_, asunto_, mensaje_, pdf);
+        } catch (const Aviso& a) {
+            throw FallaDelEnvio(a);
+        }
         return true;
     }
     case Impresora: {
@@ -197,8 +208,19 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
 
 bool SalidaInformes::imprimeComprobante(const QString& plantilla, qint64 idComprobante) {
     bool salio = false;
-    Intenta(ventana_, [&] { salio = emite(plantilla, SeleccionComprobante(idComprobante)); },
+    // Si lo que falló es el correo, se dice por qué (el servidor no atiende, rechazó la clave...):
+    // la plantilla está bien y culparla mandaría a buscar el problema donde no está.
+    std::optional<Aviso> envio;
+    Intenta(ventana_,
+            [&] {
+                try {
+                    salio = emite(plantilla, SeleccionComprobante(idComprobante));
+                } catch (const FallaDelEnvio& f) {
+                    envio = f;
+                }
+            },
             QStringLiteral("Error en la lectura de la plantilla : ") + plantilla);
+    if (envio) MuestraAviso(*envio, ventana_);
     return salio;
 }
 

@@ -63,7 +63,8 @@ public:
     bool imprime(const QString& nombre, const Seleccion& seleccion);
     // Un comprobante por su plantilla (la ruta guardada en el tipo, o el nombre de una definición)
     // con la selección de su id, al destino vigente. Cualquier falla dice "Error en la lectura de
-    // la plantilla : " + plantilla; el comprobante ya está guardado y se puede reimprimir.
+    // la plantilla : " + plantilla, salvo la del correo, que dice su motivo; el comprobante ya está
+    // guardado y se puede reimprimir.
     bool imprimeComprobante(const QString& plantilla, qint64 idComprobante);
     // A un archivo dado, sin preguntar: la extensión dice el formato.
     void exporta(const QString& nombre, const Seleccion& seleccion, const QString& archivo);

@@ -165,6 +165,15 @@ TEST_F(SalidaDeInformes, UnaDefinicionQueFaltaOEstaRotaDiceCualYNoSaleNada) {
     escribeArchivo(ruta("reportes/listacajasimple.rpt"), "<p>sin cabecera</p>");
     EXPECT_THROW(emite(), Aviso);
     EXPECT_TRUE(pedidos_.isEmpty());
+    // Un comprobante por correo cuyo envío falla dice el motivo del servidor, no que falló la plantilla.
+    correo("casa@central.com.ar");
+    salida_->fijaDestino("3 - Enviar por e-mail", "1");
+    salida_->enviaCorreo = [](const QString&, const QString&, const QString&, const QString&, const QString&) {
+        throw Aviso("No se pudo enviar el correo a casa@central.com.ar por smtp.x: el servidor rechazó el usuario o la clave.");
+    };
+    caja = respondeCaja("Aceptar");
+    EXPECT_FALSE(salida_->imprimeComprobante("factura.rpt", 1));
+    EXPECT_EQ(caja->texto, "No se pudo enviar el correo a casa@central.com.ar por smtp.x: el servidor rechazó el usuario o la clave.");
 }
 
 TEST_F(SalidaDeInformes, CadaEntradaDelPanelLanzaSuInformeConElSujetoDeSuPantalla) {
@@ -347,7 +356,9 @@ TEST_F(SalidaDeInformes, MensajeriaEnviaLasSeccionesElegidasDelPeriodo) {
     configura("127.0.0.1:1");
     EXPECT_TRUE(envia().contains("|No se pudo enviar el correo a central@almacen.com.ar"));
     ASSERT_EQ(envios.size(), 2);
-    EXPECT_TRUE(envios[1].endsWith("al 30/11/2026|"));
+    // La página adjunta declara su juego de caracteres; sin secciones no lleva tablas.
+    EXPECT_EQ(discrepancias(envios[0], {"charset=utf-8", "10/11/2026"}, {"2026-11-10"}), "");
+    EXPECT_EQ(discrepancias(envios[1], {"al 30/11/2026|<HTML><HEAD>", "charset=utf-8", "</BODY></HTML>"}, {"<TABLE"}), "");
 }
 
 TEST_F(SalidaDeInformes, ConfiguracionDelCorreoNuncaMuestraLaClaveYVaciaLaConserva) {
