@@ -208,6 +208,6 @@ TEST_P(Actualizacion, LosDatosFiscalesDelNegocioSeAgreganSinTocarSuFila) {
     almacen().ejecuta("INSERT INTO Empresa (NombreEmpresa, Direccion) VALUES ('Don Tito', 'San Martín 1450')");
     EXPECT_EQ(actualizaEsquema(almacen()), pasos() - 2);
     almacen().ejecuta("UPDATE Empresa SET Cuit = '30-71234567-1', InicioActividades = ?", {QDate(2009, 3, 2)});
-    EXPECT_EQ(filas(almacen(), "SELECT NombreEmpresa, Direccion, Cuit, CondicionIva, InicioActividades FROM Empresa"),
-              filas({"Don Tito|San Martín 1450|30-71234567-1|-|2009-03-02"}));
+    EXPECT_EQ(Filas(almacen(), "SELECT NombreEmpresa, Direccion, Cuit, CondicionIva, InicioActividades FROM Empresa"),
+              QStringList{"Don Tito|San Martín 1450|30-71234567-1|NULL|2009-03-02"});
 }
