@@ -254,11 +254,25 @@ Totales CalculaTotales(const Almacen& a, qint32 idRed, double porcDescuento, dou
         t.unidades = 0;
         return t;
     }
-    t.subTotal = suma.aDouble();
-    t.descuento = porcDescuento != 0 ? porcDescuento / 100.0 * t.subTotal : 0.0;
-    t.neto = t.subTotal - t.descuento;
-    t.impuesto = porcImpuesto != 0 ? porcImpuesto / 100.0 * t.neto : 0.0;
-    t.total = t.impuesto + t.neto;
+    // Cada importe a centavos antes del siguiente: el neto es el subtotal menos el descuento y el
+    // total el neto más el impuesto, al centavo, como los lee el comprobante.
+    Dinero subTotal, descuento, neto, impuesto;
+    try {
+        subTotal = suma.redondeado(2);
+        descuento = porcDescuento != 0 ? subTotal.porcentaje(porcDescuento).redondeado(2) : Dinero();
+        neto = subTotal - descuento;
+        impuesto = porcImpuesto != 0 ? neto.porcentaje(porcImpuesto).redondeado(2) : Dinero();
+        ExigeImporteEnRango(neto + impuesto);
+    } catch (const std::exception&) {
+        t.unidades = 0;
+        t.problema = QStringLiteral("El descuento o el impuesto dan un importe fuera de rango: corrija el porcentaje.");
+        return t;
+    }
+    t.subTotal = subTotal.aDouble();
+    t.descuento = descuento.aDouble();
+    t.neto = neto.aDouble();
+    t.impuesto = impuesto.aDouble();
+    t.total = (neto + impuesto).aDouble();
     return t;
 }
 

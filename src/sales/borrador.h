@@ -104,8 +104,8 @@ struct Totales {
     qint64 idLineaConProblema = 0;
 };
 
-// Descuento sobre el subtotal y el impuesto sobre el neto, sin redondear; el redondeo es el
-// de la máscara al mostrarlos. Sin líneas, hayLineas es falso y sólo el total vale 0. Nunca
+// Descuento sobre el subtotal y el impuesto sobre el neto, cada uno a centavos, de modo que
+// subtotal − descuento = neto y neto + impuesto = total al centavo. Sin líneas, hayLineas es falso y sólo el total vale 0. Nunca
 // falla por una línea mala: la señala en `problema`.
 Totales CalculaTotales(const Almacen& a, qint32 idRed, double porcDescuento, double porcImpuesto);
 // "7.0 de 3 ítems." o "0 ítems."

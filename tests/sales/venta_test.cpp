@@ -97,6 +97,8 @@ TEST_P(Venta, TotalesConDescuentoEImpuestoSobreElNeto) {
     EXPECT_EQ(totales(1, 10, 21), QVariantList({true, 1000.0, 100.0, 900.0, 189.0, 1089.0, "7.0 de 3 ítems.", ""}));
     EXPECT_EQ(totales(1, 0, 0), QVariantList({true, 1000.0, 0.0, 1000.0, 0.0, 1000.0, "7.0 de 3 ítems.", ""}));
     EXPECT_EQ(totales(2, 0, 0), QVariantList({true, 100.0, 0.0, 100.0, 0.0, 100.0, "1.0 de 1 ítems.", ""}));
+    // Cada importe a centavos: 21 % de 99,50 es 20,895 y el total 120,40, no 120,395.
+    EXPECT_EQ(totales(2, 0.5, 21), QVariantList({true, 100.0, 0.5, 99.5, 20.9, 120.4, "1.0 de 1 ítems.", ""}));
 
     almacen().ejecuta(QStringLiteral("UPDATE TmpFac SET Cantidad = 1e300, SubTotal = 900000000000000 WHERE idTmpFac = ?"), {sinPrecio});
     const Totales t = CalculaTotales(almacen(), 1, 0, 0);

@@ -75,7 +75,8 @@ public:
     void masDatos();            // Command17
     void cambiaCantidadActual(double delta);
     void recalculaLineas();     // después de corregir la grilla
-    void totales();
+    // Vuelve a calcular y mostrar los totales; devuelve por qué no valen, o nada si valen.
+    QString totales();
 
     // Cliente elegido (Text8.Tag) y si vino por tarjeta.
     std::optional<qint64> idCliente() const { return idCliente_; }

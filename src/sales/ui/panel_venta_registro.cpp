@@ -87,9 +87,14 @@ void PanelVenta::registrar() {
     if (!Pregunta(QStringLiteral("Registra e Imprime :") + cboSelTipoCo_->currentText(), this)) return;
     // 5. Líneas.
     leeLineas(false);
-    totales();
+    const QString problema = totales();
     if (CuentaRegistros(almacen_, QStringLiteral("SELECT idTmpFac FROM TmpFac WHERE PCRed = ?"), {estado_.IdRed}) == 0) {
         MensajeError(QStringLiteral("No hay articulos a facturar!"), this);
+        return;
+    }
+    // Unos totales que no valen no se registran: quedarían en cero con líneas de verdad.
+    if (!problema.isEmpty()) {
+        MensajeError(QStringLiteral("No se registró el comprobante: ") + problema, this);
         return;
     }
     // 6. Ruta de salida, con sus preguntas.
@@ -188,14 +193,14 @@ void PanelVenta::reseteaFactura() {
 
 // --- totales y vuelto ---
 
-void PanelVenta::totales() {
+QString PanelVenta::totales() {
     const QString& m = estado_.MascaraMoneda;
     Totales t;
     if (!Intenta(this, [&] {
             t = CalculaTotales(almacen_, estado_.IdRed, porcentajeVigente(txtPorcDescuento_, porcDescuento_),
                                porcentajeVigente(txtPorcImpuesto_, porcImpuesto_));
         }))
-        return;
+        return QStringLiteral("No se pudieron calcular los totales.");
     txtMontoTotal_->setText(Formato(QVariant(0.0), m));
     if (t.hayLineas) {
         lblSubTotal_->setText(Formato(QVariant(t.subTotal), m));
@@ -219,6 +224,7 @@ void PanelVenta::totales() {
     command18_->setEnabled(grilla_->filaActual().has_value());
     if (t.problema.isEmpty()) actualizaVuelto();
     else txSuVuelto_->clear(); // sin total no hay vuelto que dar
+    return t.problema;
 }
 
 void PanelVenta::actualizaVuelto() {
