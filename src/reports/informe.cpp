@@ -285,6 +285,42 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     return inf;
 }
 
+namespace {
+
+QFont conTamanio(QFont f, qreal puntos, bool negrita = false) {
+    f.setPointSizeF(puntos);
+    f.setBold(negrita);
+    return f;
+}
+
+// Empresa, título y período arriba, con una línea debajo.
+void pintaEncabezado(QPainter& p, const InformeArmado& inf, const QRectF& zona, qreal dpi, const QFont& base) {
+    const qreal tercio = zona.height() / 3;
+    p.setFont(conTamanio(base, 7.5));
+    p.drawText(QRectF(0, 0, zona.width(), tercio), Qt::AlignLeft | Qt::AlignVCenter, inf.empresa);
+    p.setFont(conTamanio(base, 12, true));
+    p.drawText(QRectF(0, tercio, zona.width(), tercio), Qt::AlignLeft | Qt::AlignVCenter, inf.titulo);
+    p.setFont(conTamanio(base, 7.5));
+    p.drawText(QRectF(0, 2 * tercio, zona.width(), tercio - dpi * 0.05), Qt::AlignLeft | Qt::AlignVCenter, inf.periodo);
+    p.setPen(QPen(Qt::darkGray, dpi / 100.0));
+    p.drawLine(QPointF(0, zona.bottom() - dpi * 0.04), QPointF(zona.width(), zona.bottom() - dpi * 0.04));
+    p.setPen(Qt::black);
+}
+
+// Una línea y debajo la fecha de emisión a la izquierda y el número de página a la derecha.
+void pintaPie(QPainter& p, const InformeArmado& inf, const QRectF& zona, qreal dpi, const QFont& base,
+              const QString& pagina) {
+    p.setPen(QPen(Qt::darkGray, dpi / 100.0));
+    p.drawLine(QPointF(0, zona.top() + dpi * 0.04), QPointF(zona.width(), zona.top() + dpi * 0.04));
+    p.setPen(Qt::black);
+    p.setFont(conTamanio(base, 7.5));
+    const QRectF renglon(0, zona.top() + dpi * 0.06, zona.width(), zona.height());
+    p.drawText(renglon, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("Emitido el ") + inf.emitido);
+    p.drawText(renglon, Qt::AlignRight | Qt::AlignVCenter, pagina);
+}
+
+} // namespace
+
 int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
     dispositivo.setPageSize(QPageSize(inf.pagina));
     dispositivo.setPageOrientation(inf.horizontal ? QPageLayout::Landscape : QPageLayout::Portrait);
@@ -317,26 +353,9 @@ int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
     }
     const int paginas = directo ? directo->paginas() : qMax(1, doc.pageCount());
 
-    QFont fTitulo = base;
-    fTitulo.setPointSizeF(12);
-    fTitulo.setBold(true);
-    QFont fChica = base;
-    fChica.setPointSizeF(7.5);
     for (int n = 0; n < paginas; ++n) {
         if (n > 0) dispositivo.newPage();
-        // Encabezado.
-        if (inf.encabezado) {
-            p.setFont(fChica);
-            p.drawText(QRectF(0, 0, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.empresa);
-            p.setFont(fTitulo);
-            p.drawText(QRectF(0, alto / 3, hoja.width(), alto / 3), Qt::AlignLeft | Qt::AlignVCenter, inf.titulo);
-            p.setFont(fChica);
-            p.drawText(QRectF(0, 2 * alto / 3, hoja.width(), alto / 3 - dpi * 0.05), Qt::AlignLeft | Qt::AlignVCenter,
-                       inf.periodo);
-            p.setPen(QPen(Qt::darkGray, dpi / 100.0));
-            p.drawLine(QPointF(0, alto - dpi * 0.04), QPointF(hoja.width(), alto - dpi * 0.04));
-            p.setPen(Qt::black);
-        }
+        if (inf.encabezado) pintaEncabezado(p, inf, QRectF(0, 0, hoja.width(), alto), dpi, base);
         // Cuerpo: la porción de la página n.
         if (directo) {
             directo->dibuja(p, n, QPointF(0, alto));
@@ -351,16 +370,8 @@ int PintaInforme(const InformeArmado& inf, QPagedPaintDevice& dispositivo) {
             doc.documentLayout()->draw(&p, ctx);
             p.restore();
         }
-        // Pie.
-        p.setPen(QPen(Qt::darkGray, dpi / 100.0));
-        const qreal y = hoja.height() - altoPie;
-        p.drawLine(QPointF(0, y + dpi * 0.04), QPointF(hoja.width(), y + dpi * 0.04));
-        p.setPen(Qt::black);
-        p.setFont(fChica);
-        p.drawText(QRectF(0, y + dpi * 0.06, hoja.width(), altoPie), Qt::AlignLeft | Qt::AlignVCenter,
-                   QStringLiteral("Emitido el ") + inf.emitido);
-        p.drawText(QRectF(0, y + dpi * 0.06, hoja.width(), altoPie), Qt::AlignRight | Qt::AlignVCenter,
-                   QStringLiteral("Página %1 de %2").arg(n + 1).arg(paginas));
+        pintaPie(p, inf, QRectF(0, hoja.height() - altoPie, hoja.width(), altoPie), dpi, base,
+                 QStringLiteral("Página %1 de %2").arg(n + 1).arg(paginas));
     }
     return paginas;
 }

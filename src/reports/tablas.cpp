@@ -119,20 +119,131 @@ QVector<qreal> repartoDeAnchos(const QVector<qreal>& natural, const QVector<qrea
     return anchos;
 }
 
+namespace {
+
+// Lee el cuerpo simple marca por marca; cada marca devuelve false si sale de lo que se admite.
+class AnalizadorSimple {
+public:
+    bool marca(const QString& nombre, const QString& atributos, bool cierra) {
+        if (nombre == QLatin1String("table")) return tabla(cierra);
+        if (nombre == QLatin1String("thead") || nombre == QLatin1String("tbody")) {
+            if (dentro_ != Dentro::Tabla) return false;
+            if (nombre == QLatin1String("thead")) enThead_ = !cierra;
+            return true;
+        }
+        if (nombre == QLatin1String("tr")) return fila(atributos, cierra);
+        if (nombre == QLatin1String("td") || nombre == QLatin1String("th")) return celda(nombre, atributos, cierra);
+        if (nombre == QLatin1String("p")) return parrafo(atributos, cierra);
+        if (nombre == QLatin1String("b") || nombre == QLatin1String("strong") || nombre == QLatin1String("i") ||
+            nombre == QLatin1String("em")) {
+            if (!celda_ || !atributos.isEmpty()) return false;
+            if (!cierra) (nombre == QLatin1String("i") || nombre == QLatin1String("em") ? celda_->cursiva : celda_->negrita) = true;
+            return true;
+        }
+        if (nombre == QLatin1String("br")) {
+            if (!celda_) return false;
+            celda_->texto += u'\n';
+            return true;
+        }
+        return false;
+    }
+
+    // Texto entre marcas: sólo dentro de una celda o un párrafo.
+    bool texto(const QString& t) {
+        if (t.trimmed().isEmpty() && !(celda_ && !t.isEmpty())) return true;
+        if (!celda_) return false;
+        agregaTexto(*celda_, entidades(t));
+        return true;
+    }
+
+    std::optional<QVector<BloqueSimple>> resultado() const {
+        if (dentro_ != Dentro::Nada) return std::nullopt;
+        return bloques_;
+    }
+
+private:
+    enum class Dentro { Nada, Tabla, Fila, Celda, Parrafo };
+
+    bool tabla(bool cierra) {
+        if (cierra) return pasa(Dentro::Tabla, Dentro::Nada);
+        if (dentro_ != Dentro::Nada) return false; // tablas anidadas: al maquetado general
+        BloqueSimple b;
+        b.esTabla = true;
+        bloques_ << b;
+        dentro_ = Dentro::Tabla;
+        return true;
+    }
+
+    bool fila(const QString& atributos, bool cierra) {
+        if (cierra) return pasa(Dentro::Fila, Dentro::Tabla);
+        if (dentro_ != Dentro::Tabla) return false;
+        FilaSimple f;
+        const QString estilo = atributo(atributos, "style");
+        const QString fondo = propiedad(estilo, "background-color");
+        if (!fondo.isEmpty()) f.fondo = QColor::fromString(fondo);
+        const QString tinta = propiedad(estilo, "color");
+        if (!tinta.isEmpty()) f.tinta = QColor::fromString(tinta);
+        f.negrita = propiedad(estilo, "font-weight").compare(QLatin1String("bold"), Qt::CaseInsensitive) == 0;
+        f.lineaArriba = !propiedad(estilo, "border-top").isEmpty();
+        f.encabezado = enThead_;
+        bloques_.last().filas << f;
+        dentro_ = Dentro::Fila;
+        return true;
+    }
+
+    bool celda(const QString& nombre, const QString& atributos, bool cierra) {
+        if (cierra) return cierraCelda(Dentro::Celda, Dentro::Fila);
+        if (dentro_ != Dentro::Fila || !atributo(atributos, "style").isEmpty()) return false;
+        CeldaSimple c;
+        const QString al = atributo(atributos, "align");
+        c.alineacion = al.isEmpty() && nombre == QLatin1String("th") ? Qt::AlignHCenter : alineacion(al);
+        c.columnas = qMax(1, atributo(atributos, "colspan").toInt());
+        c.negrita = nombre == QLatin1String("th");
+        bloques_.last().filas.last().celdas << c;
+        celda_ = &bloques_.last().filas.last().celdas.last();
+        dentro_ = Dentro::Celda;
+        return true;
+    }
+
+    bool parrafo(const QString& atributos, bool cierra) {
+        if (cierra) return cierraCelda(Dentro::Parrafo, Dentro::Nada);
+        if (dentro_ != Dentro::Nada) return false;
+        BloqueSimple b;
+        b.parrafo.alineacion = alineacion(atributo(atributos, "align"));
+        bloques_ << b;
+        celda_ = &bloques_.last().parrafo;
+        dentro_ = Dentro::Parrafo;
+        return true;
+    }
+
+    bool pasa(Dentro desde, Dentro hacia) {
+        if (dentro_ != desde) return false;
+        dentro_ = hacia;
+        return true;
+    }
+
+    bool cierraCelda(Dentro desde, Dentro hacia) {
+        if (!pasa(desde, hacia)) return false;
+        cierraTexto(*celda_);
+        celda_ = nullptr;
+        return true;
+    }
+
+    QVector<BloqueSimple> bloques_;
+    Dentro dentro_ = Dentro::Nada;
+    bool enThead_ = false;
+    CeldaSimple* celda_ = nullptr;
+};
+
+} // namespace
+
 std::optional<QVector<BloqueSimple>> AnalizaCuerpoSimple(const QString& html) {
-    QVector<BloqueSimple> bloques;
-    enum class Dentro { Nada, Tabla, Fila, Celda, Parrafo } dentro = Dentro::Nada;
-    bool enThead = false;
-    CeldaSimple* celda = nullptr;
+    AnalizadorSimple analizador;
     qsizetype i = 0;
     const qsizetype n = html.size();
     while (i < n) {
         const qsizetype menor = html.indexOf(u'<', i);
-        const QString texto = html.mid(i, (menor < 0 ? n : menor) - i);
-        if (!texto.trimmed().isEmpty() || (celda && !texto.isEmpty())) {
-            if (!celda) return std::nullopt; // texto suelto fuera de celdas y párrafos
-            agregaTexto(*celda, entidades(texto));
-        }
+        if (!analizador.texto(html.mid(i, (menor < 0 ? n : menor) - i))) return std::nullopt;
         if (menor < 0) break;
         if (html.mid(menor, 4) == QLatin1String("<!--")) {
             const qsizetype fin = html.indexOf(QLatin1String("-->"), menor);
@@ -150,88 +261,9 @@ std::optional<QVector<BloqueSimple>> AnalizaCuerpoSimple(const QString& html) {
         static const QRegularExpression blanco(QStringLiteral("\\s"));
         const qsizetype espacio = marca.indexOf(blanco);
         const QString nombre = (espacio < 0 ? marca : marca.left(espacio)).toLower();
-        const QString atributos = espacio < 0 ? QString() : marca.mid(espacio + 1);
-
-        if (nombre == QLatin1String("table")) {
-            if (cierra) {
-                if (dentro != Dentro::Tabla) return std::nullopt;
-                dentro = Dentro::Nada;
-            } else {
-                if (dentro != Dentro::Nada) return std::nullopt; // tablas anidadas: al maquetado general
-                BloqueSimple b;
-                b.esTabla = true;
-                bloques << b;
-                dentro = Dentro::Tabla;
-            }
-        } else if (nombre == QLatin1String("thead")) {
-            if (dentro != Dentro::Tabla) return std::nullopt;
-            enThead = !cierra;
-        } else if (nombre == QLatin1String("tbody")) {
-            if (dentro != Dentro::Tabla) return std::nullopt;
-        } else if (nombre == QLatin1String("tr")) {
-            if (cierra) {
-                if (dentro != Dentro::Fila) return std::nullopt;
-                dentro = Dentro::Tabla;
-            } else {
-                if (dentro != Dentro::Tabla) return std::nullopt;
-                FilaSimple f;
-                const QString estilo = atributo(atributos, "style");
-                const QString fondo = propiedad(estilo, "background-color");
-                if (!fondo.isEmpty()) f.fondo = QColor::fromString(fondo);
-                const QString tinta = propiedad(estilo, "color");
-                if (!tinta.isEmpty()) f.tinta = QColor::fromString(tinta);
-                f.negrita = propiedad(estilo, "font-weight").compare(QLatin1String("bold"), Qt::CaseInsensitive) == 0;
-                f.lineaArriba = !propiedad(estilo, "border-top").isEmpty();
-                f.encabezado = enThead;
-                bloques.last().filas << f;
-                dentro = Dentro::Fila;
-            }
-        } else if (nombre == QLatin1String("td") || nombre == QLatin1String("th")) {
-            if (cierra) {
-                if (dentro != Dentro::Celda) return std::nullopt;
-                cierraTexto(*celda);
-                celda = nullptr;
-                dentro = Dentro::Fila;
-            } else {
-                if (dentro != Dentro::Fila) return std::nullopt;
-                if (!atributo(atributos, "style").isEmpty()) return std::nullopt;
-                CeldaSimple c;
-                const QString al = atributo(atributos, "align");
-                c.alineacion = al.isEmpty() && nombre == QLatin1String("th") ? Qt::AlignHCenter : alineacion(al);
-                c.columnas = qMax(1, atributo(atributos, "colspan").toInt());
-                c.negrita = nombre == QLatin1String("th");
-                bloques.last().filas.last().celdas << c;
-                celda = &bloques.last().filas.last().celdas.last();
-                dentro = Dentro::Celda;
-            }
-        } else if (nombre == QLatin1String("p")) {
-            if (cierra) {
-                if (dentro != Dentro::Parrafo) return std::nullopt;
-                cierraTexto(*celda);
-                celda = nullptr;
-                dentro = Dentro::Nada;
-            } else {
-                if (dentro != Dentro::Nada) return std::nullopt;
-                BloqueSimple b;
-                b.parrafo.alineacion = alineacion(atributo(atributos, "align"));
-                bloques << b;
-                celda = &bloques.last().parrafo;
-                dentro = Dentro::Parrafo;
-            }
-        } else if (nombre == QLatin1String("b") || nombre == QLatin1String("strong") || nombre == QLatin1String("i") ||
-                   nombre == QLatin1String("em")) {
-            if (!celda) return std::nullopt;
-            if (!atributos.isEmpty()) return std::nullopt;
-            if (!cierra) (nombre == QLatin1String("i") || nombre == QLatin1String("em") ? celda->cursiva : celda->negrita) = true;
-        } else if (nombre == QLatin1String("br")) {
-            if (!celda) return std::nullopt;
-            celda->texto += u'\n';
-        } else {
-            return std::nullopt;
-        }
+        if (!analizador.marca(nombre, espacio < 0 ? QString() : marca.mid(espacio + 1), cierra)) return std::nullopt;
     }
-    if (dentro != Dentro::Nada) return std::nullopt;
-    return bloques;
+    return analizador.resultado();
 }
 
 PaginasSimples::PaginasSimples(const QVector<BloqueSimple>& bloques, const QFont& base, QPaintDevice* dispositivo,
