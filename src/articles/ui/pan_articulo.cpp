@@ -100,7 +100,7 @@ PanArticulo::PanArticulo(Almacen& almacen, const EstadoAplicacion& estado, const
     (id_ ? text1_[kDescripcion] : static_cast<QWidget*>(combo1_))->setFocus();
 }
 
-void PanArticulo::armaCampos(QGridLayout* g) {
+void PanArticulo::creaCampos() {
     for (int i = 0; i < 7; ++i) {
         text1_[i] = new QLineEdit(this);
         text1_[i]->setObjectName(QStringLiteral("Text1_%1").arg(i));
@@ -134,7 +134,10 @@ void PanArticulo::armaCampos(QGridLayout* g) {
     check1_->setObjectName(QStringLiteral("Check1"));
     chkMatPrim_ = new QCheckBox(QStringLiteral("Es materia prima de producción ?"), this);
     chkMatPrim_->setObjectName(QStringLiteral("chkMatPrim"));
+}
 
+void PanArticulo::armaCampos(QGridLayout* g) {
+    creaCampos();
     const auto etiqueta = [this](int i) { return new QLabel(QString::fromUtf8(kCaptions[i]), this); };
     const auto conBoton = [this](QWidget* w, QWidget* b) {
         auto* f = new QHBoxLayout;

@@ -56,6 +56,7 @@ protected:
     bool eventFilter(QObject* o, QEvent* e) override;
 
 private:
+    void creaCampos();
     void armaCampos(QGridLayout* g);
     QWidget* armaImagen();
     void armaBotones(QBoxLayout* capa);
