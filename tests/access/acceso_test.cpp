@@ -20,7 +20,7 @@
 namespace orv {
 namespace {
 
-using prueba::PorMotor;
+using prueba::PorMotorAlDia;
 using prueba::textoDeAviso;
 
 TEST(Contrasenias, ResumenArgon2idConSalQueNoGuardaLaClaveYVerificaSoloLaCorrecta) {
@@ -38,13 +38,8 @@ TEST(Contrasenias, ResumenArgon2idConSalQueNoGuardaLaClaveYVerificaSoloLaCorrect
         EXPECT_EQ(VerificaContrasenia(resumen, probada), abre) << resumen.toStdString() << " / " << probada.toStdString();
 }
 
-class Acceso : public PorMotor {
+class Acceso : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (!base_) return;
-        actualizaEsquema(almacen());
-    }
     qint64 nivelSupervisor() { return almacen().valor("SELECT idNivel FROM Niveles WHERE UsuarioSuper <> 0").toLongLong(); }
     qint64 usuario(const QString& nombre, const QString& clave, qint64 nivel) {
         return GuardaUsuario(almacen(), std::nullopt, {QStringLiteral("Nombre ") + nombre, nombre, clave, nivel, "0"});

@@ -1,5 +1,7 @@
 #include "base_prueba.h"
 
+#include "store/actualizacion.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QRandomGenerator>
@@ -70,6 +72,13 @@ void PorMotor::SetUp() {
     if (GetParam() == Motor::PostgreSQL && !hayPostgreSQL())
         GTEST_SKIP() << "ORVANTA_PRUEBA_PG sin definir: se omite PostgreSQL";
     base_ = std::make_unique<AlmacenDePrueba>(GetParam());
+}
+
+void PorMotorAlDia::SetUp() {
+    PorMotor::SetUp();
+    if (!base_) return;
+    actualizaEsquema(almacen());
+    prepara();
 }
 
 } // namespace orv::prueba

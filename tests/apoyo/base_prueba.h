@@ -74,6 +74,14 @@ protected:
     std::unique_ptr<AlmacenDePrueba> base_;
 };
 
+// Base para pruebas parametrizadas por motor sobre un almacén al día; `prepara` carga lo propio de
+// cada prueba (no se llama si el motor se omite).
+class PorMotorAlDia : public PorMotor {
+protected:
+    void SetUp() override;
+    virtual void prepara() {}
+};
+
 #define ORV_AMBOS_MOTORES(Clase)                                                                   \
     INSTANTIATE_TEST_SUITE_P(Motores, Clase,                                                       \
                              ::testing::Values(::orv::prueba::Motor::SQLite,                       \

@@ -67,13 +67,8 @@ TEST(PreciosDeLaFicha, VentaYMargenEnLosDosSentidos) {
     }
 }
 
-class Articulos : public PorMotor {
+class Articulos : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (IsSkipped()) return;
-        actualizaEsquema(almacen());
-    }
     DatosArticulo ficha(const QString& codigo, const QString& descripcion) {
         DatosArticulo d;
         d.codigo = codigo;
@@ -100,9 +95,13 @@ TEST_P(Articulos, PropuestaCuentaLosDelRubroYRepiteTrasUnBorrado) {
     EXPECT_EQ(ProponeCodigo(almacen(), 7, 2, 4), QStringLiteral("070013")); // repite el último
 }
 
+// La ficha entera, con una descripción de diez mil letras con apóstrofos, tal cual ida y vuelta.
 TEST_P(Articulos, GrabaLaFichaEnteraYLaVuelveALeer) {
     almacen().ejecuta(QStringLiteral("INSERT INTO Rubros (Rubro) VALUES ('Almacén')"));
-    DatosArticulo d = ficha(QStringLiteral(" 010001 "), QStringLiteral("Yerba Mate 1 kg"));
+    QString larga = QStringLiteral("Yerba 'Don Tito' de l'Abbaye");
+    for (int i = 0; larga.size() < 10000; ++i) larga += QStringLiteral(" ñandú %1").arg(i);
+    larga.truncate(10000);
+    DatosArticulo d = ficha(QStringLiteral(" 010001 "), larga);
     d.idRubro = 1;
     d.idProveedor = 3;
     d.stockActual = QStringLiteral("12.5");
@@ -114,19 +113,17 @@ TEST_P(Articulos, GrabaLaFichaEnteraYLaVuelveALeer) {
     d.imprimeCodigoBarra = true;
     d.foto = QStringLiteral("/datos/IMAGES/yerba.png");
     const qint64 id = GrabaArticulo(almacen(), 0, d, QStringLiteral("21"));
-    EXPECT_EQ(fila(id), QStringList{QStringLiteral("010001|Yerba Mate 1 kg|1|3|12.5|4|1000|1300|1573|30|YM-1|1|0|"
-                                                   "/datos/IMAGES/yerba.png")});
+    EXPECT_EQ(fila(id), QStringList{QStringLiteral("010001|%1|1|3|12.5|4|1000|1300|1573|30|YM-1|1|0|/datos/IMAGES/yerba.png").arg(larga)});
 
     DatosArticulo leido = *LeeArticulo(almacen(), id);
-    EXPECT_EQ(QStringList({leido.codigo, leido.stockActual, leido.precioCosto, leido.precioVenta, leido.utilidad}),
-              QStringList({QStringLiteral("010001"), QStringLiteral("12.5"), QStringLiteral("1,000.00"),
+    EXPECT_EQ(QStringList({leido.codigo, leido.descripcion, leido.stockActual, leido.precioCosto, leido.precioVenta, leido.utilidad}),
+              QStringList({QStringLiteral("010001"), larga, QStringLiteral("12.5"), QStringLiteral("1,000.00"),
                            QStringLiteral("1,300.00"), QStringLiteral("30")}));
     leido.precioVenta = QStringLiteral("1,500.00");
     leido.idProveedor = QVariant();
     leido.esMateriaPrima = true;
     EXPECT_EQ(GrabaArticulo(almacen(), id, leido, QStringLiteral("abc")), id);
-    EXPECT_EQ(fila(id), QStringList{QStringLiteral("010001|Yerba Mate 1 kg|1|NULL|12.5|4|1000|1500|1500|30|YM-1|1|1|"
-                                                   "/datos/IMAGES/yerba.png")});
+    EXPECT_EQ(fila(id), QStringList{QStringLiteral("010001|%1|1|NULL|12.5|4|1000|1500|1500|30|YM-1|1|1|/datos/IMAGES/yerba.png").arg(larga)});
 }
 
 TEST_P(Articulos, PrecioConImpuestoAlGrabarYAlAbrirLaBusqueda) {
@@ -210,18 +207,6 @@ TEST_P(Articulos, LoQueLaFichaRechazaNoSeGraba) {
     EXPECT_EQ(almacen().valor(QStringLiteral("SELECT count(*) FROM Articulos")).toInt(), 0);
 }
 
-TEST_P(Articulos, DescripcionConApostrofoYDiezMilLetrasTalCual) {
-    const QString apostrofo = QStringLiteral("Galletitas 'Don Tito' de l'Abbaye");
-    QString larga;
-    for (int i = 0; larga.size() < 10000; ++i) larga += QStringLiteral("ñandú %1 ").arg(i);
-    larga.truncate(10000);
-    for (const QString& texto : {apostrofo, larga}) {
-        const qint64 id = GrabaArticulo(almacen(), 0, ficha(QString::number(texto.size()), texto), {});
-        EXPECT_EQ(almacen().valor(QStringLiteral("SELECT Descripcion FROM Articulos WHERE idArticulo = ?"), {id}).toString(),
-                  texto);
-    }
-}
-
 TEST_P(Articulos, LaExistenciaSoloSeEscribeSiElUsuarioLaCambio) {
     DatosArticulo d = ficha(QStringLiteral("1"), QStringLiteral("Yerba"));
     d.stockActual = QStringLiteral("10");
@@ -244,24 +229,6 @@ TEST_P(Articulos, LaExistenciaSoloSeEscribeSiElUsuarioLaCambio) {
     GrabaArticulo(almacen(), id, abierta, {});
     EXPECT_EQ(fila(id).value(0).section(u'|', 4, 4), QStringLiteral("20"));
     EXPECT_EQ(AvisoDe([&] { GrabaArticulo(almacen(), id + 1, abierta, {}); }), QStringLiteral("No encontrado!"));
-}
-
-TEST_P(Articulos, UnAlmacenDeAntesAceptaDescripcionesLargas) {
-    // Un almacén de antes de los pasos, con las descripciones de 100 caracteres y una vista encima.
-    AlmacenDePrueba viejo(GetParam());
-    Almacen& a = viejo.almacen();
-    a.ejecuta(QStringLiteral("CREATE TABLE Articulos (idArticulo INTEGER PRIMARY KEY, Codigo VARCHAR(50), "
-                             "Descripcion VARCHAR(100))"));
-    a.ejecuta(QStringLiteral("CREATE TABLE TmpFac (idTmpFac INTEGER PRIMARY KEY, Descripcion VARCHAR(100))"));
-    a.ejecuta(QStringLiteral("CREATE VIEW ConsultaArticulos AS SELECT idArticulo, Descripcion FROM Articulos"));
-    a.ejecuta(QStringLiteral("INSERT INTO Articulos VALUES (1, '1', 'Yerba O''Higgins')"));
-    actualizaEsquema(a);
-    const QString larga(10000, u'y');
-    a.ejecuta(QStringLiteral("UPDATE Articulos SET Descripcion = ? WHERE idArticulo = 1"), {larga});
-    a.ejecuta(QStringLiteral("INSERT INTO TmpFac (idTmpFac, Descripcion) SELECT idArticulo, Descripcion FROM Articulos"));
-    EXPECT_EQ(Filas(a, QStringLiteral("SELECT length(Descripcion) FROM ConsultaArticulos UNION ALL "
-                                      "SELECT length(Descripcion) FROM TmpFac")),
-              QStringList({QStringLiteral("10000"), QStringLiteral("10000")}));
 }
 
 ORV_AMBOS_MOTORES(Articulos);

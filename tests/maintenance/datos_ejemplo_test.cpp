@@ -4,6 +4,7 @@
 #include "apoyo/filas.h"
 
 #include "maintenance/datos_ejemplo.h"
+#include "sales/balanza.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
 #include "store/dinero.h"
@@ -19,10 +20,8 @@ namespace {
 
 // Un EAN-13 con su dígito verificador.
 bool eanValido(const QString& ean) {
-    if (!QRegularExpression(QStringLiteral("^\\d{13}$")).match(ean).hasMatch()) return false;
-    int suma = 0;
-    for (int i = 0; i < 12; ++i) suma += (ean[i].unicode() - '0') * (i % 2 ? 3 : 1);
-    return (10 - suma % 10) % 10 == ean[12].unicode() - '0';
+    return QRegularExpression(QStringLiteral("^\\d{13}$")).match(ean).hasMatch() &&
+           DigitoVerificadorEan13(QStringView(ean).left(12)) == ean.back().digitValue();
 }
 
 // Huella de lo que cargan los datos de ejemplo, para ver que una carga rechazada no tocó nada.
@@ -34,13 +33,8 @@ QStringList huella(Almacen& a) {
     return h;
 }
 
-class DatosEjemplo : public PorMotor {
+class DatosEjemplo : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (IsSkipped()) return;
-        actualizaEsquema(almacen());
-    }
     RelojFijo reloj_{QDateTime(QDate(2024, 6, 14), QTime(10, 30))};
 };
 ORV_AMBOS_MOTORES(DatosEjemplo);
@@ -92,6 +86,22 @@ TEST_P(DatosEjemplo, SiempreLosMismosDatos) {
     const QString sql = "SELECT Codigo, Descripcion, CgoProveedor, PrecioVenta, StockActual FROM Articulos UNION ALL "
                         "SELECT Nombre, Cuit, NroClienteVIP, idVendedor, 0 FROM Vendedores ORDER BY 1, 2";
     EXPECT_EQ(Filas(almacen(), sql), Filas(otro.almacen(), sql));
+}
+
+// Cada informe tiene algo que mostrar: comprobantes de cada clase, notas de crédito que restan,
+// comisiones; y ningún artículo queda con existencia negativa.
+TEST_P(DatosEjemplo, HayComprobantesDeCadaClaseYNingunaExistenciaNegativa) {
+    Almacen& a = almacen();
+    cargaDatosEjemplo(a, reloj_);
+    const QStringList clases = {"FACTURA A", "FACTURA B", "NOTA DE CREDITO A", "NOTA DE CREDITO B", "PRESUPUESTO", "REMITO", "TICKET"};
+    EXPECT_EQ(Filas(a, "SELECT DISTINCT t.Tipo FROM Comprobantes c INNER JOIN TiposDeComprobantes t ON t.idTipoComprobante = "
+                       "c.idTipoComprobante WHERE t.Tipo IN (?, ?, ?, ?, ?, ?, ?) ORDER BY t.Tipo",
+                    QVariant(clases).toList()),
+              clases);
+    EXPECT_EQ(Filas(a, "SELECT CASE WHEN (SELECT count(*) FROM Comisiones) > 0 THEN 'comisiones' END, CASE WHEN (SELECT "
+                       "MIN(Total) FROM ConsultaFacturas) < 0 THEN 'notas que restan' END, (SELECT count(*) FROM Articulos "
+                       "WHERE StockActual < 0)"),
+              QStringList{"comisiones|notas que restan|0"});
 }
 
 TEST_P(DatosEjemplo, UnaCargaRechazadaOQueFallaNoCambiaNada) {

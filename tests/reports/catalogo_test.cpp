@@ -53,14 +53,11 @@ INSERT INTO RegistroProduccion (idRegistroProduccion, Fecha, idArticuloProducido
   VALUES (801, '2026-11-07', 201, 4, 50, 350);
 INSERT INTO DetRegistroProduccion (idRegistroProduccion, idArticuloMP, Cantidad, CostoTotal) VALUES (801, 202, 2, 200), (801, 201, 1, 100)
 )";
-const qint64 ana_ = 101, bruno_ = 102, recibo_ = 501, usuario_ = 601, dangelo_ = 701, produccion_ = 801;
+const qint64 ana_ = 101, recibo_ = 501, usuario_ = 601, dangelo_ = 701, produccion_ = 801;
 
-class Catalogo : public PorMotor {
+class Catalogo : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (!base_) return;
-        actualizaEsquema(almacen());
+    void prepara() override {
         almacen().ejecutaGuion(QString::fromUtf8(kComercio));
     }
     QString cuerpo(const QString& nombre, const Seleccion& s) {
@@ -69,6 +66,8 @@ protected:
     static Seleccion usual(const char* nombre) { return SeleccionUsual(QString::fromLatin1(nombre), kDesde, kHasta); }
 };
 
+// Lo que cada informe muestra de su selección; las sumas de los informes de ventas, fila por fila,
+// las comparan las pruebas de las cifras.
 TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
     const struct {
         const char* informe;
@@ -79,8 +78,6 @@ TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
          {"B0001-00000011", "B0001-00000012", "Total del 01/11/2026 (1 comprobante)", "Total del período (2 comprobantes)",
           "363.00"},
          {"X0001", "B0001-00000010", "B0001-00000013"}},
-        {"lista_no_comerciales.rpt", SeleccionListaComprobantes(false, kDesde, kHasta),
-         {"X0001-00000003", "PRESUPUESTO"}, {"B0001"}},
         {"lista_tot_facturas_diario.rpt", SeleccionVentasResumen(kDesde, kHasta),
          {"Total del período (2 días)", "363.00"}, {"999.00"}},
         // Artículos: todos (yerba: 2 + 0,5), o uno por su código con apóstrofo (200 de la factura; el presupuesto no es venta).
@@ -92,8 +89,6 @@ TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
          {"B0001-00000011", "Total de Ana O&apos;Neil (1 comprobante"}, {"Bruno", "X0001-00000003"}},
         {"lista_ventas_clientes.rpt", usual("lista_ventas_clientes.rpt"),
          {"Total de Ana O&apos;Neil", "Total de Bruno Díaz", "Total del período (2 comprobantes)"}, {}},
-        {"comprobantesporcliente.rpt", SeleccionHistoricoCliente(kDesde, kHasta, bruno_),
-         {"B0001-00000012"}, {"B0001-00000013", "Ana"}},
         // Saldos: Bruno, con saldo cero, no figura.
         {"saldotodosclientes.rpt", usual("saldotodosclientes.rpt"), {"Ana O&apos;Neil", "<b>21.00</b>"}, {"Bruno"}},
         {"total_comisiones.rpt", usual("total_comisiones.rpt"), {"1,130.00", "1,120.00"}, {}},

@@ -2,11 +2,10 @@
 // neto y neto + IVA = total (también la de una nota de crédito), y el resumen, la lista de
 // comprobantes, las ventas por cliente, los artículos vendidos y el ranking dan las mismas ventas
 // del período, sin presupuestos ni remitos y restando las notas de crédito. Los comprobantes se
-// registran con el registro de la venta, en un comercio chico y en el de los datos de ejemplo.
+// registran con el registro de la venta, en un comercio chico.
 
 #include "apoyo/base_prueba.h"
 #include "apoyo_informes.h"
-#include "maintenance/datos_ejemplo.h"
 #include "maintenance/ventas_ejemplo.h"
 #include "reports/catalogo.h"
 #include "reports/informe.h"
@@ -69,13 +68,8 @@ QString cifras(const Sumas& m, const QStringList& columnas) {
     return r.join(QLatin1Char(' '));
 }
 
-class CifrasDeVentas : public PorMotor {
+class CifrasDeVentas : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (!base_) return;
-        actualizaEsquema(almacen());
-    }
     qint64 vende(const QDate& dia, const char* tipo, std::optional<qint64> cliente, const char* forma, double descuento,
                  std::vector<LineaEjemplo> lineas) {
         return RegistraVentaEjemplo(almacen(), {dia, QString::fromUtf8(tipo), cliente, false, QString::fromUtf8(forma),
@@ -191,44 +185,6 @@ TEST_P(CifrasDeVentas, LaActualizacionRehaceLasConsultasDeVentas) {
     EXPECT_EQ(resumen(), "ImporteNeto=510.0000 ImporteIVA=107.1000 Total=617.1000");
     EXPECT_EQ(porCliente(), "Total=617.1000");
     EXPECT_EQ(a.valor(guardados), antes);
-}
-
-// En los datos de ejemplo, con cientos de comprobantes de toda clase: las mismas ventas en cada
-// informe, y cada fila cierra.
-TEST_P(CifrasDeVentas, LosDatosDeEjemploCierranEnTodosLosInformes) {
-    Almacen& a = almacen();
-    const RelojFijo reloj(QDateTime(QDate(2026, 11, 23), QTime(10, 30)));
-    cargaDatosEjemplo(a, reloj);
-    const QDate desde = reloj.hoy().addDays(-30), hasta = reloj.hoy();
-    const Sumas resumen = suma(a, "lista_tot_facturas_diario.rpt", SeleccionVentasResumen(desde, hasta));
-    const Sumas lista = suma(a, "lista_facturas.rpt", SeleccionListaComprobantes(true, desde, hasta));
-    const Sumas clientes = suma(a, "lista_ventas_clientes.rpt", SeleccionVentasClientes(desde, hasta, QString()));
-    const Sumas items = suma(a, "total_articulos.rpt", SeleccionVentasItems(desde, hasta, QString()));
-    const Sumas ranking = suma(a, "ranking_articulos.rpt", SeleccionUsual("ranking_articulos.rpt", desde, hasta));
-    const Sumas historia = suma(a, "comprobantesporcliente.rpt", SeleccionHistoricoCliente(desde, hasta, 1));
-
-    const QStringList todo = {"SubTotal", "MontDescuento", "ImporteNeto", "ImporteIVA", "Total"};
-    EXPECT_EQ(cifras(lista, todo), cifras(resumen, todo));
-    EXPECT_EQ(cifras(clientes, {"SubTotal", "MontDescuento", "Total"}), cifras(resumen, {"SubTotal", "MontDescuento", "Total"}));
-    EXPECT_EQ(items.total.value("subtotal"), resumen.total.value("subtotal"));
-    EXPECT_EQ(ranking.total.value("sumadesubtotal"), resumen.total.value("subtotal"));
-    EXPECT_GE(resumen.filas, 15);
-    EXPECT_GT(resumen.total.value("subtotal"), Dinero(0));
-    EXPECT_EQ(resumen.fallas + lista.fallas + historia.fallas, QStringList());
-
-    // De cada clase hay algo que mostrar, y las notas de crédito restan.
-    const auto cuenta = [&a](const char* tipo) {
-        return a.valor("SELECT count(*) FROM Comprobantes c INNER JOIN TiposDeComprobantes t "
-                       "ON t.idTipoComprobante = c.idTipoComprobante WHERE t.Tipo = ?",
-                       {QString::fromLatin1(tipo)})
-            .toInt();
-    };
-    for (const char* tipo : {"FACTURA A", "FACTURA B", "TICKET", "NOTA DE CREDITO A", "NOTA DE CREDITO B", "PRESUPUESTO",
-                             "REMITO"})
-        EXPECT_GT(cuenta(tipo), 0) << tipo;
-    EXPECT_GT(a.valor("SELECT count(*) FROM Comisiones").toInt(), 0);
-    EXPECT_LT(a.valor("SELECT MIN(Total) FROM ConsultaFacturas").toDouble(), 0);
-    EXPECT_EQ(a.valor("SELECT count(*) FROM Articulos WHERE StockActual < 0").toInt(), 0);
 }
 
 } // namespace

@@ -40,12 +40,8 @@ TEST(DefinicionInforme, CabeceraYErrores) {
     EXPECT_THROW(SeleccionUsual("no-existe.rpt", {}, {}), Aviso);
 }
 
-class Informes : public PorMotor {
+class Informes : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (base_) actualizaEsquema(almacen());
-    }
     void caja(int mes, int dia, const QString& detalle, const QString& ingreso, const QString& egreso, qint64 cuenta = 1) {
         almacen().ejecuta("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) VALUES (?, ?, ?, ?, ?, 'EFVO')",
                           {cuenta, QDate(2026, mes, dia), detalle, ingreso, egreso});
@@ -53,10 +49,9 @@ protected:
     static DefinicionInforme definicion(const QString& nombre) { return LeeDefinicion(BuscaDefinicion(nombre, {})); }
     static Seleccion noviembre() { return SeleccionUsual("listacajasimple.rpt", {2026, 11, 1}, {2026, 11, 30}); }
     // Guarda el informe en un PDF y devuelve su texto.
-    QString pdf(const QString& rpt, const Seleccion& s, int* paginas = nullptr) {
+    QString pdf(const QString& rpt, const Seleccion& s) {
         const QString ruta = dir_.filePath(rpt + ".pdf");
-        const int n = GuardaInforme(almacen(), definicion(rpt), s, "###,###,##0.00", kAhora, ruta);
-        if (paginas) *paginas = n;
+        GuardaInforme(almacen(), definicion(rpt), s, "###,###,##0.00", kAhora, ruta);
         return textoDePdf(ruta);
     }
     QTemporaryDir dir_;
@@ -72,12 +67,9 @@ TEST_P(Informes, SeleccionPorPeriodoTotalesEscapeYPdf) {
     EXPECT_EQ(inf.titulo + u'|' + inf.periodo, "Movimientos de caja|Del 01/11/2026 al 30/11/2026");
     EXPECT_EQ(discrepancias(inf.cuerpo, {"1,234.50", "200.25", "01/11/2026", "&lt;b&gt;", "&amp; gas", "(2 movimientos)"}, {"fuera", "<b>"}),
               "");
-    // El PDF lleva las filas, los totales, el encabezado y el pie.
-    EXPECT_EQ(discrepancias(pdf("listacajasimple.rpt", noviembre()),
-                            {"Movimientos de caja", "Del 01/11/2026 al 30/11/2026", "Venta a O'Brien <b>", "1,234.50", "200.25",
-                             "Página 1 de 1", "Emitido el 23/11/2026 10:30"},
-                            {"fuera del"}),
-              "");
+    // En el PDF el texto escapado se lee tal cual y el pie lleva la hora del reloj (el resto del PDF lo
+    // comparan entero los informes esperados).
+    EXPECT_EQ(discrepancias(pdf("listacajasimple.rpt", noviembre()), {"Venta a O'Brien <b>", "Emitido el 23/11/2026 10:30"}), "");
 }
 
 TEST_P(Informes, GruposConTotalesYSaldoAcumuladoQueVuelveACeroEnCadaGrupo) {
@@ -100,19 +92,14 @@ TEST_P(Informes, GruposConTotalesYSaldoAcumuladoQueVuelveACeroEnCadaGrupo) {
     EXPECT_THROW(ArmaInforme(almacen(), LeeDefinicion(mala), Seleccion{}, QString(), kAhora), Aviso);
 }
 
-TEST_P(Informes, MuchasFilasVariasPaginasYCadaFormatoDeArchivo) {
-    Transaccion tr(almacen());
-    for (int i = 0; i < 300; ++i) caja(11, 1 + i % 28, QStringLiteral("Movimiento %1").arg(i, 3, 10, QLatin1Char('0')), "10", "0");
-    tr.confirmar();
-    int paginas = 0;
-    const QString t = pdf("listacajasimple.rpt", noviembre(), &paginas);
-    EXPECT_GT(paginas, 3);
-    EXPECT_EQ(discrepancias(t, {QStringLiteral("Página %1 de %1").arg(paginas), "Movimiento 000", "Movimiento 299", "3,000.00"}), "");
+// El archivo sale con el formato de su extensión (el reparto en páginas lo prueban las tablas simples).
+TEST_P(Informes, CadaFormatoDeArchivoPorSuExtension) {
+    caja(11, 5, "Movimiento del día 5", "10", "0");
     for (const QString ext : {"html", "odt", "csv", "xlsx"}) {
         GuardaInforme(almacen(), definicion("listacajasimple.rpt"), noviembre(), QString(), kAhora, dir_.filePath("salida." + ext));
         EXPECT_GT(QFileInfo(dir_.filePath("salida." + ext)).size(), 100) << ext.toStdString();
     }
-    EXPECT_TRUE(leeArchivo(dir_.filePath("salida.html")).contains("Movimiento 150"));
+    EXPECT_TRUE(leeArchivo(dir_.filePath("salida.html")).contains("Movimiento del día 5"));
     EXPECT_THROW(GuardaInforme(almacen(), definicion("listacajasimple.rpt"), noviembre(), {}, kAhora, dir_.filePath("x.doc")), Aviso);
 }
 

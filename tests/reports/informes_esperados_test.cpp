@@ -9,7 +9,6 @@
 #include "apoyo_informes.h"
 #include "store/actualizacion.h"
 
-#include <QDate>
 #include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
@@ -20,61 +19,33 @@ namespace {
 
 using namespace prueba;
 
-class InformesEsperados : public PorMotor {
+// Un comercio con su emisor, dos clientes, tres comprobantes en dos días (uno a cuenta) y la caja de
+// esos días.
+const char* const kComercio = R"(
+INSERT INTO Empresa (NombreEmpresa, Direccion, Cuit, CondicionIva, InicioActividades) VALUES
+  ('Almacén Don Tito S.R.L.', 'San Martín 1450, Rosario', '30-71234567-1', 'IVA Responsable Inscripto', '2009-03-02');
+INSERT INTO Vendedores (idVendedor, Nombre, Domicilio, Localidad) VALUES
+  (20, 'Panadería La Espiga S.R.L.', 'Mitre 1', 'Rosario'), (21, 'Ana O''Neil', 'Sarmiento 99', 'Funes');
+INSERT INTO TiposDeComprobantes (idTipoComprobante, Tipo, Letra, PuntoDeVenta, EsComercial) VALUES (2, 'FACTURA A', 'A', '0001', 1);
+INSERT INTO Comprobantes (idComprobante, Factura, idTipoComprobante, idVendedor, Fecha, Nombre, FormaPago, SubTotal,
+  MontDescuento, ImporteNeto, PorcentajeIVA, ImporteIVA, Total, EsComercial, ImpresoFiscal) VALUES
+  (1, 'A0001-00000001', 2, 20, '2026-11-05', 'Panadería La Espiga S.R.L.', 'CTA CTE', 1210, 0, 1000, 21, 210, 1210, 1, 'S'),
+  (2, 'B0001-00000001', 1, 21, '2026-11-05', 'Ana O''Neil', 'EFVO', 1500, 0, 1239.67, 21, 260.33, 1500, 1, 'S'),
+  (3, 'B0001-00000002', 1, 21, '2026-11-06', 'Ana O''Neil', 'EFVO', 100, 0, 82.64, 21, 17.36, 100, 1, 'S');
+INSERT INTO Comisiones (idVendedor, idComprobante, Fecha, Tipo, Comision, Liquidacion) VALUES (20, 1, '2026-11-05', 'Factura', 1210, 0);
+INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso, Egreso, FormaPago) VALUES
+  (1, 2, '2026-11-05', 'VENTA : B0001-00000001', 1500, 0, 'EFVO'), (1, 3, '2026-11-06', 'VENTA : B0001-00000002', 100, 0, 'EFVO'),
+  (1, NULL, '2026-11-05', 'Flete de fiambres & lácteos refrigerados, octubre-noviembre', 0, 8350.4, 'EFVO')
+)";
+
+class InformesEsperados : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (IsSkipped()) return;
-        actualizaEsquema(almacen());
-        cargaComercio();
+    void prepara() override {
+        almacen().ejecutaGuion(QString::fromUtf8(kComercio));
         // El programa llega al mismo almacén: el archivo de la carpeta, o el servidor por su dirección.
         if (base().motor() == Motor::PostgreSQL)
             QSettings(QDir(base().carpeta()).filePath("Orvanta.ini"), QSettings::IniFormat)
                 .setValue("Configuracion/BaseDatos", base().destino());
-    }
-
-    // Un comercio con su emisor, dos clientes, tres comprobantes en dos días y la caja de esos días.
-    void cargaComercio() {
-        Almacen& a = almacen();
-        a.ejecuta("INSERT INTO Empresa (NombreEmpresa, Direccion, Cuit, CondicionIva, InicioActividades) VALUES "
-                  "('Almacén Don Tito S.R.L.', 'San Martín 1450, Rosario', '30-71234567-1', 'IVA Responsable Inscripto', ?)",
-                  {QDate(2009, 3, 2)});
-        a.ejecuta("INSERT INTO Vendedores (idVendedor, Nombre, Domicilio, Localidad) VALUES "
-                  "(20, 'Panadería La Espiga S.R.L.', 'Mitre 1', 'Rosario'), (21, 'Ana O''Neil', 'Sarmiento 99', 'Funes')");
-        const QVariant tipoA = a.inserta("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, EsComercial) "
-                                         "VALUES ('FACTURA A', 'A', '0001', 1)", {}, "idTipoComprobante");
-        const struct {
-            const char* factura;
-            int dia;
-            qint64 cliente;
-            const char* nombre;
-            const char* pago;
-            const char* neto;
-            const char* iva;
-            const char* total;
-        } comprobantes[] = {
-            {"A0001-00000001", 5, 20, "Panadería La Espiga S.R.L.", "CTA CTE", "1000", "210", "1210"},
-            {"B0001-00000001", 5, 21, "Ana O'Neil", "EFVO", "1239.67", "260.33", "1500"},
-            {"B0001-00000002", 6, 21, "Ana O'Neil", "EFVO", "82.64", "17.36", "100"},
-        };
-        for (const auto& c : comprobantes) {
-            const qint64 id = a.inserta(
-                "INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, Fecha, Nombre, FormaPago, SubTotal, MontDescuento, "
-                "ImporteNeto, PorcentajeIVA, ImporteIVA, Total, EsComercial, ImpresoFiscal) VALUES (?, ?, ?, ?, ?, ?, ?, 0, ?, 21, ?, ?, 1, 'S')",
-                {c.factura, c.factura[0] == 'A' ? tipoA : QVariant(1), c.cliente, QDate(2026, 11, c.dia), QString::fromUtf8(c.nombre), c.pago, c.total, c.neto, c.iva, c.total},
-                "idComprobante");
-            if (QLatin1String(c.pago) == QLatin1String("EFVO"))
-                a.ejecuta("INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso, Egreso, FormaPago) "
-                          "VALUES (1, ?, ?, ?, ?, 0, 'EFVO')",
-                          {id, QDate(2026, 11, c.dia), QStringLiteral("VENTA : ") + c.factura, c.total});
-            else
-                a.ejecuta("INSERT INTO Comisiones (idVendedor, idComprobante, Fecha, Tipo, Comision, Liquidacion) "
-                          "VALUES (?, ?, ?, 'Factura', ?, 0)",
-                          {c.cliente, id, QDate(2026, 11, c.dia), c.total});
-        }
-        a.ejecuta("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) "
-                  "VALUES (1, ?, 'Flete de fiambres & lácteos refrigerados, octubre-noviembre', 0, 8350.4, 'EFVO')",
-                  {QDate(2026, 11, 5)});
     }
 
     // El texto del informe como lo deja el programa, sin la hora de emisión ni los blancos del final.

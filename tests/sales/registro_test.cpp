@@ -19,7 +19,7 @@ namespace orv {
 namespace {
 
 using prueba::AvisoDe;
-using prueba::PorMotor;
+using prueba::PorMotorAlDia;
 
 // Claves fijas, para que las filas esperadas se lean: yerba 101 (rubro con 2 puntos), vela 102
 // (rubro sin puntos, stock nulo), la clienta 501, la vendedora 7 (10 % de comisión), el usuario 1,
@@ -48,12 +48,9 @@ const char* const kSaldos =
     "(SELECT Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = 12), "
     "(SELECT Correlativo FROM TiposDeComprobantes WHERE idTipoComprobante = 13), (SELECT count(*) FROM TmpFac)";
 
-class Registro : public PorMotor {
+class Registro : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (!base_) return;
-        actualizaEsquema(almacen());
+    void prepara() override {
         Almacen& a = almacen();
         a.ejecuta(QStringLiteral("INSERT INTO Rubros (idRubro, Rubro, PuntosVIP) VALUES (21, 'Almacén', 2), (22, 'Varios', 0)"));
         a.ejecuta(QStringLiteral("INSERT INTO Articulos (idArticulo, Codigo, Descripcion, idRubro, PrecioCosto) "

@@ -18,16 +18,13 @@
 namespace orv {
 namespace {
 
-using prueba::PorMotor;
+using prueba::PorMotorAlDia;
 using O = OrigenLinea;
 using prueba::AvisoDe;
 
-class Venta : public PorMotor {
+class Venta : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (!base_) return;
-        actualizaEsquema(almacen());
+    void prepara() override {
         almacen().ejecuta(QStringLiteral("INSERT INTO Articulos (idArticulo, Codigo, Descripcion, PrecioVenta, CgoProveedor) VALUES "
                                          "(1, '0101', 'Yerba 1 kg', 100, '7790001'), (2, 'AB''1%*', 'Código raro', 19.99, 'P''01'), "
                                          "(3, '0303', 'Sin precio', NULL, NULL)"));

@@ -150,6 +150,7 @@ TEST_P(Actualizacion, AlmacenAnteriorALosPasosSeAdoptaSinPerderFilas) {
              "PrecioVenta {DINERO}, Color {TEXTO(20)})",
              "CREATE TABLE Compras (idCompra {CONTADOR}, Fecha {FECHA}, Total {DINERO}, Referencia {TEXTO(50)})",
              "CREATE TABLE Caja (idCaja {CONTADOR}, Detalles {TEXTO(100)}, Ingreso {DINERO})",
+             "CREATE TABLE TmpFac (idTmpFac {CONTADOR}, Descripcion {TEXTO(100)})",
              "CREATE TABLE DetalleComprobantes (idComprobante {LARGO}, idArticulo {LARGO}, Cantidad {DOBLE})",
              "CREATE INDEX DetalleComprobantes_Anterior ON DetalleComprobantes (idArticulo)",
              "CREATE TABLE Cuentas (idCuenta {CONTADOR}, Cuenta {TEXTO(100)})",
@@ -187,9 +188,13 @@ TEST_P(Actualizacion, AlmacenAnteriorALosPasosSeAdoptaSinPerderFilas) {
     };
     for (const auto& [sql, esperadas] : casos) EXPECT_EQ(Filas(a, QString::fromUtf8(sql)), esperadas) << sql;
 
-    // Los textos angostos se ensancharon, los contadores siguen a las claves que había y el índice
-    // propio del comercio sigue ahí.
+    // Los textos angostos se ensancharon (las descripciones, también debajo de las vistas), los
+    // contadores siguen a las claves que había y el índice propio del comercio sigue ahí.
     a.ejecuta("UPDATE Compras SET Referencia = ?", {QString(254, u'é')});
+    a.ejecuta("UPDATE Articulos SET Descripcion = ?", {QString(10000, u'y')});
+    a.ejecuta("INSERT INTO TmpFac (Descripcion) SELECT Descripcion FROM Articulos");
+    EXPECT_EQ(Filas(a, "SELECT max(length(Descripcion)) FROM ConsultaArticulos UNION ALL SELECT max(length(Descripcion)) FROM TmpFac"),
+              QStringList({"10000", "10000"}));
     EXPECT_EQ(a.inserta("INSERT INTO Caja (Detalles) VALUES (?)", {QString(254, u'é')}, "idCaja"), 2);
     EXPECT_EQ(a.inserta("INSERT INTO Vendedores (Nombre) VALUES ('Beto')", {}, "idVendedor"), 8);
     EXPECT_EQ(a.inserta("INSERT INTO DetalleComprobantes (idComprobante) VALUES (2)", {}, "idDetalle"), 3);

@@ -14,13 +14,8 @@ using namespace orv::prueba;
 
 namespace {
 
-class Rutinas : public PorMotor {
+class Rutinas : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (IsSkipped()) return;
-        actualizaEsquema(almacen());
-    }
 };
 ORV_AMBOS_MOTORES(Rutinas);
 

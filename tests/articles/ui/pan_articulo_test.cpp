@@ -52,27 +52,23 @@ protected:
     }
 };
 
+// Con cada par de derechos (ve costos, cambia precios): costo, margen y sus rótulos visibles;
+// costo y venta habilitados y margen editable; venta visible; y los textos de costo y venta.
 TEST_F(PanArticuloPrueba, DerechosOcultanCostoYMargenOApaganLosPrecios) {
-    struct Caso {
-        bool veCostos, cambiaPrecios;
-        bool costoVisible, preciosHabilitados;
-        const char* costo;
-        const char* venta;
-    };
-    for (const Caso& c : {Caso{true, true, true, true, "", ""}, Caso{false, true, false, true, "", ""},
-                          Caso{true, false, true, false, "0", "0"}, Caso{false, false, false, false, "0", "0"}}) {
-        nivel(c.veCostos, c.cambiaPrecios);
+    const std::tuple<bool, bool, const char*> casos[] = {
+        {true, true, "1111|111|1||"}, {false, true, "0000|111|1||"}, {true, false, "1111|000|1|0|0"}, {false, false, "0000|000|1|0|0"}};
+    for (const auto& [veCostos, cambiaPrecios, esperado] : casos) {
+        nivel(veCostos, cambiaPrecios);
         PanArticulo p(a(), estado_, *conf_, 0);
         p.show();
-        for (const char* n : {"Text1_3", "txPorUt"})
-            EXPECT_EQ(hijo<QWidget>(p, n)->isVisible(), c.costoVisible) << n;
-        for (const char* n : {"lblCosto", "Label3"}) EXPECT_EQ(hijo<QLabel>(p, n)->isVisible(), c.costoVisible) << n;
-        EXPECT_EQ(campo(p, "Text1_3")->isEnabled(), c.preciosHabilitados);
-        EXPECT_EQ(campo(p, "Text1_4")->isEnabled(), c.preciosHabilitados);
-        EXPECT_EQ(campo(p, "txPorUt")->isReadOnly(), !c.preciosHabilitados);
-        EXPECT_TRUE(campo(p, "Text1_4")->isVisible());
-        EXPECT_EQ(campo(p, "Text1_3")->text(), QString::fromLatin1(c.costo));
-        EXPECT_EQ(campo(p, "Text1_4")->text(), QString::fromLatin1(c.venta));
+        QString r;
+        for (const char* n : {"Text1_3", "txPorUt", "lblCosto", "Label3"}) r += hijo<QWidget>(p, n)->isVisible() ? u'1' : u'0';
+        r += u'|';
+        for (bool b : {campo(p, "Text1_3")->isEnabled(), campo(p, "Text1_4")->isEnabled(), !campo(p, "txPorUt")->isReadOnly()})
+            r += b ? u'1' : u'0';
+        r += campo(p, "Text1_4")->isVisible() ? QStringLiteral("|1|") : QStringLiteral("|0|");
+        r += campo(p, "Text1_3")->text() + u'|' + campo(p, "Text1_4")->text();
+        EXPECT_EQ(r, QString::fromLatin1(esperado)) << veCostos << cambiaPrecios;
     }
 }
 

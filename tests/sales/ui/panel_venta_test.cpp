@@ -35,7 +35,8 @@ protected:
         PantallaDePrueba::SetUp();
         a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, PrecioVenta, CgoProveedor, StockActual) VALUES "
                                    "('0101', 'Yerba 1 kg', 100, 'PRV-1', 5), ('AB''1%*', 'Código raro', 19.99, 'P''2', NULL), "
-                                   "('0303', 'Azúcar 1 kg', 250, NULL, NULL), ('0404', 'Sin precio', NULL, 'PRV-4', NULL)"));
+                                   "('0303', 'Azúcar 1 kg', 250, NULL, NULL), ('0404', 'Sin precio', NULL, 'PRV-4', NULL), "
+                                   "('00123', 'Queso por kg', 20, NULL, NULL)"));
         a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit, idTipoIva, Descuento, idTipoFormaPago, "
                                    "Domicilio, NroClienteVIP) VALUES (5, 'Ana O''Neil', '27-11111111-1', 1, 10, 1, 'Mitre 1', '123456'), "
                                    "(12345, 'Bruno Cinco Cifras', NULL, 1, 0, NULL, NULL, NULL)"));
@@ -96,8 +97,8 @@ protected:
 class Registrar : public PanelVentaTest {};
 
 // El lector suma el mismo artículo en su línea; "3*" antes del código pide 3 sin pasar por
-// "Cantidad", que lo muestra mientras llega el código; un código que no está se avisa en el panel
-// sin una caja que se trague el Enter del escaneo siguiente.
+// "Cantidad", que lo muestra mientras llega el código; un código que no está (o una etiqueta de
+// balanza mal leída) se avisa en el panel sin una caja que se trague el Enter del escaneo siguiente.
 TEST_F(PanelVentaTest, ElLectorSumaMultiplicaYAvisaLoQueNoEsta) {
     escanea({"0101", "0101"});
     EXPECT_EQ(lineas(), QStringList{"0101|2|100|200"});
@@ -122,6 +123,17 @@ TEST_F(PanelVentaTest, ElLectorSumaMultiplicaYAvisaLoQueNoEsta) {
     QTest::keyClick(w("Text7"), Qt::Key_Return);
     EXPECT_FALSE(w<QLabel>("lblNoEncontrado")->isVisible());
     EXPECT_EQ(lineas().first(), QStringLiteral("0101|6|100|600"));
+
+    // Cada etiqueta de balanza es su línea, al importe de la etiqueta; la mal leída se dice en la
+    // franja como un código que no está. La configuración se vuelve a leer al entrar al panel.
+    escanea({"2000123012506", "3*2000123012506"});
+    conf_->graba(clave::miscelaneas, QStringLiteral("BalanzaValor"), QStringLiteral("Peso"));
+    panel_->entra();
+    escanea({"2100123003501", "2000123012507"});
+    EXPECT_EQ(lineas().mid(3), QStringList({"00123|1|12.5|12.5", "00123|3|12.5|37.5", "00123|0.35|20|7"}));
+    EXPECT_EQ(std::make_pair(w<QLabel>("lblNoEncontrado")->text(), w("Text7")->selectedText()),
+              std::make_pair(QStringLiteral("Código de balanza mal leído (dígito verificador): 2000123012507. Vuelva a escanearlo."),
+                             QStringLiteral("2000123012507")));
     QTest::qWait(30);
     EXPECT_EQ(vigia.vistas, QStringList());
 }
