@@ -18,6 +18,10 @@ const QString kOrden = QStringLiteral(" ORDER BY Articulos.Codigo");
 
 // Los trigramas necesitan al menos tres letras.
 constexpr qsizetype kLetrasIndice = 3;
+// Desde cuántas coincidencias del índice de SQLite es más rápido recorrer la tabla por código
+// (medido con 300 000 artículos: traer y ordenar 25 000 coincidencias lleva 16 ms; recorrer
+// hasta llenar la primera página, menos de uno).
+constexpr qint64 kMuchasCoincidencias = 4000;
 
 // orv_contiene(valor, texto): 1 si el valor contiene el texto sin distinguir mayúsculas, también
 // fuera de ASCII (el LIKE de SQLite sólo iguala A-Z con a-z); 0 si no o si el valor es nulo. El
@@ -72,8 +76,15 @@ std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, C
         // Una frase entre comillas: la tabla de trigramas la busca como parte de la descripción.
         QString frase = texto;
         frase.replace(u'"', QStringLiteral("\"\""));
-        return {QStringLiteral("Articulos.idArticulo IN (SELECT rowid FROM ArticulosTexto WHERE ArticulosTexto MATCH ?)"),
-                QStringLiteral("\"") + frase + QStringLiteral("\"")};
+        frase = QStringLiteral("\"") + frase + QStringLiteral("\"");
+        // Con pocas coincidencias conviene traerlas del índice y ordenarlas; con muchas, recorrer
+        // por código, que llena la primera página enseguida y se detiene ahí. Contarlas en el
+        // índice cuesta menos de un milisegundo.
+        const qint64 coinciden =
+            a.valor(QStringLiteral("SELECT count(*) FROM ArticulosTexto WHERE ArticulosTexto MATCH ?"), {frase}).toLongLong();
+        if (coinciden < kMuchasCoincidencias)
+            return {QStringLiteral("Articulos.idArticulo IN (SELECT rowid FROM ArticulosTexto WHERE ArticulosTexto MATCH ?)"),
+                    frase};
     }
     // Un texto ASCII va por el LIKE propio de SQLite, que iguala A-Z con a-z y es más rápido que
     // una función del programa; con otras letras, orv_contiene.

@@ -25,6 +25,7 @@ bool HayArticulosConRubro(const Almacen& a);
 // Por dónde se busca la descripción. Los dos caminos dan las mismas filas.
 enum class CaminoTexto {
     Indice,    // el índice de texto del motor cuando el texto tiene 3 letras o más y el índice está
+               // (en SQLite, si coinciden muchos, recorrer por código llena antes la primera página)
     Recorrido, // la tabla fila por fila
 };
 
