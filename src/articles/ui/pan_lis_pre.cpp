@@ -47,6 +47,7 @@ panLisPre::panLisPre(Almacen& almacen, SalidaInformes& salida, const Reloj& relo
 
     QPushButton* aceptar = BotonesAlPie(this, capa);
     connect(aceptar, &QPushButton::clicked, this, &panLisPre::acepta);
+    setMinimumWidth(360);
     CentrarVentana(this);
 }
 

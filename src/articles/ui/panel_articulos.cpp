@@ -65,9 +65,10 @@ PanelArticulos::PanelArticulos(Almacen& almacen, const EstadoAplicacion& estado,
 QHBoxLayout* PanelArticulos::armaBusquedas() {
     auto* fila = new QHBoxLayout;
     fila->setSpacing(6);
-    text1_ = busqueda("Text1", QStringLiteral("<por Código>"), 110, this);
-    text15_ = busqueda("Text15", QStringLiteral("<por Cgo. Prove.>"), 110, this);
-    text11_ = busqueda("Text11", QStringLiteral("<por Descripción>"), 170, this);
+    // Anchos mínimos chicos: en 1024x768 la fila entra sin empujar los botones fuera de la vista.
+    text1_ = busqueda("Text1", QStringLiteral("<por Código>"), 80, this);
+    text15_ = busqueda("Text15", QStringLiteral("<por Cgo. Prove.>"), 80, this);
+    text11_ = busqueda("Text11", QStringLiteral("<por Descripción>"), 120, this);
     text1_->setToolTip(QStringLiteral("Código: lleva la grilla al primer artículo que empieza así. Enter: Mov. Stock"));
     text15_->setToolTip(QStringLiteral("Código del proveedor: lleva la grilla al primer artículo que empieza así"));
     text11_->setToolTip(QStringLiteral("Descripción: muestra sólo los artículos que la contienen"));
@@ -180,7 +181,7 @@ void PanelArticulos::carga() {
     if (grilla_->sql().isEmpty()) filtraDescripcion(QString());
     if (grilla_->modelo().columnCount() == 0 || anchosPuestos_) return;
     anchosPuestos_ = true;
-    const std::pair<const char*, int> anchos[] = {{"Codigo", 90},      {"Descripcion", 300}, {"Rubro", 130},
+    const std::pair<const char*, int> anchos[] = {{"Codigo", 120},     {"Descripcion", 280}, {"Rubro", 120},
                                                   {"StockActual", 90}, {"StockMinimo", 90}, {"PrecioCosto", 100},
                                                   {"PrecioVenta", 100}, {"CgoProveedor", 120}, {"idArticulo", 60},
                                                   {"DescripcionMatriz", 200}};
