@@ -16,6 +16,9 @@
 #include "articles/ui/pan_ed_rubros.h"
 #include "articles/ui/pan_ingr_stock.h"
 #include "articles/ui/pan_rubros.h"
+#include "articles/ui/pan_foto.h"
+#include "articles/ui/pan_lis_pre.h"
+#include "articles/ui/panel_articulos.h"
 #include "app/estado.h"
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_conf_fiscal.h"
@@ -44,6 +47,7 @@
 #include <QApplication>
 #include <QAbstractButton>
 #include <QMessageBox>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QPainter>
@@ -66,6 +70,24 @@ void guarda(QWidget& w, const QString& nombre) {
     QApplication::processEvents();
     const QString ruta = QDir(salida).filePath(nombre + QStringLiteral(".png"));
     if (w.grab().save(ruta)) {
+        ++guardadas;
+        std::printf("%s\n", qPrintable(ruta));
+    } else {
+        std::fprintf(stderr, "No se pudo guardar %s\n", qPrintable(ruta));
+    }
+}
+
+// La ventana con otra ventana suya pintada encima, en el lugar donde se ve.
+void guardaConEncima(QWidget& w, QWidget& encima, const QString& nombre) {
+    QApplication::processEvents();
+    QApplication::processEvents();
+    QPixmap imagen = w.grab();
+    {
+        QPainter pintor(&imagen);
+        pintor.drawPixmap(encima.geometry().topLeft() - w.geometry().topLeft(), encima.grab());
+    }
+    const QString ruta = QDir(salida).filePath(nombre + QStringLiteral(".png"));
+    if (imagen.save(ruta)) {
         ++guardadas;
         std::printf("%s\n", qPrintable(ruta));
     } else {
@@ -161,6 +183,25 @@ int main(int argc, char** argv) {
             if (i == 5) continue; // Mensajería: su pantalla propia, más abajo
             w.botPrincipal(i);
             guarda(w, QStringLiteral("principal_%1_%2").arg(i).arg(QString::fromLatin1(nombres[i])) + sufijo);
+        }
+        {
+            // El panel de artículos en el artículo con foto, con la ventana de la foto a la vista.
+            w.botPrincipal(0);
+            orv::Grilla* lista = w.panelArticulos()->grilla();
+            const int columnaId = lista->modelo().columna(QStringLiteral("idArticulo"));
+            for (int f = 0; lista->irAFila(f); ++f)
+                if (lista->modelo().valor(f, columnaId).toLongLong() == conFoto) break;
+            auto* mostrar = w.findChild<QCheckBox*>(QStringLiteral("chkMuesFoto"));
+            mostrar->setChecked(true);
+            if (orv::panFoto* foto = w.panelArticulos()->foto()) {
+                // Sobre la grilla, al pie, sin tapar la columna de botones.
+                foto->move(w.geometry().topLeft() + QPoint(t.width() - foto->width() - 200, t.height() - foto->height() - 60));
+                guardaConEncima(w, *foto, QStringLiteral("principal_0_articulos_con_foto") + sufijo);
+            }
+            mostrar->setChecked(false);
+            orv::panLisPre lisPre(*almacen, *w.salidaInformes(), reloj, &w);
+            lisPre.show();
+            guarda(lisPre, QStringLiteral("lis_pre") + sufijo);
         }
         w.findChild<QPushButton*>(QStringLiteral("Label37"))->click();
         guarda(w, QStringLiteral("principal_8_usuarios") + sufijo);

@@ -187,4 +187,8 @@ qint64 GrabaArticulo(Almacen& a, qint64 idArticulo, const DatosArticulo& d, cons
     return id;
 }
 
+bool BorraArticulo(Almacen& a, qint64 idArticulo) {
+    return a.ejecuta(QStringLiteral("DELETE FROM Articulos WHERE idArticulo = ?"), {idArticulo}) > 0;
+}
+
 } // namespace orv

@@ -92,4 +92,9 @@ std::optional<DatosArticulo> LeeArticulo(const Almacen& a, qint64 idArticulo);
 // Lanza Aviso con lo que está mal, sin escribir nada.
 qint64 GrabaArticulo(Almacen& a, qint64 idArticulo, const DatosArticulo& d, const QString& coefIva);
 
+// "Quitar" del panel: borra el artículo. No mira movimientos, líneas de comprobantes, compras ni
+// fórmulas que lo usan: esas filas quedan apuntando a un artículo que ya no está, y quien las lee
+// lo tolera. Devuelve false si el artículo ya no existía.
+bool BorraArticulo(Almacen& a, qint64 idArticulo);
+
 } // namespace orv

@@ -2,6 +2,7 @@
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
 #include "articles/ui/pan_borr_mov_stock.h"
+#include "articles/ui/panel_articulos.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
@@ -213,7 +214,9 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
     bienvenida_ = armaBienvenida();
     pila_->addWidget(bienvenida_);
 
-    articulos_ = new PanelLista(almacen_, QStringLiteral("Artículos"), QStringLiteral("Data1"), pila_);
+    // Un artículo que cambia en el panel cambia también la lista de artículos de la venta.
+    articulos_ = new PanelArticulos(almacen_, estado_, conf_, reloj_, *salida_,
+                                    {[this] { venta_->llenaArticulos(); }}, pila_);
     clientes_ = new PanelLista(almacen_, QStringLiteral("Clientes"), QStringLiteral("Data2"), pila_);
     caja_ = armaCaja();
     venta_ = new PanelVenta(almacen_, estado_, conf_, pila_);
@@ -241,18 +244,6 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
 // Columnas, títulos y claves de las grillas de lista.
 void PanPrincipal::fijaColumnasDeListas() {
     const QString& moneda = estado_.MascaraMoneda;
-    articulos_->grilla()->fijaClave(QStringLiteral("idArticulo"));
-    articulos_->fijaColumnas({{"Codigo", "Código", 90},
-                              {"Descripcion", "Descripción", 300},
-                              {"Rubro", "Rubro", 130},
-                              {"StockActual", "Stock Actual", 90},
-                              {"StockMinimo", "Stock Mínimo", 90},
-                              {"PrecioCosto", "Precio Costo", 100, true},
-                              {"PrecioVenta", "Precio Venta", 100, true},
-                              {"CgoProveedor", "Cgo. Prove.", 120},
-                              {"idArticulo", "Nro.", 60},
-                              {"DescripcionMatriz", "Descripción Matriz", 200}},
-                             moneda);
     clientes_->fijaColumnas({{"Zona", "Zona", 110},
                              {"Localidad", "Localidad", 140},
                              {"Nombre", "Nombre", 220},
@@ -479,11 +470,7 @@ void PanPrincipal::carga() {
     setWindowTitle(tituloVentana(estado_.NombreUsuarioActual));
 
     // Consultas de las grillas de lista y 12, sus distribuciones guardadas.
-    articulos_->fijaConsulta(QStringLiteral(
-        "SELECT Articulos.Codigo, Articulos.Descripcion, Rubros.Rubro, Articulos.StockActual, Articulos.StockMinimo, "
-        "Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.CgoProveedor, Articulos.idArticulo, "
-        "Articulos.DescripcionMatriz FROM Articulos LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro "
-        "ORDER BY Articulos.Codigo"));
+    articulos_->carga();
     clientes_->fijaConsulta(QStringLiteral(
         "SELECT Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Telefono, "
         "Vendedores.Cuit, Vendedores.idVendedor FROM Vendedores INNER JOIN Zonas ON Vendedores.idZona = Zonas.idZona "

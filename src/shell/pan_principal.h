@@ -24,6 +24,7 @@ class QTimer;
 namespace orv {
 
 class Grilla;
+class PanelArticulos;
 class PanelLista;
 class PanelUsuarios;
 class PanelInformes;
@@ -64,6 +65,7 @@ public:
     void fijaTerminacion(std::function<void(int)> f) { termina_ = std::move(f); }
 
     PanelVenta* panelVenta() const { return venta_; }
+    PanelArticulos* panelArticulos() const { return articulos_; }
     PanelInformes* panelInformes() const { return informes_; }
     // La salida de los informes: todos los informes y comprobantes pasan por ella.
     SalidaInformes* salidaInformes() const { return salida_; }
@@ -103,7 +105,7 @@ private:
     QWidget* bienvenida_ = nullptr;
     std::array<QWidget*, kPaneles> paneles_{};
     std::array<QPushButton*, 8> botones_{};
-    PanelLista* articulos_ = nullptr;
+    PanelArticulos* articulos_ = nullptr;
     PanelLista* clientes_ = nullptr;
     PanelLista* caja_ = nullptr;
     PanelLista* proveedores_ = nullptr;

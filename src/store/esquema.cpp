@@ -312,4 +312,63 @@ void completaEmpresa(Almacen& a) {
         if (t.nombre == QLatin1String("Empresa")) completaTabla(a, t, existente);
 }
 
+namespace {
+
+void indexaDescripcionesSQLite(Almacen& a) {
+    // Cada disparador lleva ';' adentro: las órdenes van una por una.
+    const char* const ordenes[] = {
+        "CREATE VIRTUAL TABLE IF NOT EXISTS ArticulosTexto USING fts5(Descripcion, content='Articulos', "
+        "content_rowid='idArticulo', tokenize='trigram')",
+        "CREATE TRIGGER IF NOT EXISTS ArticulosTexto_alta AFTER INSERT ON Articulos BEGIN "
+        "INSERT INTO ArticulosTexto (rowid, Descripcion) VALUES (new.idArticulo, new.Descripcion); END",
+        "CREATE TRIGGER IF NOT EXISTS ArticulosTexto_baja AFTER DELETE ON Articulos BEGIN "
+        "INSERT INTO ArticulosTexto (ArticulosTexto, rowid, Descripcion) VALUES ('delete', old.idArticulo, "
+        "old.Descripcion); END",
+        "CREATE TRIGGER IF NOT EXISTS ArticulosTexto_cambio AFTER UPDATE OF idArticulo, Descripcion ON Articulos "
+        "BEGIN INSERT INTO ArticulosTexto (ArticulosTexto, rowid, Descripcion) VALUES ('delete', old.idArticulo, "
+        "old.Descripcion); INSERT INTO ArticulosTexto (rowid, Descripcion) VALUES (new.idArticulo, "
+        "new.Descripcion); END",
+        "INSERT INTO ArticulosTexto (ArticulosTexto) VALUES ('rebuild')",
+    };
+    for (const char* orden : ordenes) a.ejecuta(QString::fromLatin1(orden));
+}
+
+void indexaDescripcionesPostgreSQL(Almacen& a) {
+    // La extensión es una sola para toda la base: se la deja en public si se puede (así no se va
+    // con el esquema de un almacén que se borra); si no, donde el servidor la cree. Otro almacén de
+    // la misma base pudo haberla creado en otro esquema: el índice nombra su clase de operadores
+    // con el esquema donde está.
+    for (const char* crea : {"CREATE EXTENSION IF NOT EXISTS pg_trgm SCHEMA public", "CREATE EXTENSION IF NOT EXISTS pg_trgm"}) {
+        try {
+            Transaccion punto(a);
+            a.ejecuta(QString::fromLatin1(crea));
+            punto.confirmar();
+            break;
+        } catch (const ErrorAlmacen&) {
+        }
+    }
+    const QVariant esquema = a.valor(QStringLiteral(
+        "SELECT quote_ident(n.nspname) FROM pg_extension e JOIN pg_namespace n ON n.oid = e.extnamespace "
+        "WHERE e.extname = 'pg_trgm'"));
+    if (esquema.isNull()) throw ErrorAlmacen(QStringLiteral("El servidor no tiene la extensión pg_trgm."));
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Articulos_DescripcionTrigramas ON Articulos USING gin "
+                             "(lower(Descripcion) %1.gin_trgm_ops)")
+                  .arg(esquema.toString()));
+}
+
+} // namespace
+
+void indexaDescripciones(Almacen& a) {
+    try {
+        Transaccion punto(a);
+        if (a.esPostgreSQL())
+            indexaDescripcionesPostgreSQL(a);
+        else
+            indexaDescripcionesSQLite(a);
+        punto.confirmar();
+    } catch (const ErrorAlmacen& error) {
+        qWarning("Las descripciones de los artículos quedan sin índice de texto: %s", qPrintable(error.descripcion()));
+    }
+}
+
 } // namespace orv

@@ -44,4 +44,15 @@ void ensanchaDescripciones(Almacen& a);
 // los comprobantes imprimen como emisor. Agrega las columnas que falten; no toca las filas.
 void completaEmpresa(Almacen& a);
 
+// Paso 6: índice de texto sobre la descripción de los artículos, para la búsqueda "contiene" del
+// panel. SQLite: la tabla ArticulosTexto (FTS5, trigramas, contenido en Articulos) que los
+// disparadores de Articulos mantienen al día. PostgreSQL: la extensión pg_trgm y un índice GIN
+// sobre lower(Descripcion). Si el motor no lo permite (SQLite sin FTS5, un servidor sin pg_trgm),
+// el paso se aplica sin índice, lo anota en el registro del programa y la búsqueda recorre la
+// tabla. No toca datos.
+void indexaDescripciones(Almacen& a);
+
+// Tabla del índice de texto de las descripciones en SQLite.
+inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
+
 } // namespace orv

@@ -1,0 +1,130 @@
+#include "articles/consulta_articulos.h"
+
+#include "store/esquema.h"
+
+#include <QSqlDriver>
+#include <algorithm>
+#include <sqlite3.h>
+
+namespace orv {
+
+namespace {
+
+const QString kColumnas = QStringLiteral(
+    "SELECT Articulos.Codigo, Articulos.Descripcion, Rubros.Rubro, Articulos.StockActual, Articulos.StockMinimo, "
+    "Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.CgoProveedor, Articulos.idArticulo, "
+    "Articulos.DescripcionMatriz FROM Articulos ");
+const QString kOrden = QStringLiteral(" ORDER BY Articulos.Codigo");
+
+// Los trigramas necesitan al menos tres letras.
+constexpr qsizetype kLetrasIndice = 3;
+// Desde cuántas coincidencias del índice de SQLite es más rápido recorrer la tabla por código
+// (medido con 300 000 artículos: traer y ordenar 25 000 coincidencias lleva 16 ms; recorrer
+// hasta llenar la primera página, menos de uno).
+constexpr qint64 kMuchasCoincidencias = 4000;
+
+// orv_contiene(valor, texto): 1 si el valor contiene el texto sin distinguir mayúsculas, también
+// fuera de ASCII (el LIKE de SQLite sólo iguala A-Z con a-z); 0 si no o si el valor es nulo. El
+// texto va tal cual: % y _ no son comodines.
+void contiene(sqlite3_context* ctx, int, sqlite3_value** args) {
+    if (sqlite3_value_type(args[0]) == SQLITE_NULL || sqlite3_value_type(args[1]) == SQLITE_NULL) {
+        sqlite3_result_int(ctx, 0);
+        return;
+    }
+    const auto texto = [](sqlite3_value* v) {
+        return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
+    };
+    sqlite3_result_int(ctx, texto(args[0]).contains(texto(args[1]), Qt::CaseInsensitive) ? 1 : 0);
+}
+
+// Registra orv_contiene en la conexión SQLite del almacén (una sola vez: volver a registrarla
+// invalidaría las sentencias preparadas). false si no se pudo.
+bool registraContiene(const Almacen& a) {
+    const QVariant h = a.base().driver()->handle();
+    if (qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
+    sqlite3* db = *static_cast<sqlite3* const*>(h.constData());
+    if (!db) return false;
+    sqlite3_stmt* prueba = nullptr;
+    const bool esta = sqlite3_prepare_v2(db, "SELECT orv_contiene('', '')", -1, &prueba, nullptr) == SQLITE_OK;
+    sqlite3_finalize(prueba);
+    return esta || sqlite3_create_function_v2(db, "orv_contiene", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                              contiene, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+QString escapaLike(const QString& s) {
+    QString r;
+    r.reserve(s.size() + 4);
+    for (QChar c : s) {
+        if (c == u'\\' || c == u'%' || c == u'_') r += u'\\';
+        r += c;
+    }
+    return r;
+}
+
+// La condición sobre la descripción y su parámetro.
+std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, CaminoTexto camino) {
+    const bool indice = camino == CaminoTexto::Indice && texto.toUcs4().size() >= kLetrasIndice;
+    if (a.esPostgreSQL()) {
+        // Con pg_trgm el planificador usa el índice GIN de lower(Descripcion) para el LIKE; strpos
+        // no lo puede usar (ni conviene: con menos de tres letras el índice se leería entero).
+        if (indice)
+            return {QStringLiteral("lower(Articulos.Descripcion) LIKE lower(?) ESCAPE '\\'"),
+                    QStringLiteral("%") + escapaLike(texto) + QStringLiteral("%")};
+        return {QStringLiteral("strpos(lower(Articulos.Descripcion), lower(?)) > 0"), texto};
+    }
+    if (indice && HayIndiceDescripciones(a)) {
+        // Una frase entre comillas: la tabla de trigramas la busca como parte de la descripción.
+        QString frase = texto;
+        frase.replace(u'"', QStringLiteral("\"\""));
+        frase = QStringLiteral("\"") + frase + QStringLiteral("\"");
+        // Con pocas coincidencias conviene traerlas del índice y ordenarlas; con muchas, recorrer
+        // por código, que llena la primera página enseguida y se detiene ahí. Contarlas en el
+        // índice cuesta menos de un milisegundo.
+        const qint64 coinciden =
+            a.valor(QStringLiteral("SELECT count(*) FROM ArticulosTexto WHERE ArticulosTexto MATCH ?"), {frase}).toLongLong();
+        if (coinciden < kMuchasCoincidencias)
+            return {QStringLiteral("Articulos.idArticulo IN (SELECT rowid FROM ArticulosTexto WHERE ArticulosTexto MATCH ?)"),
+                    frase};
+    }
+    // Un texto ASCII va por el LIKE propio de SQLite, que iguala A-Z con a-z y es más rápido que
+    // una función del programa; con otras letras, orv_contiene.
+    const bool ascii = std::all_of(texto.cbegin(), texto.cend(), [](QChar c) { return c.unicode() < 128; });
+    if (!ascii && registraContiene(a)) return {QStringLiteral("orv_contiene(Articulos.Descripcion, ?) <> 0"), texto};
+    return {QStringLiteral("Articulos.Descripcion LIKE ? ESCAPE '\\'"),
+            QStringLiteral("%") + escapaLike(texto) + QStringLiteral("%")};
+}
+
+} // namespace
+
+const QString& ConsultaArticulosCompleta() {
+    static const QString sql =
+        kColumnas + QStringLiteral("INNER JOIN Rubros ON Articulos.idRubro = Rubros.idRubro") + kOrden;
+    return sql;
+}
+
+bool HayArticulosConRubro(const Almacen& a) {
+    return !a.valor(QStringLiteral("SELECT 1 FROM Articulos INNER JOIN Rubros ON Articulos.idRubro = Rubros.idRubro "
+                                   "LIMIT 1"))
+                .isNull();
+}
+
+ConsultaDeGrilla ConsultaArticulosPorDescripcion(const Almacen& a, const QString& texto, CaminoTexto camino) {
+    const QString desde = kColumnas + QStringLiteral("LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro WHERE ");
+    if (texto.isEmpty()) return {desde + QStringLiteral("Articulos.Descripcion IS NOT NULL") + kOrden, {}};
+    const auto [donde, parametro] = condicion(a, texto, camino);
+    return {desde + donde + kOrden, {parametro}};
+}
+
+bool HayIndiceDescripciones(const Almacen& a) {
+    if (a.esPostgreSQL())
+        return a.valor(QStringLiteral("SELECT count(*) FROM pg_indexes WHERE schemaname = current_schema() "
+                                      "AND indexname = 'articulos_descripciontrigramas'"))
+                   .toInt() > 0;
+    return a.existeTabla(QString::fromLatin1(kTablaTextoArticulos));
+}
+
+QString FotoDeArticulo(const Almacen& a, qint64 idArticulo) {
+    return a.valor(QStringLiteral("SELECT Foto FROM Articulos WHERE idArticulo = ?"), {idArticulo}).toString();
+}
+
+} // namespace orv
