@@ -408,25 +408,7 @@ void PanPrincipal::carga() {
     timer1_->start();
 
     // 2. Destino y copias de los informes.
-    combo1_->addItems({QStringLiteral("0 - A una ventana"), QStringLiteral("1 - A la impresora"),
-                       QStringLiteral("2 - A un archivo"), QStringLiteral("3 - Enviar por e-mail"),
-                       QStringLiteral("4 - Vista previa")});
-    // Un valor guardado que no es un número entero de la lista (o de 1 a 999 copias) no se
-    // redondea ni se corta: se toma el de siempre.
-    const QString modo = conf_.lee(clave::miscelaneas, QStringLiteral("ModoPrint"));
-    combo1_->setCurrentIndex(int(LeeEntero(modo, 0, combo1_->count() - 1).value_or(0)));
-    const QString copias = conf_.lee(clave::miscelaneas, QStringLiteral("CopiasPrint"));
-    text10_->setText(QString::number(LeeEntero(copias, 1, 999).value_or(1)));
-    // Como al elegir en la lista: el destino y las copias pasan a la salida de los informes.
-    salida_->fijaDestino(combo1_->currentText(), text10_->text());
-    connect(combo1_, &QComboBox::currentIndexChanged, this, [this](int i) {
-        salida_->fijaDestino(combo1_->currentText(), text10_->text());
-        conf_.graba(clave::miscelaneas, QStringLiteral("ModoPrint"), QString::number(i));
-    });
-    connect(text10_, &QLineEdit::textChanged, this, [this](const QString& t) {
-        conf_.graba(clave::miscelaneas, QStringLiteral("CopiasPrint"), t);
-        salida_->fijaDestino(combo1_->currentText(), t);
-    });
+    preparaSalidaInformes();
 
     // 3. Fechas del día.
     primeraActivacion_ = false;
@@ -446,13 +428,7 @@ void PanPrincipal::carga() {
     venta_->llenaTiposComprobante();
 
     // 6. Valores de la venta en curso.
-    estado_.DescuentoClienteActual = 0;
-    estado_.MontDescuentoActual = Dinero();
-    estado_.NombreClienteActual = QStringLiteral("Cons.Final");
-    estado_.idTipoIvaActual = 1;
-    estado_.CuitClienteActual.clear();
-    estado_.FormaPagoActual = QStringLiteral("EFVO");
-    estado_.ObservacionesActual.clear();
+    reiniciaVentaEnCurso();
 
     // 7. Porcentaje de impuesto.
     venta_->leeCoefIva();
@@ -469,15 +445,8 @@ void PanPrincipal::carga() {
     saludo_->setText(QStringLiteral("Hola ") + estado_.NombreUsuarioActual + QStringLiteral(" !!"));
     setWindowTitle(tituloVentana(estado_.NombreUsuarioActual));
 
-    // Consultas de las grillas de lista y 12, sus distribuciones guardadas.
-    articulos_->carga();
-    clientes_->fijaConsulta(QStringLiteral(
-        "SELECT Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Telefono, "
-        "Vendedores.Cuit, Vendedores.idVendedor FROM Vendedores INNER JOIN Zonas ON Vendedores.idZona = Zonas.idZona "
-        "ORDER BY Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre"));
-    proveedores_->fijaConsulta(QStringLiteral("SELECT * FROM Proveedores ORDER BY RazonSocial"));
-    refrescaCaja();
-    for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->cargaDistribucion(archivo);
+    // 11 y 12. Consultas de las grillas y sus distribuciones guardadas.
+    cargaGrillas();
 
     // 13. Formas de pago, impuesto otra vez y el usuario actual como vendedor.
     venta_->llenaFormasPago();
@@ -490,6 +459,51 @@ void PanPrincipal::carga() {
         corrigePrecios = TieneNivel(almacen_, estado_.idNivelActual, QStringLiteral("CamPreVentaArticulos"));
     });
     venta_->fijaSoloLectura(!corrigePrecios);
+}
+
+void PanPrincipal::reiniciaVentaEnCurso() {
+    estado_.DescuentoClienteActual = 0;
+    estado_.MontDescuentoActual = Dinero();
+    estado_.NombreClienteActual = QStringLiteral("Cons.Final");
+    estado_.idTipoIvaActual = 1;
+    estado_.CuitClienteActual.clear();
+    estado_.FormaPagoActual = QStringLiteral("EFVO");
+    estado_.ObservacionesActual.clear();
+}
+
+// Destino y copias de los informes, como quedaron guardados; cada cambio se guarda y pasa a la
+// salida de los informes.
+void PanPrincipal::preparaSalidaInformes() {
+    combo1_->addItems({QStringLiteral("0 - A una ventana"), QStringLiteral("1 - A la impresora"),
+                       QStringLiteral("2 - A un archivo"), QStringLiteral("3 - Enviar por e-mail"),
+                       QStringLiteral("4 - Vista previa")});
+    // Un valor guardado que no es un número entero de la lista (o de 1 a 999 copias) no se
+    // redondea ni se corta: se toma el de siempre.
+    const QString modo = conf_.lee(clave::miscelaneas, QStringLiteral("ModoPrint"));
+    combo1_->setCurrentIndex(int(LeeEntero(modo, 0, combo1_->count() - 1).value_or(0)));
+    const QString copias = conf_.lee(clave::miscelaneas, QStringLiteral("CopiasPrint"));
+    text10_->setText(QString::number(LeeEntero(copias, 1, 999).value_or(1)));
+    // Como al elegir en la lista: el destino y las copias pasan a la salida de los informes.
+    salida_->fijaDestino(combo1_->currentText(), text10_->text());
+    connect(combo1_, &QComboBox::currentIndexChanged, this, [this](int i) {
+        salida_->fijaDestino(combo1_->currentText(), text10_->text());
+        conf_.graba(clave::miscelaneas, QStringLiteral("ModoPrint"), QString::number(i));
+    });
+    connect(text10_, &QLineEdit::textChanged, this, [this](const QString& t) {
+        conf_.graba(clave::miscelaneas, QStringLiteral("CopiasPrint"), t);
+        salida_->fijaDestino(combo1_->currentText(), t);
+    });
+}
+
+void PanPrincipal::cargaGrillas() {
+    articulos_->carga();
+    clientes_->fijaConsulta(QStringLiteral(
+        "SELECT Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Telefono, "
+        "Vendedores.Cuit, Vendedores.idVendedor FROM Vendedores INNER JOIN Zonas ON Vendedores.idZona = Zonas.idZona "
+        "ORDER BY Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre"));
+    proveedores_->fijaConsulta(QStringLiteral("SELECT * FROM Proveedores ORDER BY RazonSocial"));
+    refrescaCaja();
+    for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->cargaDistribucion(archivo);
 }
 
 std::vector<std::pair<Grilla*, QString>> PanPrincipal::grillasConArchivo() const {

@@ -84,6 +84,9 @@ private:
     QWidget* armaInformes();
     PanelLista* armaCaja();
     void carga();
+    void preparaSalidaInformes();
+    void reiniciaVentaEnCurso();
+    void cargaGrillas();
     void refrescaCaja();
     void agranda(bool si);
     void muestraPanel(QWidget* panel);
