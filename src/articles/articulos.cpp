@@ -100,6 +100,37 @@ std::optional<DatosArticulo> LeeArticulo(const Almacen& a, qint64 idArticulo) {
     return d;
 }
 
+namespace {
+
+// Entre terminales del servidor, dos que graban el mismo código se esperan aquí hasta que la
+// primera termina.
+void exigeCodigoLibre(Almacen& a, const QString& codigo, qint64 idArticulo) {
+    if (a.esPostgreSQL())
+        a.valor(QStringLiteral("SELECT 1 FROM (SELECT pg_advisory_xact_lock(?, hashtext(?))) x"),
+                {kCandadoCodigos, codigo});
+    QSqlQuery otro = a.consulta(
+        QStringLiteral("SELECT Descripcion FROM Articulos WHERE Codigo = ? AND idArticulo <> ? ORDER BY idArticulo"),
+        {codigo, idArticulo});
+    if (otro.next())
+        throw Aviso(QStringLiteral("Error, el código %1 ya es del artículo \"%2\"!").arg(codigo, otro.value(0).toString()));
+    otro.finish();
+}
+
+void exigeExistenciaComoSeLeyo(Almacen& a, qint64 idArticulo, const QString& existenciaAlAbrir) {
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?") +
+                                 QLatin1String(a.esPostgreSQL() ? " FOR UPDATE" : ""),
+                             {idArticulo});
+    q.next();
+    const QString ahora = numeroSimple(q.value(0));
+    if (ahora != existenciaAlAbrir.trimmed())
+        throw Aviso(QStringLiteral("La existencia cambió mientras editaba el artículo (ahora es %1). "
+                                   "Cierre la ficha y vuelva a abrirla para corregirla.")
+                        .arg(ahora.isEmpty() ? QStringLiteral("vacía") : ahora),
+                    QStringLiteral("Atención"), Icono::Exclamacion);
+}
+
+} // namespace
+
 qint64 GrabaArticulo(Almacen& a, qint64 idArticulo, const DatosArticulo& d, const QString& coefIva) {
     // 1. Lo que la ficha no puede dejar vacío, y cada número leído sin ambigüedad.
     const QString codigo = d.codigo.trimmed();
@@ -122,33 +153,13 @@ qint64 GrabaArticulo(Almacen& a, qint64 idArticulo, const DatosArticulo& d, cons
     if (idArticulo != 0 && !a.valor(QStringLiteral("SELECT idArticulo FROM Articulos WHERE idArticulo = ?"), {idArticulo})
                                 .isValid())
         throw Aviso(QStringLiteral("No encontrado!"));
-    // 2. Un código es de un solo artículo. Entre terminales del servidor, dos que graban el mismo
-    //    código se esperan aquí hasta que la primera termina.
-    if (a.esPostgreSQL())
-        a.valor(QStringLiteral("SELECT 1 FROM (SELECT pg_advisory_xact_lock(?, hashtext(?))) x"),
-                {kCandadoCodigos, codigo});
-    QSqlQuery otro = a.consulta(
-        QStringLiteral("SELECT Descripcion FROM Articulos WHERE Codigo = ? AND idArticulo <> ? ORDER BY idArticulo"),
-        {codigo, idArticulo});
-    if (otro.next())
-        throw Aviso(QStringLiteral("Error, el código %1 ya es del artículo \"%2\"!").arg(codigo, otro.value(0).toString()));
-    otro.finish();
+    // 2. Un código es de un solo artículo.
+    exigeCodigoLibre(a, codigo, idArticulo);
 
     // 3. La existencia se escribe sólo si el usuario la cambió, y sólo si sigue como la leyó.
     const bool nuevo = idArticulo == 0;
     const bool conStock = nuevo || !d.existenciaAlAbrir || d.stockActual.trimmed() != d.existenciaAlAbrir->trimmed();
-    if (!nuevo && conStock && d.existenciaAlAbrir) {
-        QSqlQuery q = a.consulta(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?") +
-                                     QLatin1String(a.esPostgreSQL() ? " FOR UPDATE" : ""),
-                                 {idArticulo});
-        q.next();
-        const QString ahora = numeroSimple(q.value(0));
-        if (ahora != d.existenciaAlAbrir->trimmed())
-            throw Aviso(QStringLiteral("La existencia cambió mientras editaba el artículo (ahora es %1). "
-                                       "Cierre la ficha y vuelva a abrirla para corregirla.")
-                            .arg(ahora.isEmpty() ? QStringLiteral("vacía") : ahora),
-                        QStringLiteral("Atención"), Icono::Exclamacion);
-    }
+    if (!nuevo && conStock && d.existenciaAlAbrir) exigeExistenciaComoSeLeyo(a, idArticulo, *d.existenciaAlAbrir);
 
     // 4. La fila entera, con el precio con impuesto al día.
     QVariantList valores = {codigo,
