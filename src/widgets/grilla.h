@@ -214,8 +214,8 @@ private:
     void leePaginaDe(const PorOrden& o, const QVariant& v, qint64 antes, qint64 nulos, bool nulosAntes) const;
     // Búsqueda por prefijo de texto por los índices (grilla_prefijo.cpp).
     std::optional<int> posicionPorPrefijo(const QString& campo, const QString& texto) const;
-    std::optional<QVariant> ordenDeLaCoincidencia(const PorOrden& o, const QString& donde,
-                                                  const QVariantList& valores) const;
+    std::optional<QVariant> ordenDeLaCoincidencia(const PorOrden& o, const QString& donde, const QVariantList& valores,
+                                                  const QString& empieza, const QVariant& buscado) const;
     bool ordenaPorBytes(const QString& campo) const;
     void olvidaOrden();
     QString campoSeguro(const QString& campo) const;

@@ -176,7 +176,7 @@ std::optional<int> Grilla::posicionPorPrefijo(const QString& campo, const QStrin
         if (!esElOrden || o.desc) {
             const QString donde = QStringLiteral("(") + rangos + QStringLiteral(") AND ") + empieza;
             v = esElOrden ? std::optional(o.primero(donde, valores + QVariantList{buscado}, o.directo))
-                          : ordenDeLaCoincidencia(o, donde, valores + QVariantList{buscado});
+                          : ordenDeLaCoincidencia(o, donde, valores + QVariantList{buscado}, empieza, buscado);
             if (!v || v->isNull()) return std::nullopt;
         }
         return posicionDeValor(o, *v);
@@ -185,11 +185,12 @@ std::optional<int> Grilla::posicionPorPrefijo(const QString& campo, const QStrin
     }
 }
 
-// Entre las filas de los rangos de s que coinciden (`donde`, con sus `valores`), el valor del orden
-// de la primera en la grilla. Nada si esa fila no se puede ubicar contando: su valor del orden es
+// Entre las filas de los rangos de s que coinciden (`donde`, con sus `valores`; `empieza` es la
+// condición sola, con su parámetro `buscado`), el valor del orden de la primera en la grilla. Nada si esa fila no se puede ubicar contando: su valor del orden es
 // nulo y los nulos van primero, o lo comparte con otras filas.
 std::optional<QVariant> Grilla::ordenDeLaCoincidencia(const PorOrden& o, const QString& donde,
-                                                      const QVariantList& valores) const {
+                                                      const QVariantList& valores, const QString& empieza,
+                                                      const QVariant& buscado) const {
     const bool nulosAntes = almacen_.esPostgreSQL() == o.desc;
     // Una muestra por el índice de s acota el valor buscado; si la muestra es todo, es el valor.
     QSqlQuery m = ejecutaAdelante(almacen_,
@@ -203,10 +204,9 @@ std::optional<QVariant> Grilla::ordenDeLaCoincidencia(const PorOrden& o, const Q
     if (conValor == 0) return std::nullopt;
     if (nulosAntes && o.cuenta(o.c + QStringLiteral(" IS NULL AND ") + donde, valores) > 0) return std::nullopt;
     if (leidas == kMuestra) {
-        // Puede haber una anterior fuera de la muestra: se busca por el índice del orden, sólo
-        // antes del valor de la muestra.
-        const QVariant antes = o.primero(o.c + o.antesDe + QStringLiteral(" AND ") + donde, QVariantList{v} + valores,
-                                         o.directo);
+        // Puede haber una anterior fuera de la muestra: se recorre el índice del orden sólo hasta
+        // el valor de la muestra (con muchas coincidencias, no muy lejos), mirando sólo si coincide.
+        const QVariant antes = o.primero(o.c + o.antesDe + QStringLiteral(" AND ") + empieza, {v, buscado}, o.directo);
         if (!antes.isNull()) v = antes;
     }
     if (!o.esDeLaColumna(v)) return std::nullopt;
