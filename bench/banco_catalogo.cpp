@@ -1,6 +1,6 @@
 // Catálogo de 300 000 artículos en 300 rubros, en SQLite y en PostgreSQL: la grilla del panel de
 // artículos hasta su primera página pintada, la búsqueda incremental por código y por código de
-// proveedor cerca del final de la lista (una vuelta = una tecla) y del código leído a la línea
+// proveedor a la mitad y cerca del final de la lista (una vuelta = una tecla) y del código leído a la línea
 // del borrador. Cada medida va junto a las mismas órdenes SQL sueltas, su piso en el mismo motor.
 
 #include "esquema_pg.h"
@@ -36,7 +36,7 @@ constexpr qint32 kTerminal = 1;
 
 struct Catalogo {
     std::unique_ptr<orv::Almacen> a;
-    QStringList codigos;     // dos artículos cerca del final de la lista (95 % y 99 %)
+    QStringList codigos;     // artículos a la mitad y cerca del final de la lista (50 %, 95 % y 99 %)
     QStringList proveedores; // sus códigos de proveedor
     QStringList escaneados;  // códigos que se leen en la venta
 };
@@ -181,7 +181,7 @@ void prepara(Catalogo& c, const QString& destino, const char* motor) {
     orv::generaAlmacenGrande(*c.a, o);
     // Lo que la limpieza automática del servidor haría sola después de una carga así.
     if (c.a->esPostgreSQL()) c.a->ejecuta(QStringLiteral("VACUUM ANALYZE"));
-    for (qint64 lugar : {kArticulos * 95 / 100, kArticulos * 99 / 100}) {
+    for (qint64 lugar : {kArticulos / 2, kArticulos * 95 / 100, kArticulos * 99 / 100}) {
         QSqlQuery q = c.a->consulta(QStringLiteral("SELECT Codigo, CgoProveedor FROM Articulos ORDER BY Codigo LIMIT 1 OFFSET ?"),
                                     {lugar});
         q.next();

@@ -211,6 +211,7 @@ private:
     std::optional<QVariant> valorEntero(const PorOrden& o, const QVariant& valor, bool prefijo) const;
     std::optional<int> posicionDeValor(const PorOrden& o, const QVariant& v) const;
     qint64 filasAntes(const PorOrden& o, const QVariant& v) const;
+    qint64 filasAntesDesdeLosExtremos(const PorOrden& o, const QVariant& v, bool cercaDelFinal) const;
     void leePaginaDe(const PorOrden& o, const QVariant& v, qint64 antes, qint64 nulos, bool nulosAntes) const;
     // Búsqueda por prefijo de texto por los índices (grilla_prefijo.cpp).
     std::optional<int> posicionPorPrefijo(const QString& campo, const QString& texto) const;
@@ -247,6 +248,13 @@ private:
         QVariant ultimo;
     };
     mutable std::optional<Extremo> extremo_;
+    // La última fila hallada por el orden: su valor y las filas con valor antes de ella. Vale lo
+    // mismo que el total: hasta la próxima lectura de la consulta.
+    struct Referencia {
+        QVariant valor;
+        qint64 antes = 0;
+    };
+    mutable std::optional<Referencia> referencia_;
     // Por columna: si el motor la compara por los bytes de su texto (sabido al primer pedido).
     mutable QHash<QString, bool> porBytes_;
 

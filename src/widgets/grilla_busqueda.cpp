@@ -8,6 +8,7 @@
 #include <QTableView>
 #include <QTreeWidget>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <sqlite3.h>
 
@@ -107,6 +108,7 @@ QString Grilla::campoSeguro(const QString& campo) const {
 void Grilla::olvidaOrden() {
     orden_.reset();
     extremo_.reset();
+    referencia_.reset();
     porBytes_.clear();
 }
 
@@ -229,10 +231,32 @@ std::optional<int> Grilla::posicionDeValor(const PorOrden& o, const QVariant& v)
     return int(antes);
 }
 
-// Filas con valor antes de v. Cerca del final conviene contar lo que queda detrás y restarlo del total.
+// Filas con valor antes de v.
 qint64 Grilla::filasAntes(const PorOrden& o, const QVariant& v) const {
     const double a = o.clave(o.a), z = o.clave(o.z);
-    const bool cercaDelFinal = a != z && (o.clave(v) - a) / (z - a) > 0.5;
+    const auto lugar = [&](const QVariant& x) { return a != z ? (o.clave(x) - a) / (z - a) : 0.0; };
+    // Si la fila hallada antes está más cerca que el comienzo y que el final (lo común al seguir
+    // tecleando), se cuentan sólo las filas entre las dos.
+    if (referencia_ && o.esDeLaColumna(referencia_->valor)) {
+        const QVariant w = referencia_->valor;
+        if (std::abs(lugar(v) - lugar(w)) < std::min(lugar(v), 1.0 - lugar(v))) {
+            const qint64 antes =
+                o.despues(v, w)
+                    ? referencia_->antes + o.cuenta(o.c + o.desdeV + QStringLiteral(" AND ") + o.c + o.antesDe, {w, v})
+                    : referencia_->antes - o.cuenta(o.c + o.desdeV + QStringLiteral(" AND ") + o.c + o.antesDe, {v, w});
+            if (antes >= 0) {
+                referencia_ = Referencia{v, antes};
+                return antes;
+            }
+        }
+    }
+    const qint64 antes = filasAntesDesdeLosExtremos(o, v, lugar(v) > 0.5);
+    referencia_ = Referencia{v, antes};
+    return antes;
+}
+
+// Filas con valor antes de v. Cerca del final conviene contar lo que queda detrás y restarlo del total.
+qint64 Grilla::filasAntesDesdeLosExtremos(const PorOrden& o, const QVariant& v, bool cercaDelFinal) const {
     if (cercaDelFinal) {
         if (!extremo_ || o.despues(v, extremo_->ultimo)) {
             // Total y último valor en una sola sentencia, para que se correspondan (el último, por el
