@@ -1,7 +1,8 @@
 // Catálogo de 300 000 artículos en 300 rubros, en SQLite y en PostgreSQL: la grilla del panel de
 // artículos hasta su primera página pintada, la búsqueda incremental por código y por código de
-// proveedor a la mitad y cerca del final de la lista (una vuelta = una tecla) y del código leído a la línea
-// del borrador. Cada medida va junto a las mismas órdenes SQL sueltas, su piso en el mismo motor.
+// proveedor a la mitad y cerca del final de la lista (una vuelta = una tecla) y del código leído a
+// la línea del borrador. Cada medida va junto a las mismas órdenes SQL sueltas, su piso en el
+// mismo motor.
 
 #include "esquema_pg.h"
 
