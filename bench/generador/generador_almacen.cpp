@@ -1,4 +1,4 @@
-// generador_almacen DESTINO [--articulos N] [--caja N]
+// generador_almacen DESTINO [--articulos N] [--rubros N] [--caja N]
 // Crea (o abre) el almacén DESTINO, lo pone al día y le agrega artículos y filas de caja
 // para medir rendimiento. DESTINO es la ruta de un archivo SQLite o un URI postgresql://.
 
@@ -14,9 +14,9 @@
 namespace {
 
 int uso() {
-    std::fprintf(stderr, "uso: generador_almacen DESTINO [--articulos N] [--caja N]\n"
+    std::fprintf(stderr, "uso: generador_almacen DESTINO [--articulos N] [--rubros N] [--caja N]\n"
                          "  DESTINO: archivo SQLite o postgresql://usuario@servidor/base\n"
-                         "  por omisión 100000 artículos y 1000000 filas de caja\n");
+                         "  por omisión 100000 artículos (un rubro cada 9999, al menos 50) y 1000000 filas de caja\n");
     return 2;
 }
 
@@ -32,11 +32,13 @@ int main(int argc, char** argv) {
     orv::OpcionesGenerador opciones;
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args[i];
-        if (a == QLatin1String("--articulos") || a == QLatin1String("--caja")) {
+        if (a == QLatin1String("--articulos") || a == QLatin1String("--rubros") || a == QLatin1String("--caja")) {
             bool ok = false;
             const qint64 n = i + 1 < args.size() ? args[i + 1].toLongLong(&ok) : 0;
             if (!ok || n < 0) return uso();
-            (a == QLatin1String("--articulos") ? opciones.articulos : opciones.filasCaja) = n;
+            (a == QLatin1String("--articulos") ? opciones.articulos
+             : a == QLatin1String("--rubros")  ? opciones.rubros
+                                               : opciones.filasCaja) = n;
             ++i;
         } else if (destino.isEmpty() && !a.startsWith(QLatin1String("--"))) {
             destino = a;

@@ -31,7 +31,28 @@ QString relleno(Dialecto d, const QString& expresion, int ancho) {
 }
 
 
-void generaArticulos(Almacen& a, qint64 cantidad) {
+// Palabras que se combinan en las descripciones: producto, marca y presentación.
+const char* const kProductos[] = {"Yerba",   "Arroz",   "Fideos",  "Galletitas", "Gaseosa", "Detergente",
+                                  "Shampoo", "Cuaderno", "Alfajor", "Leche",      "Queso",   "Jamón",
+                                  "Aceite",  "Azúcar",  "Harina",  "Café",       "Té",      "Mermelada",
+                                  "Jabón",   "Lavandina", "Pilas", "Lápiz",      "Vino",    "Cerveza"};
+const char* const kMarcas[] = {"La Serenísima", "Don Pedro", "Marolio", "Arcor", "Ledesma", "Cañuelas",
+                               "Natura", "Sancor", "Bagley", "Terrabusi", "Rivadavia", "El Ñandú"};
+const char* const kPresentaciones[] = {"500 g", "1 kg", "250 g", "1 l", "1,5 l", "x 6 u.", "x 12 u.", "2 kg", "750 cc",
+                                       "100 g"};
+// Prefijo con que cada proveedor numera sus artículos.
+const char* const kPrefijosProveedor[] = {"ARC", "LSR", "MRL", "DPD", "LDS", "CNL", "NTR", "SNC", "BGL", "TRB"};
+
+// CASE sobre `expresion` % (cantidad de palabras) que elige una de ellas.
+template <size_t N>
+QString eligePalabra(const QString& expresion, const char* const (&palabras)[N]) {
+    QString r = QStringLiteral("CASE ") + expresion + QStringLiteral(" % ") + QString::number(N);
+    for (size_t w = 0; w < N; ++w)
+        r += QStringLiteral(" WHEN %1 THEN '%2'").arg(w).arg(QString::fromUtf8(palabras[w]));
+    return r + QStringLiteral(" END");
+}
+
+void generaArticulos(Almacen& a, qint64 cantidad, qint64 rubrosPedidos) {
     const Dialecto d = a.dialecto();
     std::vector<qint64> proveedores;
     for (qint64 p = 1; p <= kProveedores; ++p)
@@ -40,31 +61,35 @@ void generaArticulos(Almacen& a, qint64 cantidad) {
             {QStringLiteral("Contacto %1").arg(p), QStringLiteral("Proveedor generado %1 S.A.").arg(p)},
             QStringLiteral("idProveedor")));
 
-    // Hasta 9 999 artículos por rubro, para que el código conserve sus cuatro cifras de artículo.
-    const qint64 rubros = std::max<qint64>(50, (cantidad + 9998) / 9999);
-    static const char* const kPalabras[] = {"Yerba", "Arroz", "Fideos", "Galletitas", "Gaseosa", "Detergente",
-                                            "Shampoo", "Cuaderno", "Alfajor", "Leche", "Queso", "Jamón"};
-    QString descripcion = QStringLiteral("CASE i % 12");
-    for (int w = 0; w < 12; ++w)
-        descripcion += QStringLiteral(" WHEN %1 THEN '%2'").arg(w).arg(QString::fromUtf8(kPalabras[w]));
-    descripcion += QStringLiteral(" END");
+    // Sin cantidad pedida, hasta 9 999 artículos por rubro, para que el código conserve sus cuatro
+    // cifras de artículo.
+    const qint64 rubros = rubrosPedidos > 0 ? rubrosPedidos : std::max<qint64>(50, (cantidad + 9998) / 9999);
 
-    // Código: dígitos del rubro (ligados, ya con sus ceros) y número del artículo en el rubro.
-    const QString codigo = QStringLiteral("? || ") + relleno(d, QStringLiteral("i"), 4);
-    const QString costo = QStringLiteral("((i * 7919 + ?) % 500000 + 100)");       // centavos
-    const QString margen = QStringLiteral("(20 + (i % 5) * 5)");                     // por ciento
+    // Cada fila sale de su número i en el rubro y de j = i + un desplazamiento propio del rubro, que
+    // mezcla las palabras y los números de proveedor entre rubros. Los valores del rubro van ligados
+    // una sola vez, en la subconsulta.
+    const QString codigo = QStringLiteral("prefijo || ") + relleno(d, QStringLiteral("i"), 4);
+    const QString descripcion = eligePalabra(QStringLiteral("j"), kProductos) + QStringLiteral(" || ' ' || ") +
+                                eligePalabra(QStringLiteral("(j / 24)"), kMarcas) + QStringLiteral(" || ' ' || ") +
+                                eligePalabra(QStringLiteral("(j / 7)"), kPresentaciones);
+    const QString cgoProveedor =
+        QStringLiteral("proveedor || '-' || ") + relleno(d, QStringLiteral("((j * 7919) % 1000000)"), 6);
+    const QString costo = QStringLiteral("((i * 7919 + d) % 500000 + 100)"); // centavos
+    const QString margen = QStringLiteral("(20 + (i % 5) * 5)");              // por ciento
     // Venta = costo × (1 + margen / 100), al centavo.
     const QString venta =
         QStringLiteral("ROUND(") + costo + QStringLiteral(" * (100 + ") + margen + QStringLiteral(") / 100.0)");
-    // El código y el costo se repiten en la orden: sus parámetros van en el orden del texto.
     const QString sql =
         QStringLiteral("INSERT INTO Articulos (idRubro, IdProveedor, Codigo, Descripcion, StockActual, StockMinimo, "
                        "PrecioCosto, PrecioVenta, PrecioFinal, UtilidadPorcentaje, CgoProveedor, ImprimeCodigoBarra, "
-                       "esMateriaPrima, Foto) SELECT ?, ?, ") +
-        codigo + QStringLiteral(", ") + descripcion + QStringLiteral(" || ' ' || ") + codigo +
-        QStringLiteral(", i % 120, 5 + i % 10, ") + costo + QStringLiteral(" / 100.0, ") + venta + QStringLiteral(" / 100.0, ") +
-        venta + QStringLiteral(" * 121 / 10000.0, ") + margen + QStringLiteral(", 'P' || ") + codigo +
-        QStringLiteral(", 0, CASE WHEN i % 50 = 0 THEN 1 ELSE 0 END, ''") + serie(d);
+                       "esMateriaPrima, Foto) SELECT idRubro, idProveedor, ") +
+        codigo + QStringLiteral(", ") + descripcion + QStringLiteral(", i % 120, 5 + i % 10, ") + costo +
+        QStringLiteral(" / 100.0, ") + venta + QStringLiteral(" / 100.0, ") + venta +
+        QStringLiteral(" * 121 / 10000.0, ") + margen + QStringLiteral(", ") + cgoProveedor +
+        QStringLiteral(", 0, CASE WHEN i % 50 = 0 THEN 1 ELSE 0 END, '' FROM (SELECT i, i + CAST(? AS BIGINT) AS j, "
+                       "CAST(? AS BIGINT) AS d, CAST(? AS BIGINT) AS idRubro, CAST(? AS BIGINT) AS idProveedor, "
+                       "CAST(? AS TEXT) AS prefijo, CAST(? AS TEXT) AS proveedor") +
+        serie(d) + QStringLiteral(") AS s");
 
     for (qint64 r = 0; r < rubros; ++r) {
         const qint64 enRubro = cantidad / rubros + (r < cantidad % rubros ? 1 : 0);
@@ -73,9 +98,11 @@ void generaArticulos(Almacen& a, qint64 cantidad) {
             a.inserta(QStringLiteral("INSERT INTO Rubros (Rubro, PuntosVIP) VALUES (?, ?)"),
                       {QStringLiteral("Rubro generado %1").arg(r + 1), double(1 + r % 3)}, QStringLiteral("idRubro"));
         const qint64 desplazamiento = r * 104729;
+        // Las cifras del rubro con el ancho por omisión (dos), como al proponer un código.
         const QString prefijo = QStringLiteral("%1").arg(idRubro, 2, 10, QLatin1Char('0'));
-        a.ejecuta(sql, {idRubro, proveedores[size_t(r % kProveedores)], prefijo, prefijo, desplazamiento,
-                        desplazamiento, desplazamiento, prefijo, enRubro});
+        const size_t p = size_t(r % kProveedores);
+        a.ejecuta(sql, {r * 1009 + 3, desplazamiento, idRubro, proveedores[p], prefijo,
+                        QString::fromLatin1(kPrefijosProveedor[p]), enRubro});
     }
 }
 
@@ -113,7 +140,7 @@ ResumenGeneracion generaAlmacenGrande(Almacen& a, const OpcionesGenerador& opcio
     ResumenGeneracion r;
     const QDate hasta = opciones.hasta.isValid() ? opciones.hasta : QDate::currentDate();
     Transaccion t(a);
-    if (opciones.articulos > 0) generaArticulos(a, opciones.articulos);
+    if (opciones.articulos > 0) generaArticulos(a, opciones.articulos, opciones.rubros);
     if (opciones.filasCaja > 0) generaCaja(a, opciones.filasCaja, hasta);
     t.confirmar();
 

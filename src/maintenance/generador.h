@@ -11,6 +11,7 @@ namespace orv {
 
 struct OpcionesGenerador {
     qint64 articulos = 100000;
+    qint64 rubros = 0; // 0: uno cada 9 999 artículos, al menos 50
     qint64 filasCaja = 1000000;
     QDate hasta; // fecha de la última fila de caja; nula = hoy
 };
@@ -29,6 +30,9 @@ qint64 centavosFilaCaja(qint64 n);
 
 // Agrega a un almacén ya actualizado sus propios rubros y proveedores, `articulos` artículos y
 // `filasCaja` movimientos de caja (300 por día hacia atrás desde `hasta`), en una transacción.
+// Cada artículo lleva el código que propondría la ficha (cifras del rubro y número en el rubro),
+// un código de proveedor con el prefijo de su proveedor ("ARC-004217") y una descripción que
+// combina producto, marca y presentación ("Yerba Don Pedro 500 g").
 ResumenGeneracion generaAlmacenGrande(Almacen& a, const OpcionesGenerador& opciones);
 
 } // namespace orv

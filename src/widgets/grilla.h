@@ -17,9 +17,16 @@
 //    índice (para "12": 12, 120–129, 1200–1299, ...), cuenta las filas anteriores con el mismo
 //    FROM/WHERE y los mismos parámetros (con repetidos, la primera del valor) y lee la página de
 //    esa fila por el valor. Conviene que la columna tenga índice.
-//  - Fila por fila: en cualquier otro caso (columna de texto o fecha, orden de varias columnas,
-//    texto con signo o comodines) numera las filas en el orden de la grilla hasta la primera
-//    que coincide.
+//  - Por prefijo de texto: si la columna buscada es de texto y el motor la compara por sus bytes
+//    (SQLite siempre; PostgreSQL con intercalación C, POSIX o C.UTF-8), las coincidencias son unos
+//    pocos rangos del índice de esa columna: uno por cada forma en mayúsculas y minúsculas del
+//    texto que de veras aparece ("abc", "ABC"...), hallados saltando por el índice. Si es la
+//    columna del orden, la primera coincidencia es la primera del menor rango; si no, la de menor
+//    valor del orden entre las de esos rangos. Su posición se cuenta como en el camino anterior.
+//    Necesita índices en las dos columnas; si la fila hallada comparte su valor del orden con
+//    otras (su lugar entre ellas es incierto), se recorre la grilla.
+//  - Fila por fila: en cualquier otro caso (fecha, orden de varias columnas, intercalación que
+//    no ordena por bytes) numera las filas en el orden de la grilla hasta la primera que coincide.
 // Los valores llegan siempre como parámetros ligados y los nombres de columna salen del
 // resultado de la consulta.
 
@@ -201,8 +208,16 @@ private:
     int posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const;
     std::optional<int> posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const;
     struct PorOrden; // las consultas de la búsqueda por la columna del orden
-    qint64 filasAntes(const PorOrden& o, qint64 v) const;
-    void leePaginaDe(const PorOrden& o, qint64 v, qint64 antes, qint64 nulos, bool nulosAntes) const;
+    std::optional<QVariant> valorEntero(const PorOrden& o, const QVariant& valor, bool prefijo) const;
+    std::optional<int> posicionDeValor(const PorOrden& o, const QVariant& v) const;
+    qint64 filasAntes(const PorOrden& o, const QVariant& v) const;
+    qint64 filasAntesDesdeLosExtremos(const PorOrden& o, const QVariant& v, bool cercaDelFinal) const;
+    void leePaginaDe(const PorOrden& o, const QVariant& v, qint64 antes, qint64 nulos, bool nulosAntes) const;
+    // Búsqueda por prefijo de texto por los índices (grilla_prefijo.cpp).
+    std::optional<int> posicionPorPrefijo(const QString& campo, const QString& texto) const;
+    std::optional<QVariant> ordenDeLaCoincidencia(const PorOrden& o, const QString& donde, const QVariantList& valores,
+                                                  const QString& empieza, const QVariant& buscado) const;
+    bool ordenaPorBytes(const QString& campo) const;
     void olvidaOrden();
     QString campoSeguro(const QString& campo) const;
 
@@ -230,9 +245,18 @@ private:
     // consulta (como las páginas de la grilla) o hasta que se busca un valor posterior al último.
     struct Extremo {
         qint64 total = 0;
-        qint64 ultimo = 0;
+        QVariant ultimo;
     };
     mutable std::optional<Extremo> extremo_;
+    // La última fila hallada por el orden: su valor y las filas con valor antes de ella. Vale lo
+    // mismo que el total: hasta la próxima lectura de la consulta.
+    struct Referencia {
+        QVariant valor;
+        qint64 antes = 0;
+    };
+    mutable std::optional<Referencia> referencia_;
+    // Por columna: si el motor la compara por los bytes de su texto (sabido al primer pedido).
+    mutable QHash<QString, bool> porBytes_;
 
     ModeloGrilla* modelo_;
     BandaAgrupar* banda_;

@@ -8,6 +8,7 @@
 #include <QTableView>
 #include <QTreeWidget>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <sqlite3.h>
 
@@ -57,7 +58,9 @@ void empiezaCon(sqlite3_context* ctx, int, sqlite3_value** args) {
     sqlite3_result_int(ctx, comienzo.startsWith(prefijo, Qt::CaseInsensitive) ? 1 : 0);
 }
 
-bool registraFunciones(const Almacen& a) {
+} // namespace
+
+bool grilla::registraFunciones(const Almacen& a) {
     if (a.esPostgreSQL()) return false;
     const QVariant h = a.base().driver()->handle();
     if (qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
@@ -76,7 +79,19 @@ bool registraFunciones(const Almacen& a) {
                                       empiezaCon, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-} // namespace
+// SQLite: orv_empieza compara sin distinguir mayúsculas (también Ñ, Á...) y convierte a texto por
+// sí sola; si no se pudo registrar, LIKE (que sólo iguala mayúsculas ASCII). PostgreSQL: ILIKE
+// sobre el texto tal como se tecleó, con los comodines escapados.
+QString grilla::condicionEmpieza(const Almacen& a, bool funciones, const QString& col) {
+    if (a.esPostgreSQL()) return QStringLiteral("CAST(") + col + QStringLiteral(" AS TEXT) ILIKE ? ESCAPE '\\'");
+    if (funciones) return QStringLiteral("orv_empieza(") + col + QStringLiteral(", ?) <> 0");
+    return col + QStringLiteral(" LIKE ? ESCAPE '\\'");
+}
+
+QVariant grilla::parametroEmpieza(const Almacen& a, bool funciones, const QString& texto) {
+    if (funciones) return texto;
+    return escapaLike(a.esPostgreSQL() ? texto : texto.toLower()) + u'%';
+}
 
 // --- posición ---
 
@@ -93,6 +108,8 @@ QString Grilla::campoSeguro(const QString& campo) const {
 void Grilla::olvidaOrden() {
     orden_.reset();
     extremo_.reset();
+    referencia_.reset();
+    porBytes_.clear();
 }
 
 std::optional<Grilla::Orden> Grilla::ordenDe(const QString& sql) {
@@ -122,9 +139,7 @@ std::optional<Grilla::Orden> Grilla::ordenDe(const QString& sql) {
     return o;
 }
 
-namespace {
-
-bool esEntero(const QVariant& v) {
+bool grilla::esEntero(const QVariant& v) {
     switch (v.typeId()) {
     case QMetaType::Int:
     case QMetaType::UInt:
@@ -134,6 +149,8 @@ bool esEntero(const QVariant& v) {
     default: return false;
     }
 }
+
+namespace {
 
 // Enteros no negativos cuyo texto empieza con las cifras `texto` (sin ceros a la izquierda):
 // los rangos [p·10^k, (p+1)·10^k), crecientes y disjuntos, mientras quepan en 64 bits. El último
@@ -156,80 +173,36 @@ QList<QPair<qint64, std::optional<qint64>>> rangosDePrefijo(qint64 p) {
 
 } // namespace
 
-// Las consultas de la búsqueda sobre la consulta base de la grilla, ordenada por la columna c
-// (entera), en el sentido de la grilla.
-struct Grilla::PorOrden {
-    Almacen& almacen;
-    const QString& base;
-    const QVariantList& parametros;
-    QString c;
-    bool desc;
-    // "Antes" y "después" en el orden de la grilla.
-    QString antesDe = desc ? QStringLiteral(" > ?") : QStringLiteral(" < ?");
-    QString desdeV = desc ? QStringLiteral(" <= ?") : QStringLiteral(" >= ?");
-    QString hastaV = desc ? QStringLiteral(" >= ?") : QStringLiteral(" <= ?");
-    QString directo = desc ? QStringLiteral(" DESC") : QString();
-    QString inverso = desc ? QString() : QStringLiteral(" DESC");
-    QString desde = QStringLiteral(" FROM (") + base + QStringLiteral(") AS q WHERE ");
-    // Primer y último valor no nulos de la columna, en el orden de la grilla.
-    qint64 a = 0, z = 0;
-
-    QVariant primero(const QString& condicion, const QVariantList& extra, const QString& sentido) const {
-        QSqlQuery q = ejecutaAdelante(almacen,
-                                      QStringLiteral("SELECT ") + c + desde + condicion + QStringLiteral(" ORDER BY ") + c +
-                                          sentido + QStringLiteral(" LIMIT 1"),
-                                      parametros + extra);
-        return q.next() ? q.value(0) : QVariant();
+// 1. El valor de la primera fila que coincide con `valor` en la columna entera del orden; nulo si no
+// hay. Nada si lo buscado no puede ser un entero de la columna (entonces se recorre la grilla).
+std::optional<QVariant> Grilla::valorEntero(const PorOrden& o, const QVariant& valor, bool prefijo) const {
+    const QString& c = o.c;
+    if (!prefijo) {
+        if (!esEntero(valor)) return std::nullopt;
+        return o.primero(c + QStringLiteral(" = ?"), {valor.toLongLong()}, o.directo);
     }
-    qint64 cuenta(const QString& condicion, const QVariantList& extra) const {
-        QSqlQuery q = ejecutaAdelante(almacen, QStringLiteral("SELECT COUNT(*)") + desde + condicion, parametros + extra);
-        return q.next() ? q.value(0).toLongLong() : 0;
+    const QString texto = valor.toString();
+    if (texto.isEmpty() || texto.size() > 19) return std::nullopt;
+    for (QChar ch : texto)
+        if (ch < u'0' || ch > u'9') return std::nullopt;
+    if (texto.size() > 1 && texto.startsWith(u'0')) return QVariant(); // ningún entero se escribe así
+    bool ok = false;
+    const qint64 p = texto.toLongLong(&ok);
+    if (!ok) return std::nullopt;
+    // En orden ascendente el primer rango con alguna fila tiene el valor buscado (el menor de
+    // ese rango); en descendente, el último (el mayor). Los rangos fuera de [a, z] no se consultan.
+    auto rangos = rangosDePrefijo(p);
+    if (o.desc) std::reverse(rangos.begin(), rangos.end());
+    const qint64 menor = (o.desc ? o.z : o.a).toLongLong();
+    const qint64 mayor = (o.desc ? o.a : o.z).toLongLong();
+    for (const auto& [lo, hi] : rangos) {
+        if (lo > mayor || (hi && *hi <= menor)) continue;
+        const QVariant v = hi ? o.primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, *hi}, o.directo)
+                              : o.primero(c + QStringLiteral(" >= ?"), {lo}, o.directo);
+        if (!v.isNull()) return v;
     }
-    // Si v está después de w en el orden de la grilla.
-    bool despues(qint64 v, qint64 w) const { return desc ? v < w : v > w; }
-
-    // 0. Primer y último valor no nulos: dicen si la columna es entera y acotan la búsqueda.
-    // -1 si la columna sólo tiene nulos (nada coincide), nada si no es entera.
-    std::optional<int> leeExtremos() {
-        const QVariant primeroDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, directo);
-        if (primeroDeTodos.isNull()) return -1;
-        const QVariant ultimoDeTodos = primero(c + QStringLiteral(" IS NOT NULL"), {}, inverso);
-        if (!esEntero(primeroDeTodos) || !esEntero(ultimoDeTodos)) return std::nullopt;
-        a = primeroDeTodos.toLongLong();
-        z = ultimoDeTodos.toLongLong();
-        return 0;
-    }
-
-    // 1. El valor de la primera fila que coincide, en el orden de la grilla; nulo si no hay. Nada
-    // si lo buscado no puede ser un entero de la columna (entonces se recorre la grilla).
-    std::optional<QVariant> valorBuscado(const QVariant& valor, bool prefijo) const {
-        if (!prefijo) {
-            if (!esEntero(valor)) return std::nullopt;
-            return primero(c + QStringLiteral(" = ?"), {valor.toLongLong()}, directo);
-        }
-        const QString texto = valor.toString();
-        if (texto.isEmpty() || texto.size() > 19) return std::nullopt;
-        for (QChar ch : texto)
-            if (ch < u'0' || ch > u'9') return std::nullopt;
-        if (texto.size() > 1 && texto.startsWith(u'0')) return QVariant(); // ningún entero se escribe así
-        bool ok = false;
-        const qint64 p = texto.toLongLong(&ok);
-        if (!ok) return std::nullopt;
-        // En orden ascendente el primer rango con alguna fila tiene el valor buscado (el menor de
-        // ese rango); en descendente, el último (el mayor). Los rangos fuera de [a, z] no se consultan.
-        auto rangos = rangosDePrefijo(p);
-        if (desc) std::reverse(rangos.begin(), rangos.end());
-        const qint64 menor = desc ? z : a;
-        const qint64 mayor = desc ? a : z;
-        for (const auto& [lo, hi] : rangos) {
-            if (lo > mayor || (hi && *hi <= menor)) continue;
-            const QVariant v = hi ? primero(c + QStringLiteral(" >= ? AND ") + c + QStringLiteral(" < ?"), {lo, *hi}, directo)
-                                  : primero(c + QStringLiteral(" >= ?"), {lo}, directo);
-            if (!v.isNull()) return v;
-        }
-        return QVariant();
-    }
-};
+    return QVariant();
+}
 
 std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant& valor, bool prefijo) const {
     if (!orden_ || orden_->columna.compare(campo, Qt::CaseInsensitive) != 0) return std::nullopt;
@@ -237,27 +210,53 @@ std::optional<int> Grilla::posicionPorOrden(const QString& campo, const QVariant
     if (c.isEmpty() || modelo_->rowCount() == 0) return std::nullopt;
     PorOrden o{almacen_, orden_->base, parametros_, c, orden_->descendente};
     try {
-        if (const auto fin = o.leeExtremos(); fin != 0) return fin;
-        const std::optional<QVariant> encontrado = o.valorBuscado(valor, prefijo);
+        if (const auto fin = o.leeExtremos(false); fin != 0) return fin;
+        const std::optional<QVariant> encontrado = valorEntero(o, valor, prefijo);
         if (!encontrado) return std::nullopt;
         if (encontrado->isNull()) return -1;
-        const qint64 v = encontrado->toLongLong();
-        // 2. Cuántas filas hay antes. Los nulos van primero en SQLite ascendente y en
-        // PostgreSQL descendente.
-        const bool nulosAntes = almacen_.esPostgreSQL() == o.desc;
-        const qint64 nulos = nulosAntes ? o.cuenta(c + QStringLiteral(" IS NULL"), {}) : 0;
-        const qint64 antes = nulos + filasAntes(o, v);
-        if (antes > std::numeric_limits<int>::max()) return std::nullopt;
-        leePaginaDe(o, v, antes, nulos, nulosAntes);
-        return int(antes);
+        return posicionDeValor(o, *encontrado);
     } catch (const ErrorAlmacen&) {
         return std::nullopt;
     }
 }
 
+// 2. Cuántas filas hay antes de la primera con el valor v en la columna del orden; lee su página.
+// Los nulos van primero en SQLite ascendente y en PostgreSQL descendente.
+std::optional<int> Grilla::posicionDeValor(const PorOrden& o, const QVariant& v) const {
+    const bool nulosAntes = almacen_.esPostgreSQL() == o.desc;
+    const qint64 nulos = nulosAntes ? o.cuenta(o.c + QStringLiteral(" IS NULL"), {}) : 0;
+    const qint64 antes = nulos + filasAntes(o, v);
+    if (antes > std::numeric_limits<int>::max()) return std::nullopt;
+    leePaginaDe(o, v, antes, nulos, nulosAntes);
+    return int(antes);
+}
+
+// Filas con valor antes de v.
+qint64 Grilla::filasAntes(const PorOrden& o, const QVariant& v) const {
+    const double a = o.clave(o.a), z = o.clave(o.z);
+    const auto lugar = [&](const QVariant& x) { return a != z ? (o.clave(x) - a) / (z - a) : 0.0; };
+    // Si la fila hallada antes está más cerca que el comienzo y que el final (lo común al seguir
+    // tecleando), se cuentan sólo las filas entre las dos.
+    if (referencia_ && o.esDeLaColumna(referencia_->valor)) {
+        const QVariant w = referencia_->valor;
+        if (std::abs(lugar(v) - lugar(w)) < std::min(lugar(v), 1.0 - lugar(v))) {
+            const qint64 antes =
+                o.despues(v, w)
+                    ? referencia_->antes + o.cuenta(o.c + o.desdeV + QStringLiteral(" AND ") + o.c + o.antesDe, {w, v})
+                    : referencia_->antes - o.cuenta(o.c + o.desdeV + QStringLiteral(" AND ") + o.c + o.antesDe, {v, w});
+            if (antes >= 0) {
+                referencia_ = Referencia{v, antes};
+                return antes;
+            }
+        }
+    }
+    const qint64 antes = filasAntesDesdeLosExtremos(o, v, lugar(v) > 0.5);
+    referencia_ = Referencia{v, antes};
+    return antes;
+}
+
 // Filas con valor antes de v. Cerca del final conviene contar lo que queda detrás y restarlo del total.
-qint64 Grilla::filasAntes(const PorOrden& o, qint64 v) const {
-    const bool cercaDelFinal = o.a != o.z && (double(v) - double(o.a)) / (double(o.z) - double(o.a)) > 0.5;
+qint64 Grilla::filasAntesDesdeLosExtremos(const PorOrden& o, const QVariant& v, bool cercaDelFinal) const {
     if (cercaDelFinal) {
         if (!extremo_ || o.despues(v, extremo_->ultimo)) {
             // Total y último valor en una sola sentencia, para que se correspondan (el último, por el
@@ -273,8 +272,8 @@ qint64 Grilla::filasAntes(const PorOrden& o, qint64 v) const {
                     QStringLiteral(" WHERE ") + o.c + QStringLiteral(" IS NOT NULL ORDER BY ") + o.c + o.inverso +
                     QStringLiteral(" LIMIT 1)"),
                 parametros_ + parametros_ + parametros_);
-            if (q.next() && esEntero(q.value(1)))
-                extremo_ = Extremo{q.value(0).toLongLong(), q.value(1).toLongLong()};
+            if (q.next() && o.esDeLaColumna(q.value(1)))
+                extremo_ = Extremo{q.value(0).toLongLong(), q.value(1)};
             else
                 extremo_.reset();
         }
@@ -289,7 +288,7 @@ qint64 Grilla::filasAntes(const PorOrden& o, qint64 v) const {
 
 // 3. La página de la fila de v se lee por el valor del orden y no saltando filas: lo que está antes
 // de v (hasta el comienzo de la página) y lo que sigue desde v.
-void Grilla::leePaginaDe(const PorOrden& o, qint64 v, qint64 antes, qint64 nulos, bool nulosAntes) const {
+void Grilla::leePaginaDe(const PorOrden& o, const QVariant& v, qint64 antes, qint64 nulos, bool nulosAntes) const {
     const qint64 numero = antes / ModeloGrilla::kPagina;
     const qint64 previas = antes - numero * ModeloGrilla::kPagina;
     if (numero * ModeloGrilla::kPagina < nulos) return; // la página toca el bloque de nulos del comienzo
@@ -314,14 +313,11 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
     const QString c = campoSeguro(campo);
     if (c.isEmpty() || sql_.isEmpty()) return -1;
     if (const auto rapida = posicionPorOrden(campo, valor, prefijo)) return *rapida;
-    // SQLite: orv_empieza compara sin distinguir mayúsculas (también Ñ, Á...) y convierte a texto
-    // por sí sola; si no se pudo registrar, LIKE (que sólo iguala mayúsculas ASCII). PostgreSQL:
-    // ILIKE sobre el texto tal como se tecleó, con los comodines escapados.
+    if (prefijo)
+        if (const auto porIndice = posicionPorPrefijo(campo, valor.toString())) return *porIndice;
     const bool funciones = registraFunciones(almacen_);
-    const QString condicion = !prefijo                ? QStringLiteral("c = ?")
-                              : almacen_.esPostgreSQL() ? QStringLiteral("CAST(c AS TEXT) ILIKE ? ESCAPE '\\'")
-                              : funciones               ? QStringLiteral("orv_empieza(c, ?) <> 0")
-                                                        : QStringLiteral("c LIKE ? ESCAPE '\\'");
+    const QString condicion =
+        prefijo ? condicionEmpieza(almacen_, funciones, QStringLiteral("c")) : QStringLiteral("c = ?");
     // Con el numerador, el LIMIT -1 impide que SQLite funda la subconsulta con la de afuera
     // (si no, numeraría sólo las filas que coinciden).
     const QString sql = QStringLiteral("SELECT n FROM (SELECT ") +
@@ -332,8 +328,7 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
     filasNumeradas = 0;
     QVariantList p = parametros_;
     if (!prefijo) p << valor;
-    else if (funciones) p << valor.toString();
-    else p << escapaLike(almacen_.esPostgreSQL() ? valor.toString() : valor.toString().toLower()) + u'%';
+    else p << parametroEmpieza(almacen_, funciones, valor.toString());
     try {
         QSqlQuery q = ejecutaAdelante(almacen_, sql, p);
         if (q.next()) return q.value(0).toInt() - 1;

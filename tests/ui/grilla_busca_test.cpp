@@ -1,13 +1,16 @@
 // Búsqueda de la grilla contra una búsqueda fila por fila, en los dos motores: por la columna de
 // orden (cuenta por el índice) ascendente y descendente, con repetidos, nulos (al comienzo o al
 // final según el motor) y valores extremos, sin moverse si no halla, con filas que otra terminal
-// agrega; y en columnas de texto, sin mayúsculas ni comodines.
+// agrega; y en columnas de texto, sin mayúsculas ni comodines, también por los índices de texto
+// (la columna del orden y otra), con repetidos, nulos y la vista agrupada.
 
 #include "apoyo/base_prueba.h"
 #include "widgets/grilla.h"
 
 #include <QRandomGenerator>
+#include <QSqlDriver>
 #include <limits>
+#include <sqlite3.h>
 
 namespace orv {
 namespace {
@@ -147,6 +150,75 @@ TEST_P(GrillaBusca, TextoSinDistinguirMayusculasNiComodinesEnCualquierOrden) {
         h->busca(QString::fromLatin1(campo), QString::fromUtf8(texto));
         EXPECT_EQ(h->filaActual()->value("id").toInt(), id) << texto;
     }
+}
+
+// Sentencias SQLite que numeran filas (la búsqueda fila por fila) mientras vive el objeto.
+class CuentaRecorridos {
+public:
+    explicit CuentaRecorridos(Almacen& a) {
+        const QVariant h = a.base().driver()->handle();
+        db_ = *static_cast<sqlite3* const*>(h.constData());
+        sqlite3_trace_v2(db_, SQLITE_TRACE_STMT, &CuentaRecorridos::traza, &n_);
+    }
+    ~CuentaRecorridos() { sqlite3_trace_v2(db_, 0, nullptr, nullptr); }
+    int recorridos() const { return n_; }
+
+private:
+    static int traza(unsigned, void* n, void*, void* x) {
+        if (QByteArray(static_cast<const char*>(x)).contains("orv_fila()")) ++*static_cast<int*>(n);
+        return 0;
+    }
+    sqlite3* db_ = nullptr;
+    int n_ = 0;
+};
+
+TEST_P(GrillaBusca, TextoPorLosIndicesIgualQueFilaPorFila) {
+    almacen().ejecuta("CREATE TABLE Catalogo (id INTEGER, codigo VARCHAR(20), prov VARCHAR(20))");
+    almacen().ejecuta("CREATE INDEX Catalogo_codigo ON Catalogo (codigo)");
+    almacen().ejecuta("CREATE INDEX Catalogo_prov ON Catalogo (prov)");
+    {
+        Transaccion t(almacen());
+        const char* const prefijos[] = {"ARC-", "arc-", "Lsr-", "NTR-"};
+        for (int i = 1; i <= 1200; ++i)
+            almacen().ejecuta("INSERT INTO Catalogo (id, codigo, prov) VALUES (?, ?, ?)",
+                              {i, QStringLiteral("%1%2").arg(i % 37 + 1, 2, 10, QChar(u'0')).arg(i, 4, 10, QChar(u'0')),
+                               QString::fromLatin1(prefijos[i % 4]) + QString::number((i * 7919) % 10007)});
+        // Repetidos, mayúsculas, comodines, fuera de ASCII, nulos y el último de la lista. Los
+        // repetidos del código coinciden igual en las dos columnas: entre ellos ningún orden es fijo.
+        const QVariant nulo(QMetaType(QMetaType::QString));
+        for (const auto& [id, codigo, prov] :
+             {std::tuple<int, QVariant, QVariant>{2001, "AB-1", "ñandú"}, {2002, "ab-2", "Ñandú"}, {2003, "Ab-3", "100%"},
+              {2004, "AB-1", "Ñandú"}, {2005, "100%", "1_0"}, {2006, "1_0", "ARC-1"}, {2007, "zz-ultimo", "zz-ultimo"},
+              {2008, nulo, "ARC-nulo"}, {2009, "ñu", nulo}})
+            almacen().ejecuta("INSERT INTO Catalogo (id, codigo, prov) VALUES (?, ?, ?)", {id, codigo, prov});
+        t.confirmar();
+    }
+    const QStringList textos = {"0",   "01",   "010",  "0100", "01000", "3",   "38",        "AB",         "ab-",   "aB-1",
+                                "Ab-3", "ZZ-ULT", "zz-ultimo", "zz-ultimoX", "%", "_", "1_", "100%", "ñ",   "Ñ",
+                                "ÑAN", "arc",  "ARC-1", "arc-79", "lsr", "NTR-9", "ntr-99", "x",        "nadie", "\\"};
+    for (const char* orden : {"codigo", "codigo DESC", "id", "id DESC"})
+        for (const char* campo : {"codigo", "prov"})
+            comparaTodo(QStringLiteral("SELECT id, codigo, prov FROM Catalogo ORDER BY ") + QLatin1String(orden),
+                        QLatin1String(campo), textos);
+
+    // Sin recorrer filas cuando el valor del orden de la coincidencia es único (en SQLite se ve
+    // qué sentencias corren).
+    if (GetParam() == prueba::Motor::SQLite) {
+        auto g = grilla("SELECT id, codigo, prov FROM Catalogo ORDER BY codigo");
+        CuentaRecorridos cuenta(almacen());
+        for (const auto& [campo, texto] : {std::pair{"codigo", "0100"}, {"codigo", "ZZ-U"}, {"codigo", "ab-2"},
+                                           {"codigo", "Ñ"}, {"prov", "100%"}, {"prov", "arc-79"}, {"prov", "ZZ"}, {"prov", "lsr-1"}}) {
+            ASSERT_TRUE(g->busca(QString::fromLatin1(campo), QString::fromUtf8(texto))) << texto;
+            EXPECT_TRUE(g->filaActual()->value(campo).toString().startsWith(QString::fromUtf8(texto), Qt::CaseInsensitive))
+                << texto;
+        }
+        EXPECT_EQ(cuenta.recorridos(), 0);
+    }
+    // En la vista agrupada la búsqueda sigue dentro de los grupos.
+    auto g = grilla("SELECT id, codigo, prov FROM Catalogo ORDER BY codigo");
+    g->agrupaPor("prov");
+    ASSERT_TRUE(g->busca("codigo", "AB-2"));
+    EXPECT_EQ(g->filaActual()->value("id").toInt(), 2002);
 }
 
 ORV_AMBOS_MOTORES(GrillaBusca);

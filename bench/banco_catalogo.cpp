@@ -1,0 +1,249 @@
+// Catálogo de 300 000 artículos en 300 rubros, en SQLite y en PostgreSQL: la grilla del panel de
+// artículos hasta su primera página pintada, la búsqueda incremental por código y por código de
+// proveedor a la mitad y cerca del final de la lista (una vuelta = una tecla) y del código leído a
+// la línea del borrador. Cada medida va junto a las mismas órdenes SQL sueltas, su piso en el
+// mismo motor.
+
+#include "esquema_pg.h"
+
+#include "maintenance/generador.h"
+#include "sales/borrador.h"
+#include "store/actualizacion.h"
+#include "store/almacen.h"
+#include "widgets/grilla.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPixmap>
+#include <QSqlQuery>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+const QString kConsultaPanel = QStringLiteral(
+    "SELECT Articulos.Codigo, Articulos.Descripcion, Rubros.Rubro, Articulos.StockActual, Articulos.StockMinimo, "
+    "Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.CgoProveedor, Articulos.idArticulo, "
+    "Articulos.DescripcionMatriz FROM Articulos INNER JOIN Rubros ON Articulos.idRubro = Rubros.idRubro ORDER BY "
+    "Articulos.Codigo");
+// La misma consulta sin su ORDER BY, para armar los pisos.
+const QString kSinOrden = kConsultaPanel.left(kConsultaPanel.indexOf(QStringLiteral(" ORDER BY")));
+
+constexpr qint64 kArticulos = 300000;
+constexpr qint32 kTerminal = 1;
+
+struct Catalogo {
+    std::unique_ptr<orv::Almacen> a;
+    QStringList codigos;     // artículos a la mitad y cerca del final de la lista (50 %, 95 % y 99 %)
+    QStringList proveedores; // sus códigos de proveedor
+    QStringList escaneados;  // códigos que se leen en la venta
+};
+
+class CuentaPintadas : public QObject {
+public:
+    int pintadas = 0;
+    bool eventFilter(QObject* o, QEvent* e) override {
+        if (e->type() == QEvent::Paint) ++pintadas;
+        return QObject::eventFilter(o, e);
+    }
+};
+
+void primerasFilas(benchmark::State& estado, Catalogo& c) {
+    for (auto _ : estado) {
+        orv::Grilla g(*c.a);
+        g.resize(1280, 800);
+        CuentaPintadas cuenta;
+        g.tabla()->viewport()->installEventFilter(&cuenta);
+        g.fijaConsulta(kConsultaPanel);
+        g.show();
+        QElapsedTimer limite;
+        limite.start();
+        while (cuenta.pintadas == 0 && limite.elapsed() < 5000) QApplication::processEvents();
+        if (cuenta.pintadas == 0) estado.SkipWithError("la tabla no se pintó");
+        estado.PauseTiming();
+        g.hide();
+        QApplication::processEvents();
+        estado.ResumeTiming();
+    }
+}
+
+void primerasFilasPiso(benchmark::State& estado, Catalogo& c) {
+    for (auto _ : estado) {
+        QSqlQuery q = c.a->consulta(kConsultaPanel + QStringLiteral(" LIMIT 256"));
+        int n = 0;
+        while (q.next()) n += q.value(0).isValid() ? 1 : 0;
+        if (n != 256) estado.SkipWithError("faltan filas");
+    }
+}
+
+// Las teclas de los textos, una por vuelta: "3", "30", "300", ... y el otro texto.
+QString tecla(const QStringList& textos, qint64 vuelta) {
+    qint64 total = 0;
+    for (const QString& t : textos) total += t.size();
+    qint64 i = vuelta % total;
+    for (const QString& t : textos) {
+        if (i < t.size()) return t.left(int(i + 1));
+        i -= t.size();
+    }
+    return textos.first();
+}
+
+void buscaPorTecla(benchmark::State& estado, Catalogo& c, const QString& campo, const QStringList& textos) {
+    orv::Grilla g(*c.a);
+    g.resize(1280, 800);
+    g.fijaConsulta(kConsultaPanel);
+    g.show();
+    QApplication::processEvents();
+    qint64 vuelta = 0;
+    for (auto _ : estado) {
+        const QString t = tecla(textos, vuelta++);
+        if (!g.busca(campo, t)) estado.SkipWithError(qPrintable(QStringLiteral("no halló ") + t));
+        QApplication::processEvents();
+    }
+}
+
+// Piso de una tecla: la primera coincidencia por el índice, cuántas filas hay antes y la página.
+void buscaPorTeclaPiso(benchmark::State& estado, Catalogo& c, const QString& columna, const QStringList& textos) {
+    const QString primera = QStringLiteral("SELECT Articulos.Codigo FROM Articulos WHERE Articulos.") + columna +
+                            QStringLiteral(" >= ? AND Articulos.") + columna +
+                            QStringLiteral(" < ? ORDER BY Articulos.Codigo LIMIT 1");
+    qint64 vuelta = 0;
+    for (auto _ : estado) {
+        const QString t = tecla(textos, vuelta++);
+        const QString tope = t.left(t.size() - 1) + QChar(t.back().unicode() + 1);
+        const QVariant codigo = c.a->valor(primera, {t, tope});
+        const qint64 antes =
+            c.a->valor(QStringLiteral("SELECT COUNT(*) FROM Articulos WHERE Codigo < ?"), {codigo}).toLongLong();
+        QSqlQuery p = c.a->consulta(kSinOrden + QStringLiteral(" WHERE Articulos.Codigo >= ? ORDER BY Articulos.Codigo LIMIT 256"),
+                                    {codigo});
+        int n = 0;
+        while (p.next()) ++n;
+        benchmark::DoNotOptimize(antes + n);
+    }
+}
+
+// Deja el borrador en sus 200 líneas.
+void recorta(orv::Almacen& a) {
+    a.ejecuta(QStringLiteral("DELETE FROM TmpFac WHERE PCRed = ? AND idTmpFac > (SELECT MIN(idTmpFac) + 199 FROM TmpFac "
+                             "WHERE PCRed = ?)"),
+              {kTerminal, kTerminal});
+}
+
+void escaneo(benchmark::State& estado, Catalogo& c) {
+    int i = 0;
+    for (auto _ : estado) {
+        const QString codigo = c.escaneados.at(i++ % c.escaneados.size());
+        orv::AgregaLinea(*c.a, kTerminal, {orv::OrigenLinea::CodigoBarras, codigo, std::nullopt, QStringLiteral("1"),
+                                            QStringLiteral("0")});
+        const orv::Totales t = orv::CalculaTotales(*c.a, kTerminal, 10, 21);
+        benchmark::DoNotOptimize(t.total);
+        estado.PauseTiming();
+        recorta(*c.a);
+        estado.ResumeTiming();
+    }
+}
+
+// Piso: el artículo por su código, el alta de la línea y los totales, sin nada alrededor.
+void escaneoPiso(benchmark::State& estado, Catalogo& c) {
+    orv::Almacen& a = *c.a;
+    int i = 0;
+    for (auto _ : estado) {
+        const QString codigo = c.escaneados.at(i++ % c.escaneados.size());
+        QSqlQuery art = a.consulta(QStringLiteral("SELECT idArticulo, Descripcion, PrecioVenta FROM Articulos WHERE Codigo = ?"),
+                                   {codigo});
+        art.next();
+        const QVariant id = art.value(0), desc = art.value(1), precio = art.value(2);
+        art.finish();
+        a.ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Cantidad, Descripcion, Unitario, SubTotal, PCRed) "
+                                 "VALUES (?, ?, 1, ?, ?, ?, ?)"),
+                  {id, codigo, desc, precio, precio, kTerminal});
+        QSqlQuery tot =
+            a.consulta(QStringLiteral("SELECT count(*), sum(SubTotal), sum(Cantidad) FROM TmpFac WHERE PCRed = ?"), {kTerminal});
+        tot.next();
+        benchmark::DoNotOptimize(tot.value(1));
+        estado.PauseTiming();
+        recorta(a);
+        estado.ResumeTiming();
+    }
+}
+
+void prepara(Catalogo& c, const QString& destino, const char* motor) {
+    QElapsedTimer reloj;
+    reloj.start();
+    c.a = orv::Almacen::abre(destino);
+    orv::actualizaEsquema(*c.a);
+    orv::OpcionesGenerador o;
+    o.articulos = kArticulos;
+    o.rubros = 300;
+    o.filasCaja = 1000;
+    orv::generaAlmacenGrande(*c.a, o);
+    // Lo que la limpieza automática del servidor haría sola después de una carga así.
+    if (c.a->esPostgreSQL()) c.a->ejecuta(QStringLiteral("VACUUM ANALYZE"));
+    for (qint64 lugar : {kArticulos / 2, kArticulos * 95 / 100, kArticulos * 99 / 100}) {
+        QSqlQuery q = c.a->consulta(QStringLiteral("SELECT Codigo, CgoProveedor FROM Articulos ORDER BY Codigo LIMIT 1 OFFSET ?"),
+                                    {lugar});
+        q.next();
+        c.codigos << q.value(0).toString();
+        c.proveedores << q.value(1).toString();
+    }
+    QSqlQuery q = c.a->consulta(QStringLiteral("SELECT Codigo FROM Articulos ORDER BY idArticulo LIMIT 1200 OFFSET 250000"));
+    QStringList enBorrador;
+    while (q.next()) (enBorrador.size() < 200 ? enBorrador : c.escaneados) << q.value(0).toString();
+    q.finish();
+    for (const QString& codigo : enBorrador)
+        orv::AgregaLinea(*c.a, kTerminal, {orv::OrigenLinea::CodigoBarras, codigo, std::nullopt, QStringLiteral("1"),
+                                            QStringLiteral("0")});
+    std::fprintf(stderr, "%s: %lld artículos en 300 rubros en %.1f s; se buscan %s y %s\n", motor,
+                 c.a->valor(QStringLiteral("SELECT count(*) FROM Articulos")).toLongLong(), double(reloj.elapsed()) / 1000.0,
+                 qPrintable(c.codigos.join(QStringLiteral(", "))), qPrintable(c.proveedores.join(QStringLiteral(", "))));
+}
+
+void registra(Catalogo& c, const QString& motor) {
+    auto nombre = [&motor](const char* que) { return (QStringLiteral("Catalogo/") + QLatin1String(que) + u'/' + motor).toStdString(); };
+    auto ms = [](benchmark::internal::Benchmark* b) { b->Unit(benchmark::kMillisecond)->UseRealTime(); };
+    ms(benchmark::RegisterBenchmark(nombre("PrimerasFilasDelPanel").c_str(), [&c](benchmark::State& s) { primerasFilas(s, c); }));
+    ms(benchmark::RegisterBenchmark(nombre("PrimerasFilasDelPanel/Piso").c_str(), [&c](benchmark::State& s) { primerasFilasPiso(s, c); }));
+    ms(benchmark::RegisterBenchmark(nombre("BuscaCodigoPorTecla").c_str(),
+                                    [&c](benchmark::State& s) { buscaPorTecla(s, c, QStringLiteral("Codigo"), c.codigos); }));
+    ms(benchmark::RegisterBenchmark(nombre("BuscaCodigoPorTecla/Piso").c_str(), [&c](benchmark::State& s) {
+        buscaPorTeclaPiso(s, c, QStringLiteral("Codigo"), c.codigos);
+    }));
+    ms(benchmark::RegisterBenchmark(nombre("BuscaCgoProveedorPorTecla").c_str(), [&c](benchmark::State& s) {
+        buscaPorTecla(s, c, QStringLiteral("CgoProveedor"), c.proveedores);
+    }));
+    ms(benchmark::RegisterBenchmark(nombre("BuscaCgoProveedorPorTecla/Piso").c_str(), [&c](benchmark::State& s) {
+        buscaPorTeclaPiso(s, c, QStringLiteral("CgoProveedor"), c.proveedores);
+    }));
+    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea").c_str(), [&c](benchmark::State& s) { escaneo(s, c); }));
+    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea/Piso").c_str(), [&c](benchmark::State& s) { escaneoPiso(s, c); }));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    QTemporaryDir carpeta;
+    if (!carpeta.isValid()) return 1;
+    EsquemaPostgreSQL esquema;
+    Catalogo sqlite, postgres;
+    try {
+        prepara(sqlite, carpeta.filePath(QStringLiteral("BASE.db")), "SQLite");
+        registra(sqlite, QStringLiteral("SQLite"));
+        if (esquema.hay()) {
+            prepara(postgres, esquema.crea(), "PostgreSQL");
+            registra(postgres, QStringLiteral("PostgreSQL"));
+        }
+        benchmark::RunSpecifiedBenchmarks();
+    } catch (const orv::ErrorAlmacen& e) {
+        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
+        return 1;
+    }
+    sqlite.a.reset();
+    postgres.a.reset();
+    benchmark::Shutdown();
+    return 0;
+}

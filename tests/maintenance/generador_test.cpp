@@ -1,0 +1,55 @@
+// Generador de almacenes grandes, en los dos motores: rubros pedidos, códigos con la regla de la
+// ficha, códigos de proveedor con su prefijo y descripciones que varían.
+
+#include "apoyo/base_prueba.h"
+#include "apoyo/filas.h"
+
+#include "maintenance/generador.h"
+#include "store/actualizacion.h"
+
+using namespace orv;
+using namespace orv::prueba;
+
+namespace {
+
+class Generador : public PorMotor {};
+
+TEST_P(Generador, RubrosPedidosCodigosDeLaFichaYDeProveedor) {
+    actualizaEsquema(almacen());
+    OpcionesGenerador o;
+    o.articulos = 1001;
+    o.rubros = 3;
+    o.filasCaja = 0;
+    EXPECT_EQ(generaAlmacenGrande(almacen(), o).articulos, 1001);
+
+    // Artículos por rubro (el resto va a los primeros), y el primero y el último de cada uno: las
+    // cifras del rubro y el número en el rubro, de 1 en adelante.
+    QStringList esperadas;
+    QString primero;
+    for (const auto& [n, cuantos] : {std::pair{1, 334}, {2, 334}, {3, 333}}) {
+        const QString cifras = QStringLiteral("%1").arg(
+            almacen().valor("SELECT idRubro FROM Rubros WHERE Rubro = ?", {QStringLiteral("Rubro generado %1").arg(n)}).toLongLong(),
+            2, 10, QLatin1Char('0'));
+        if (primero.isEmpty()) primero = cifras + "0001";
+        esperadas << QStringLiteral("Rubro generado %1|%2|").arg(n).arg(cuantos) + cifras + "0001|" + cifras +
+                         QStringLiteral("%1").arg(cuantos, 4, 10, QLatin1Char('0'));
+    }
+    EXPECT_EQ(Filas(almacen(), "SELECT Rubros.Rubro, count(*), min(Articulos.Codigo), max(Articulos.Codigo) FROM Articulos "
+                               "INNER JOIN Rubros ON Articulos.idRubro = Rubros.idRubro GROUP BY Rubros.Rubro ORDER BY 1"),
+              esperadas);
+
+    // Código de proveedor: prefijo de tres letras de su proveedor, guion y seis cifras, distinto del
+    // código propio; la descripción combina producto, marca y presentación, y se repite poco.
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*) FROM Articulos WHERE CgoProveedor = Codigo OR length(CgoProveedor) <> 10 "
+                               "OR substr(CgoProveedor, 4, 1) <> '-'"),
+              QStringList{"0"});
+    EXPECT_EQ(Filas(almacen(), "SELECT count(DISTINCT substr(CgoProveedor, 1, 3)), count(DISTINCT CgoProveedor), "
+                               "CASE WHEN count(DISTINCT Descripcion) > 900 THEN 'variadas' ELSE 'repetidas' END FROM Articulos"),
+              QStringList{"3|1001|variadas"});
+    EXPECT_EQ(Filas(almacen(), "SELECT Descripcion, CgoProveedor FROM Articulos WHERE Codigo = ?", {primero}),
+              QStringList{"Gaseosa La Serenísima 500 g|ARC-031676"});
+}
+
+ORV_AMBOS_MOTORES(Generador);
+
+} // namespace
