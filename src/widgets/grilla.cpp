@@ -268,6 +268,8 @@ void Grilla::permiteAgrupar(bool si) {
     if (!si && agrupada()) quitaAgrupacion();
 }
 
+void Grilla::fijaTextoAgrupar(const QString& texto) { banda_->fijaTexto(texto); }
+
 int Grilla::filaActualNumero() const {
     if (agrupada()) return -1;
     const QModelIndex i = tabla_->currentIndex();

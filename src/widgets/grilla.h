@@ -162,6 +162,8 @@ public:
 
     // Muestra u oculta la banda de agrupación (una grilla sin banda no se agrupa arrastrando).
     void permiteAgrupar(bool si);
+    // Texto de la banda vacía; cada grilla tiene el suyo.
+    void fijaTextoAgrupar(const QString& texto);
     void agrupaPor(const QString& campo);
     void quitaAgrupacion();
     QStringList agrupacion() const { return agrupar_; }

@@ -44,6 +44,8 @@ BandaAgrupar::BandaAgrupar(Grilla& g) : QFrame(&g), grilla_(g) {
     muestra({});
 }
 
+void BandaAgrupar::fijaTexto(const QString& texto) { texto_->setText(texto); }
+
 void BandaAgrupar::muestra(const QString& titulo) {
     ficha_->setVisible(!titulo.isEmpty());
     texto_->setVisible(titulo.isEmpty());

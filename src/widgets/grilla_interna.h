@@ -109,6 +109,7 @@ class BandaAgrupar : public QFrame {
 public:
     explicit BandaAgrupar(Grilla& g);
     void muestra(const QString& titulo);
+    void fijaTexto(const QString& texto);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* e) override;

@@ -115,6 +115,7 @@ QHBoxLayout* PanelArticulos::armaBusquedas() {
 
 void PanelArticulos::armaGrilla() {
     grilla_ = new Grilla(almacen_, this);
+    grilla_->fijaTextoAgrupar(QStringLiteral("Arrastrar aquí columnas para agrupar"));
     grilla_->setObjectName(QStringLiteral("Data1"));
     grilla_->fijaTituloImpresion(QStringLiteral("Articulos"));
     grilla_->fijaClave(QStringLiteral("idArticulo"));
