@@ -1,6 +1,7 @@
 #include "articles/consulta_articulos.h"
 
 #include "store/esquema.h"
+#include "store/rutinas.h"
 
 #include <QSqlDriver>
 #include <algorithm>
@@ -51,16 +52,6 @@ bool registraContiene(const Almacen& a) {
                                               contiene, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-QString escapaLike(const QString& s) {
-    QString r;
-    r.reserve(s.size() + 4);
-    for (QChar c : s) {
-        if (c == u'\\' || c == u'%' || c == u'_') r += u'\\';
-        r += c;
-    }
-    return r;
-}
-
 // La condición sobre la descripción y su parámetro.
 std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, CaminoTexto camino) {
     const bool indice = camino == CaminoTexto::Indice && texto.toUcs4().size() >= kLetrasIndice;
@@ -69,7 +60,7 @@ std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, C
         // no lo puede usar (ni conviene: con menos de tres letras el índice se leería entero).
         if (indice)
             return {QStringLiteral("lower(Articulos.Descripcion) LIKE lower(?) ESCAPE '\\'"),
-                    QStringLiteral("%") + escapaLike(texto) + QStringLiteral("%")};
+                    QStringLiteral("%") + EscapaLike(texto) + QStringLiteral("%")};
         return {QStringLiteral("strpos(lower(Articulos.Descripcion), lower(?)) > 0"), texto};
     }
     if (indice && HayIndiceDescripciones(a)) {
@@ -91,7 +82,7 @@ std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, C
     const bool ascii = std::all_of(texto.cbegin(), texto.cend(), [](QChar c) { return c.unicode() < 128; });
     if (!ascii && registraContiene(a)) return {QStringLiteral("orv_contiene(Articulos.Descripcion, ?) <> 0"), texto};
     return {QStringLiteral("Articulos.Descripcion LIKE ? ESCAPE '\\'"),
-            QStringLiteral("%") + escapaLike(texto) + QStringLiteral("%")};
+            QStringLiteral("%") + EscapaLike(texto) + QStringLiteral("%")};
 }
 
 } // namespace

@@ -105,4 +105,14 @@ bool ExisteArchivo(const QString& ruta) {
     return QFileInfo::exists(ruta);
 }
 
+QString EscapaLike(const QString& s) {
+    QString r;
+    r.reserve(s.size() + 4);
+    for (QChar c : s) {
+        if (c == u'\\' || c == u'%' || c == u'_') r += u'\\';
+        r += c;
+    }
+    return r;
+}
+
 } // namespace orv

@@ -51,4 +51,7 @@ void MueveStock(Almacen& a, const QString& lineas, const QVariant& valor, bool e
 // Falso para una ruta de menos de 4 caracteres; si no, si el archivo o carpeta existe.
 bool ExisteArchivo(const QString& ruta);
 
+// Texto para un LIKE ... ESCAPE '\\' que busca literalmente '%', '_' y '\\'.
+QString EscapaLike(const QString& s);
+
 } // namespace orv

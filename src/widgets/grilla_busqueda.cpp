@@ -1,5 +1,6 @@
 #include "widgets/grilla.h"
 #include "widgets/grilla_interna.h"
+#include "store/rutinas.h"
 
 #include <QHeaderView>
 #include <QRegularExpression>
@@ -17,16 +18,6 @@ namespace orv {
 using namespace grilla;
 
 namespace {
-
-QString escapaLike(const QString& s) {
-    QString r;
-    r.reserve(s.size() + 4);
-    for (QChar c : s) {
-        if (c == u'\\' || c == u'%' || c == u'_') r += u'\\';
-        r += c;
-    }
-    return r;
-}
 
 // Funciones propias para SQLite, registradas en la conexión del almacén.
 //
@@ -90,7 +81,7 @@ QString grilla::condicionEmpieza(const Almacen& a, bool funciones, const QString
 
 QVariant grilla::parametroEmpieza(const Almacen& a, bool funciones, const QString& texto) {
     if (funciones) return texto;
-    return escapaLike(a.esPostgreSQL() ? texto : texto.toLower()) + u'%';
+    return EscapaLike(a.esPostgreSQL() ? texto : texto.toLower()) + u'%';
 }
 
 // --- posición ---
