@@ -3,9 +3,7 @@
 #include "store/esquema.h"
 #include "store/rutinas.h"
 
-#include <QSqlDriver>
 #include <algorithm>
-#include <sqlite3.h>
 
 namespace orv {
 
@@ -23,34 +21,6 @@ constexpr qsizetype kLetrasIndice = 3;
 // (medido con 300 000 artículos: traer y ordenar 25 000 coincidencias lleva 16 ms; recorrer
 // hasta llenar la primera página, menos de uno).
 constexpr qint64 kMuchasCoincidencias = 4000;
-
-// orv_contiene(valor, texto): 1 si el valor contiene el texto sin distinguir mayúsculas, también
-// fuera de ASCII (el LIKE de SQLite sólo iguala A-Z con a-z); 0 si no o si el valor es nulo. El
-// texto va tal cual: % y _ no son comodines.
-void contiene(sqlite3_context* ctx, int, sqlite3_value** args) {
-    if (sqlite3_value_type(args[0]) == SQLITE_NULL || sqlite3_value_type(args[1]) == SQLITE_NULL) {
-        sqlite3_result_int(ctx, 0);
-        return;
-    }
-    const auto texto = [](sqlite3_value* v) {
-        return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
-    };
-    sqlite3_result_int(ctx, texto(args[0]).contains(texto(args[1]), Qt::CaseInsensitive) ? 1 : 0);
-}
-
-// Registra orv_contiene en la conexión SQLite del almacén (una sola vez: volver a registrarla
-// invalidaría las sentencias preparadas). false si no se pudo.
-bool registraContiene(const Almacen& a) {
-    const QVariant h = a.base().driver()->handle();
-    if (qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
-    sqlite3* db = *static_cast<sqlite3* const*>(h.constData());
-    if (!db) return false;
-    sqlite3_stmt* prueba = nullptr;
-    const bool esta = sqlite3_prepare_v2(db, "SELECT orv_contiene('', '')", -1, &prueba, nullptr) == SQLITE_OK;
-    sqlite3_finalize(prueba);
-    return esta || sqlite3_create_function_v2(db, "orv_contiene", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
-                                              contiene, nullptr, nullptr, nullptr) == SQLITE_OK;
-}
 
 // La condición sobre la descripción y su parámetro.
 std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, CaminoTexto camino) {
@@ -80,7 +50,7 @@ std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, C
     // Un texto ASCII va por el LIKE propio de SQLite, que iguala A-Z con a-z y es más rápido que
     // una función del programa; con otras letras, orv_contiene.
     const bool ascii = std::all_of(texto.cbegin(), texto.cend(), [](QChar c) { return c.unicode() < 128; });
-    if (!ascii && registraContiene(a)) return {QStringLiteral("orv_contiene(Articulos.Descripcion, ?) <> 0"), texto};
+    if (!ascii) return {QStringLiteral("orv_contiene(Articulos.Descripcion, ?) <> 0"), texto};
     return {QStringLiteral("Articulos.Descripcion LIKE ? ESCAPE '\\'"),
             QStringLiteral("%") + EscapaLike(texto) + QStringLiteral("%")};
 }

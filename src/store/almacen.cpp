@@ -1,6 +1,7 @@
 #include "store/almacen.h"
 
 #include "store/archivos.h"
+#include "store/funciones_sqlite.h"
 
 #include <QAtomicInteger>
 #include <QElapsedTimer>
@@ -202,6 +203,8 @@ std::unique_ptr<Almacen> Almacen::abreSQLite(const QString& ruta, Apertura apert
     // Lo confirmado queda en el disco aunque se corte la luz o caiga el sistema.
     a->ejecuta(QStringLiteral("PRAGMA synchronous=FULL"));
     a->ejecuta(QStringLiteral("PRAGMA foreign_keys=OFF"));
+    if (!RegistraFuncionesSQLite(manejoSQLite(a->base())))
+        throw ErrorAlmacen(QStringLiteral("No se pudieron preparar las funciones de búsqueda en %1").arg(archivo.absoluteFilePath()));
     return a;
 }
 

@@ -1,87 +1,30 @@
 #include "widgets/grilla.h"
 #include "widgets/grilla_interna.h"
+#include "store/funciones_sqlite.h"
 #include "store/rutinas.h"
 
 #include <QHeaderView>
 #include <QRegularExpression>
-#include <QSqlDriver>
 #include <QSqlQuery>
 #include <QTableView>
 #include <QTreeWidget>
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <sqlite3.h>
 
 namespace orv {
 
 using namespace grilla;
 
-namespace {
-
-// Funciones propias para SQLite, registradas en la conexión del almacén.
-//
-// orv_fila() devuelve 1, 2, 3... en el orden en que se leen las filas. ROW_NUMBER() obliga a
-// SQLite a guardar el resultado entero antes de filtrar; así, la lectura se detiene en la primera
-// coincidencia.
-qint64 filasNumeradas = 0;
-
-void numeraFila(sqlite3_context* ctx, int, sqlite3_value**) {
-    auto* n = static_cast<qint64*>(sqlite3_user_data(ctx));
-    sqlite3_result_int64(ctx, ++*n);
-}
-
-// orv_empieza(valor, prefijo): 1 si el texto del valor empieza con el prefijo sin distinguir
-// mayúsculas, también fuera de ASCII (Ñ y ñ, Á y á, que el LIKE de SQLite distingue); 0 si no o
-// si alguno es nulo. El prefijo va tal cual: % y _ no son comodines.
-void empiezaCon(sqlite3_context* ctx, int, sqlite3_value** args) {
-    if (sqlite3_value_type(args[0]) == SQLITE_NULL || sqlite3_value_type(args[1]) == SQLITE_NULL) {
-        sqlite3_result_int(ctx, 0);
-        return;
-    }
-    const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(args[1]));
-    const QString prefijo = QString::fromUtf8(p, sqlite3_value_bytes(args[1]));
-    const auto* v = reinterpret_cast<const char*>(sqlite3_value_text(args[0]));
-    // Cada carácter del prefijo ocupa a lo sumo 4 bytes en el valor: alcanza con decodificar
-    // el comienzo (un carácter cortado al final queda fuera de lo que se compara).
-    const qsizetype bytes = qMin<qsizetype>(sqlite3_value_bytes(args[0]), 4 * prefijo.size());
-    const QString comienzo = QString::fromUtf8(v, bytes);
-    sqlite3_result_int(ctx, comienzo.startsWith(prefijo, Qt::CaseInsensitive) ? 1 : 0);
-}
-
-} // namespace
-
-bool grilla::registraFunciones(const Almacen& a) {
-    if (a.esPostgreSQL()) return false;
-    const QVariant h = a.base().driver()->handle();
-    if (qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
-    sqlite3* db = *static_cast<sqlite3* const*>(h.constData());
-    if (!db) return false;
-    // Ya registradas en esta conexión: volver a registrarlas invalidaría las sentencias preparadas
-    // (y fallaría con alguna en curso).
-    sqlite3_stmt* prueba = nullptr;
-    const bool estan =
-        sqlite3_prepare_v2(db, "SELECT orv_fila(), orv_empieza('', '')", -1, &prueba, nullptr) == SQLITE_OK;
-    sqlite3_finalize(prueba);
-    if (estan) return true;
-    return sqlite3_create_function_v2(db, "orv_fila", 0, SQLITE_UTF8, &filasNumeradas, numeraFila, nullptr,
-                                      nullptr, nullptr) == SQLITE_OK &&
-           sqlite3_create_function_v2(db, "orv_empieza", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
-                                      empiezaCon, nullptr, nullptr, nullptr) == SQLITE_OK;
-}
-
 // SQLite: orv_empieza compara sin distinguir mayúsculas (también Ñ, Á...) y convierte a texto por
-// sí sola; si no se pudo registrar, LIKE (que sólo iguala mayúsculas ASCII). PostgreSQL: ILIKE
-// sobre el texto tal como se tecleó, con los comodines escapados.
-QString grilla::condicionEmpieza(const Almacen& a, bool funciones, const QString& col) {
+// sí sola. PostgreSQL: ILIKE sobre el texto tal como se tecleó, con los comodines escapados.
+QString grilla::condicionEmpieza(const Almacen& a, const QString& col) {
     if (a.esPostgreSQL()) return QStringLiteral("CAST(") + col + QStringLiteral(" AS TEXT) ILIKE ? ESCAPE '\\'");
-    if (funciones) return QStringLiteral("orv_empieza(") + col + QStringLiteral(", ?) <> 0");
-    return col + QStringLiteral(" LIKE ? ESCAPE '\\'");
+    return QStringLiteral("orv_empieza(") + col + QStringLiteral(", ?) <> 0");
 }
 
-QVariant grilla::parametroEmpieza(const Almacen& a, bool funciones, const QString& texto) {
-    if (funciones) return texto;
-    return EscapaLike(a.esPostgreSQL() ? texto : texto.toLower()) + u'%';
+QVariant grilla::parametroEmpieza(const Almacen& a, const QString& texto) {
+    return a.esPostgreSQL() ? QVariant(EscapaLike(texto) + u'%') : QVariant(texto);
 }
 
 // --- posición ---
@@ -306,9 +249,8 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
     if (const auto rapida = posicionPorOrden(campo, valor, prefijo)) return *rapida;
     if (prefijo)
         if (const auto porIndice = posicionPorPrefijo(campo, valor.toString())) return *porIndice;
-    const bool funciones = registraFunciones(almacen_);
-    const QString condicion =
-        prefijo ? condicionEmpieza(almacen_, funciones, QStringLiteral("c")) : QStringLiteral("c = ?");
+    const bool funciones = !almacen_.esPostgreSQL(); // orv_fila(), propia de SQLite
+    const QString condicion = prefijo ? condicionEmpieza(almacen_, QStringLiteral("c")) : QStringLiteral("c = ?");
     // Con el numerador, el LIMIT -1 impide que SQLite funda la subconsulta con la de afuera
     // (si no, numeraría sólo las filas que coinciden).
     const QString sql = QStringLiteral("SELECT n FROM (SELECT ") +
@@ -316,10 +258,10 @@ int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo
                         QStringLiteral(" AS n, c FROM (SELECT ") + c + QStringLiteral(" AS c FROM (") + sql_ +
                         QStringLiteral(") AS q) AS q2") + (funciones ? QStringLiteral(" LIMIT -1") : QString()) +
                         QStringLiteral(") AS t WHERE ") + condicion + QStringLiteral(" LIMIT 1");
-    filasNumeradas = 0;
+    ReiniciaNumeracionDeFilas();
     QVariantList p = parametros_;
     if (!prefijo) p << valor;
-    else p << parametroEmpieza(almacen_, funciones, valor.toString());
+    else p << parametroEmpieza(almacen_, valor.toString());
     try {
         QSqlQuery q = ejecutaAdelante(almacen_, sql, p);
         if (q.next()) return q.value(0).toInt() - 1;

@@ -28,13 +28,10 @@ inline QSqlQuery ejecutaAdelante(Almacen& a, const QString& sql, const QVariantL
 }
 
 bool esEntero(const QVariant& v);
-// Funciones propias de la búsqueda en la conexión SQLite (orv_fila, orv_empieza); false si no
-// se pudieron registrar o el almacén es PostgreSQL.
-bool registraFunciones(const Almacen& a);
 // "el valor de col empieza con el texto, sin distinguir mayúsculas", como la evalúa la búsqueda
 // fila por fila, con un parámetro: el que da parametroEmpieza.
-QString condicionEmpieza(const Almacen& a, bool funciones, const QString& col);
-QVariant parametroEmpieza(const Almacen& a, bool funciones, const QString& texto);
+QString condicionEmpieza(const Almacen& a, const QString& col);
+QVariant parametroEmpieza(const Almacen& a, const QString& texto);
 
 } // namespace grilla
 

@@ -124,8 +124,6 @@ std::optional<int> Grilla::posicionPorPrefijo(const QString& campo, const QStrin
     const QString oc = campoSeguro(orden_->columna);
     if (s.isEmpty() || oc.isEmpty()) return std::nullopt;
     if (modelo_->campos().field(s).metaType().id() != QMetaType::QString) return std::nullopt;
-    const bool funciones = registraFunciones(almacen_);
-    if (!funciones && !almacen_.esPostgreSQL()) return std::nullopt;
     Formas formas;
     for (char32_t c : texto.toStdU32String()) {
         if (c > 0xFFFF) return std::nullopt;
@@ -140,8 +138,8 @@ std::optional<int> Grilla::posicionPorPrefijo(const QString& campo, const QStrin
 
         // 1. Los rangos: se salta por el índice de s de una forma posible a la siguiente; cada
         // fila leída o coincide (su forma es un rango) o dice desde dónde seguir.
-        const QString empieza = condicionEmpieza(almacen_, funciones, s);
-        const QVariant buscado = parametroEmpieza(almacen_, funciones, texto);
+        const QString empieza = condicionEmpieza(almacen_, s);
+        const QVariant buscado = parametroEmpieza(almacen_, texto);
         const QString salto = QStringLiteral("SELECT ") + s + QStringLiteral(", CASE WHEN ") + empieza +
                               QStringLiteral(" THEN 1 ELSE 0 END FROM (") + orden_->base + QStringLiteral(") AS q WHERE ") +
                               s + QStringLiteral(" >= ? ORDER BY ") + s + QStringLiteral(" LIMIT 1");
