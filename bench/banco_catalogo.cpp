@@ -5,7 +5,9 @@
 // mismo motor.
 
 #include "esquema_pg.h"
+#include "escaneo.h"
 
+#include "articles/consulta_articulos.h"
 #include "maintenance/generador.h"
 #include "sales/borrador.h"
 #include "store/actualizacion.h"
@@ -24,16 +26,12 @@
 
 namespace {
 
-const QString kConsultaPanel = QStringLiteral(
-    "SELECT Articulos.Codigo, Articulos.Descripcion, Rubros.Rubro, Articulos.StockActual, Articulos.StockMinimo, "
-    "Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.CgoProveedor, Articulos.idArticulo, "
-    "Articulos.DescripcionMatriz FROM Articulos INNER JOIN Rubros ON Articulos.idRubro = Rubros.idRubro ORDER BY "
-    "Articulos.Codigo");
 // La misma consulta sin su ORDER BY, para armar los pisos.
+const QString& kConsultaPanel = orv::ConsultaArticulosCompleta();
 const QString kSinOrden = kConsultaPanel.left(kConsultaPanel.indexOf(QStringLiteral(" ORDER BY")));
 
 constexpr qint64 kArticulos = 300000;
-constexpr qint32 kTerminal = 1;
+using banco::kTerminal;
 
 struct Catalogo {
     std::unique_ptr<orv::Almacen> a;
@@ -42,20 +40,11 @@ struct Catalogo {
     QStringList escaneados;  // códigos que se leen en la venta
 };
 
-class CuentaPintadas : public QObject {
-public:
-    int pintadas = 0;
-    bool eventFilter(QObject* o, QEvent* e) override {
-        if (e->type() == QEvent::Paint) ++pintadas;
-        return QObject::eventFilter(o, e);
-    }
-};
-
 void primerasFilas(benchmark::State& estado, Catalogo& c) {
     for (auto _ : estado) {
         orv::Grilla g(*c.a);
         g.resize(1280, 800);
-        CuentaPintadas cuenta;
+        banco::CuentaPintadas cuenta;
         g.tabla()->viewport()->installEventFilter(&cuenta);
         g.fijaConsulta(kConsultaPanel);
         g.show();
@@ -125,51 +114,6 @@ void buscaPorTeclaPiso(benchmark::State& estado, Catalogo& c, const QString& col
     }
 }
 
-// Deja el borrador en sus 200 líneas.
-void recorta(orv::Almacen& a) {
-    a.ejecuta(QStringLiteral("DELETE FROM TmpFac WHERE PCRed = ? AND idTmpFac > (SELECT MIN(idTmpFac) + 199 FROM TmpFac "
-                             "WHERE PCRed = ?)"),
-              {kTerminal, kTerminal});
-}
-
-void escaneo(benchmark::State& estado, Catalogo& c) {
-    int i = 0;
-    for (auto _ : estado) {
-        const QString codigo = c.escaneados.at(i++ % c.escaneados.size());
-        orv::AgregaLinea(*c.a, kTerminal, {orv::OrigenLinea::CodigoBarras, codigo, std::nullopt, QStringLiteral("1"),
-                                            QStringLiteral("0")});
-        const orv::Totales t = orv::CalculaTotales(*c.a, kTerminal, 10, 21);
-        benchmark::DoNotOptimize(t.total);
-        estado.PauseTiming();
-        recorta(*c.a);
-        estado.ResumeTiming();
-    }
-}
-
-// Piso: el artículo por su código, el alta de la línea y los totales, sin nada alrededor.
-void escaneoPiso(benchmark::State& estado, Catalogo& c) {
-    orv::Almacen& a = *c.a;
-    int i = 0;
-    for (auto _ : estado) {
-        const QString codigo = c.escaneados.at(i++ % c.escaneados.size());
-        QSqlQuery art = a.consulta(QStringLiteral("SELECT idArticulo, Descripcion, PrecioVenta FROM Articulos WHERE Codigo = ?"),
-                                   {codigo});
-        art.next();
-        const QVariant id = art.value(0), desc = art.value(1), precio = art.value(2);
-        art.finish();
-        a.ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Cantidad, Descripcion, Unitario, SubTotal, PCRed) "
-                                 "VALUES (?, ?, 1, ?, ?, ?, ?)"),
-                  {id, codigo, desc, precio, precio, kTerminal});
-        QSqlQuery tot =
-            a.consulta(QStringLiteral("SELECT count(*), sum(SubTotal), sum(Cantidad) FROM TmpFac WHERE PCRed = ?"), {kTerminal});
-        tot.next();
-        benchmark::DoNotOptimize(tot.value(1));
-        estado.PauseTiming();
-        recorta(a);
-        estado.ResumeTiming();
-    }
-}
-
 void prepara(Catalogo& c, const QString& destino, const char* motor) {
     QElapsedTimer reloj;
     reloj.start();
@@ -194,8 +138,7 @@ void prepara(Catalogo& c, const QString& destino, const char* motor) {
     while (q.next()) (enBorrador.size() < 200 ? enBorrador : c.escaneados) << q.value(0).toString();
     q.finish();
     for (const QString& codigo : enBorrador)
-        orv::AgregaLinea(*c.a, kTerminal, {orv::OrigenLinea::CodigoBarras, codigo, std::nullopt, QStringLiteral("1"),
-                                            QStringLiteral("0")});
+        banco::agregaPorCodigo(*c.a, codigo);
     std::fprintf(stderr, "%s: %lld artículos en 300 rubros en %.1f s; se buscan %s y %s\n", motor,
                  c.a->valor(QStringLiteral("SELECT count(*) FROM Articulos")).toLongLong(), double(reloj.elapsed()) / 1000.0,
                  qPrintable(c.codigos.join(QStringLiteral(", "))), qPrintable(c.proveedores.join(QStringLiteral(", "))));
@@ -217,8 +160,8 @@ void registra(Catalogo& c, const QString& motor) {
     ms(benchmark::RegisterBenchmark(nombre("BuscaCgoProveedorPorTecla/Piso").c_str(), [&c](benchmark::State& s) {
         buscaPorTeclaPiso(s, c, QStringLiteral("CgoProveedor"), c.proveedores);
     }));
-    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea").c_str(), [&c](benchmark::State& s) { escaneo(s, c); }));
-    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea/Piso").c_str(), [&c](benchmark::State& s) { escaneoPiso(s, c); }));
+    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea").c_str(), [&c](benchmark::State& s) { banco::escaneaALinea(s, *c.a, c.escaneados); }));
+    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea/Piso").c_str(), [&c](benchmark::State& s) { banco::escaneaALineaPiso(s, *c.a, c.escaneados); }));
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // Grilla sobre 1 000 000 de filas de caja (SQLite): tiempo hasta la primera página pintada y
 // búsqueda incremental de una fila cerca del final.
 
+#include "escaneo.h"
+
 #include "maintenance/generador.h"
 #include "widgets/grilla.h"
 #include "store/actualizacion.h"
@@ -18,21 +20,11 @@ namespace {
 
 const QString kSql = QStringLiteral("SELECT * FROM ConsultaCaja ORDER BY idCaja");
 
-// Cuenta las veces que se pinta la zona de filas de la tabla.
-class CuentaPintadas : public QObject {
-public:
-    int pintadas = 0;
-    bool eventFilter(QObject* o, QEvent* e) override {
-        if (e->type() == QEvent::Paint) ++pintadas;
-        return QObject::eventFilter(o, e);
-    }
-};
-
 void primeraPagina(benchmark::State& estado, orv::Almacen& a) {
     for (auto _ : estado) {
         orv::Grilla g(a);
         g.resize(1280, 800);
-        CuentaPintadas cuenta;
+        banco::CuentaPintadas cuenta;
         g.tabla()->viewport()->installEventFilter(&cuenta);
         g.fijaConsulta(kSql);
         g.fijaMascara(QStringLiteral("Ingreso"), QStringLiteral("#,##0.00"));

@@ -2,6 +2,8 @@
 // totales, sobre 100 000 artículos y un borrador de 200 líneas (SQLite). Se mide la lógica, el
 // manejador del panel "Vender" y, como piso, las mismas órdenes SQL sueltas.
 
+#include "escaneo.h"
+
 #include "app/configuracion.h"
 #include "app/estado.h"
 #include "maintenance/generador.h"
@@ -19,7 +21,7 @@
 
 namespace {
 
-constexpr qint32 kTerminal = 1;
+using banco::kTerminal;
 
 struct Escenario {
     orv::Almacen* a = nullptr;
@@ -27,34 +29,11 @@ struct Escenario {
     QStringList nuevos;     // códigos que se escanean
 };
 
-// Deja el borrador en sus 200 líneas.
-void recorta(orv::Almacen& a, const Escenario& e) {
-    a.ejecuta(QStringLiteral("DELETE FROM TmpFac WHERE PCRed = ? AND idTmpFac > (SELECT MIN(idTmpFac) + 199 FROM TmpFac "
-                             "WHERE PCRed = ?)"),
-              {kTerminal, kTerminal});
-    (void)e;
-}
-
-void logica(benchmark::State& estado, Escenario& e) {
-    int i = 0;
-    for (auto _ : estado) {
-        const QString codigo = e.nuevos.at(i++ % e.nuevos.size());
-        orv::AgregaLinea(*e.a, kTerminal, {orv::OrigenLinea::CodigoBarras, codigo, std::nullopt, QStringLiteral("1"),
-                                            QStringLiteral("0")});
-        const orv::Totales t = orv::CalculaTotales(*e.a, kTerminal, 10, 21);
-        benchmark::DoNotOptimize(t.total);
-        estado.PauseTiming();
-        recorta(*e.a, e);
-        estado.ResumeTiming();
-    }
-}
-
 void sumaALinea(benchmark::State& estado, Escenario& e) {
     int i = 0;
     for (auto _ : estado) {
         const QString codigo = e.enBorrador.at(i++ % e.enBorrador.size());
-        orv::AgregaLinea(*e.a, kTerminal, {orv::OrigenLinea::CodigoBarras, codigo, std::nullopt, QStringLiteral("1"),
-                                            QStringLiteral("0")});
+        banco::agregaPorCodigo(*e.a, codigo);
         const orv::Totales t = orv::CalculaTotales(*e.a, kTerminal, 10, 21);
         benchmark::DoNotOptimize(t.total);
     }
@@ -67,39 +46,7 @@ void panel(benchmark::State& estado, Escenario& e, orv::PanelVenta& p) {
         text7->setText(e.nuevos.at(i++ % e.nuevos.size()));
         p.agregar(); // lo que hace el Enter del lector
         estado.PauseTiming();
-        recorta(*e.a, e);
-        estado.ResumeTiming();
-    }
-}
-
-// Piso: las órdenes del alta de una línea y de los totales, sin nada alrededor.
-void sqlSuelto(benchmark::State& estado, Escenario& e) {
-    orv::Almacen& a = *e.a;
-    int i = 0;
-    for (auto _ : estado) {
-        const QString codigo = e.nuevos.at(i++ % e.nuevos.size());
-        QSqlQuery art = a.consulta(QStringLiteral("SELECT idArticulo, Codigo, Descripcion, CgoProveedor, PrecioVenta "
-                                                  "FROM Articulos WHERE Codigo = ? ORDER BY idArticulo"),
-                                   {codigo});
-        art.next();
-        const QVariant id = art.value(0);
-        const QVariant desc = art.value(2);
-        const QVariant precio = art.value(4);
-        art.finish();
-        QSqlQuery ya = a.consulta(
-            QStringLiteral("SELECT idTmpFac, Cantidad FROM TmpFac WHERE PCRed = ? AND idArticulo = ? ORDER BY idTmpFac"),
-            {kTerminal, id});
-        ya.next();
-        ya.finish();
-        a.ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Cantidad, Descripcion, Unitario, SubTotal, PCRed) "
-                                 "VALUES (?, ?, 1, ?, ?, ?, ?)"),
-                  {id, codigo, desc, precio, precio, kTerminal});
-        QSqlQuery tot = a.consulta(
-            QStringLiteral("SELECT count(*), sum(SubTotal), sum(Cantidad) FROM TmpFac WHERE PCRed = ?"), {kTerminal});
-        tot.next();
-        benchmark::DoNotOptimize(tot.value(1));
-        estado.PauseTiming();
-        recorta(a, e);
+        banco::recortaBorrador(*e.a);
         estado.ResumeTiming();
     }
 }
@@ -125,8 +72,7 @@ int main(int argc, char** argv) {
         while (q.next()) (e.enBorrador.size() < 200 ? e.enBorrador : e.nuevos) << q.value(0).toString();
         q.finish();
         for (const QString& c : e.enBorrador)
-            orv::AgregaLinea(*a, kTerminal, {orv::OrigenLinea::CodigoBarras, c, std::nullopt, QStringLiteral("1"),
-                                              QStringLiteral("0")});
+            banco::agregaPorCodigo(*a, c);
         std::fprintf(stderr, "SQLite: 100 000 artículos, borrador de %lld líneas\n",
                      a->valor(QStringLiteral("SELECT count(*) FROM TmpFac")).toLongLong());
 
@@ -144,7 +90,7 @@ int main(int argc, char** argv) {
         p.entra();
         QApplication::processEvents();
 
-        benchmark::RegisterBenchmark("Venta/EscaneoALinea/Logica", [&e](benchmark::State& s) { logica(s, e); })
+        benchmark::RegisterBenchmark("Venta/EscaneoALinea/Logica", [&e](benchmark::State& s) { banco::escaneaALinea(s, *e.a, e.nuevos); })
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
         benchmark::RegisterBenchmark("Venta/EscaneoSumaALinea/Logica", [&e](benchmark::State& s) { sumaALinea(s, e); })
@@ -153,7 +99,7 @@ int main(int argc, char** argv) {
         benchmark::RegisterBenchmark("Venta/EscaneoALinea/Panel", [&e, &p](benchmark::State& s) { panel(s, e, p); })
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
-        benchmark::RegisterBenchmark("Venta/EscaneoALinea/SQLSuelto", [&e](benchmark::State& s) { sqlSuelto(s, e); })
+        benchmark::RegisterBenchmark("Venta/EscaneoALinea/SQLSuelto", [&e](benchmark::State& s) { banco::escaneaALineaPiso(s, *e.a, e.nuevos); })
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
         benchmark::RunSpecifiedBenchmarks();
