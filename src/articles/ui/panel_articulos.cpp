@@ -242,25 +242,24 @@ void PanelArticulos::cambiados() {
     if (acciones_.articulosCambiados) acciones_.articulosCambiados();
 }
 
-void PanelArticulos::nuevo() {
-    PanArticulo ficha(almacen_, estado_, conf_, 0, this);
+// La ficha de un artículo (0: uno nuevo), con su botón de rubro nuevo; true si se aceptó.
+bool PanelArticulos::abreFicha(qint64 id) {
+    PanArticulo ficha(almacen_, estado_, conf_, id, this);
     ficha.fijaNuevoRubro([this, &ficha] {
         PanEdRubros rubro(almacen_, std::nullopt, &ficha);
         rubro.exec();
     });
-    ficha.exec();
+    return ficha.exec() == QDialog::Accepted;
+}
+
+void PanelArticulos::nuevo() {
+    abreFicha(0);
     cambiados();
 }
 
 void PanelArticulos::editar() {
     const auto id = idActual();
-    if (!id) return;
-    PanArticulo ficha(almacen_, estado_, conf_, *id, this);
-    ficha.fijaNuevoRubro([this, &ficha] {
-        PanEdRubros rubro(almacen_, std::nullopt, &ficha);
-        rubro.exec();
-    });
-    if (ficha.exec() == QDialog::Accepted) cambiados();
+    if (id && abreFicha(*id)) cambiados();
 }
 
 void PanelArticulos::quitar() {

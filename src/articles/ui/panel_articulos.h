@@ -67,6 +67,7 @@ private:
     QHBoxLayout* armaBusquedas();
     QVBoxLayout* armaBotones();
     void armaGrilla();
+    bool abreFicha(qint64 id);
     QPushButton* boton(const char* nombre, const QString& texto, void (PanelArticulos::*accion)());
     // Al tomar el foco Text1 (o después de "Mov. Stock"): reinicio, búsquedas vacías y "Mov.
     // Stock" como botón de Enter.
