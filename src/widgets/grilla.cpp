@@ -52,6 +52,8 @@ Grilla::Grilla(Almacen& a, QWidget* padre)
             Q_EMIT filaEditada();
         });
     });
+    modelo_->fijaLectorVecino([this](qint64 numero, const ModeloGrilla::Pagina* anterior,
+                                     const ModeloGrilla::Pagina* siguiente) { return leeVecina(numero, anterior, siguiente); });
     banda_ = new BandaAgrupar(*this);
     pila_ = new QStackedWidget(this);
     l->addWidget(banda_);
@@ -127,6 +129,7 @@ void Grilla::fijaConsulta(const QString& sql, const QVariantList& parametros) {
         if (agrupada()) armaGrupos();
     }
     if (modelo_->rowCount() > 0 && !agrupada()) tabla_->setCurrentIndex(modelo_->index(0, 0));
+    empiezaMarcas();
 }
 
 void Grilla::fijaTitulo(const QString& campo, const QString& texto) {
@@ -309,10 +312,12 @@ void Grilla::refresca() {
     const int desplazamiento = tabla_->verticalScrollBar()->value();
     try {
         extremo_.reset();
+        referencia_.reset();
         modelo_->abre(almacen_, sql_, parametros_);
     } catch (const ErrorAlmacen&) {
         return;
     }
+    empiezaMarcas();
     aplicaOcultas();
     aplicaDistribucion(d);
     if (agrupada()) {

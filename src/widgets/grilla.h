@@ -42,12 +42,14 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <vector>
 
 class QTableView;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QStackedWidget;
 class QLabel;
+class QTimer;
 class QToolButton;
 
 namespace orv {
@@ -90,6 +92,10 @@ public:
     // Deja en memoria una página leída por otro camino (por ejemplo, por la clave del orden en
     // vez de por su número de fila). Una página de menos de kPagina filas es la última.
     void ponPagina(qint64 numero, Pagina filas);
+    // Lee la página `numero` a partir de la anterior o la siguiente, si están en memoria (por el
+    // valor del orden, en vez de saltar filas con OFFSET); nada si no puede.
+    using LectorVecino = std::function<std::optional<Pagina>(qint64 numero, const Pagina* anterior, const Pagina* siguiente)>;
+    void fijaLectorVecino(LectorVecino l) { lectorVecino_ = std::move(l); }
 
     void fijaTitulo(const QString& campo, const QString& texto);
     QString titulo(const QString& campo) const;
@@ -113,6 +119,7 @@ private:
     QHash<QString, QString> titulos_;  // por campo en minúsculas
     QHash<QString, QString> mascaras_; // por campo en minúsculas
     QStringList editables_;            // en minúsculas
+    LectorVecino lectorVecino_;
 
 Q_SIGNALS:
     void edicionPedida(int fila, const QString& campo, const QVariant& valor);
@@ -169,6 +176,16 @@ public:
     QStringList agrupacion() const { return agrupar_; }
     bool agrupada() const { return !agrupar_.isEmpty(); }
 
+    // Renglón "Registros: N de M" bajo la grilla. El total se cuenta de a tramos mientras el
+    // programa no tiene otra cosa que hacer; si la consulta se ordena por una sola columna, de paso
+    // quedan marcas de posición (un valor cada tantas filas y cuántas filas hay antes de él) con
+    // las que la búsqueda cuenta sólo desde la marca anterior y no desde un extremo.
+    void muestraNavegador(bool si);
+    // Todas las filas de la consulta; nada mientras no se terminaron de contar (o sin navegador).
+    std::optional<qint64> totalFilas() const;
+    // Filas entre una marca y la siguiente y filas leídas en cada tramo.
+    void fijaTramosMarcas(int cada, int tramo);
+
     // Registro de la fila de datos actual; nada si no hay fila o es una fila de grupo.
     std::optional<QSqlRecord> filaActual() const;
     std::optional<QVariant> claveActual() const;
@@ -215,12 +232,20 @@ private:
     qint64 filasAntes(const PorOrden& o, const QVariant& v) const;
     qint64 filasAntesDesdeLosExtremos(const PorOrden& o, const QVariant& v, bool cercaDelFinal) const;
     void leePaginaDe(const PorOrden& o, const QVariant& v, qint64 antes, qint64 nulos, bool nulosAntes) const;
+    std::optional<ModeloGrilla::Pagina> leeVecina(qint64 numero, const ModeloGrilla::Pagina* anterior,
+                                                  const ModeloGrilla::Pagina* siguiente) const;
     // Búsqueda por prefijo de texto por los índices (grilla_prefijo.cpp).
     std::optional<int> posicionPorPrefijo(const QString& campo, const QString& texto) const;
     std::optional<QVariant> ordenDeLaCoincidencia(const PorOrden& o, const QString& donde, const QVariantList& valores,
                                                   const QString& empieza, const QVariant& buscado) const;
     bool ordenaPorBytes(const QString& campo) const;
     void olvidaOrden();
+    // Marcas de posición y total (grilla_marcas.cpp).
+    void empiezaMarcas();
+    void avanzaMarcas();
+    void tramoDeMarcas(const PorOrden& o);
+    std::optional<qint64> filasAntesPorMarcas(const PorOrden& o, const QVariant& v) const;
+    void actualizaNavegador();
     QString campoSeguro(const QString& campo) const;
 
     Almacen& almacen_;
@@ -257,6 +282,22 @@ private:
         qint64 antes = 0;
     };
     mutable std::optional<Referencia> referencia_;
+    // Marcas de posición sobre la columna del orden y el total, contados de a tramos.
+    struct Marcas {
+        bool porOrden = false; // si no, sólo se cuenta el total, de una vez
+        QString c;
+        bool entero = true;    // la columna es entera; si no, de texto ordenado por bytes
+        std::vector<std::pair<QVariant, qint64>> puntos; // valor y filas con valor antes de él
+        QVariant desde;         // dónde empieza el próximo tramo (nulo: en el primer valor)
+        bool estricto = false;  // el próximo tramo empieza después de `desde`, no en él
+        qint64 antes = 0;       // filas con valor antes del próximo tramo
+        std::optional<qint64> total;
+    };
+    std::optional<Marcas> marcas_;
+    int cadaMarca_ = 1024;
+    int tramoMarcas_ = 4096;
+    QTimer* tramos_ = nullptr;
+    QLabel* navegador_ = nullptr;
     // Por columna: si el motor la compara por los bytes de su texto (sabido al primer pedido).
     mutable QHash<QString, bool> porBytes_;
 

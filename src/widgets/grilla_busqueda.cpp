@@ -167,6 +167,10 @@ std::optional<int> Grilla::posicionDeValor(const PorOrden& o, const QVariant& v)
 
 // Filas con valor antes de v.
 qint64 Grilla::filasAntes(const PorOrden& o, const QVariant& v) const {
+    if (const auto porMarcas = filasAntesPorMarcas(o, v)) {
+        referencia_ = Referencia{v, *porMarcas};
+        return *porMarcas;
+    }
     const double a = o.clave(o.a), z = o.clave(o.z);
     const auto lugar = [&](const QVariant& x) { return a != z ? (o.clave(x) - a) / (z - a) : 0.0; };
     // Si la fila hallada antes está más cerca que el comienzo y que el final (lo común al seguir
@@ -241,6 +245,50 @@ void Grilla::leePaginaDe(const PorOrden& o, const QVariant& v, qint64 antes, qin
         pagina += modelo_->leeFilas(todo + QStringLiteral(" IS NULL LIMIT ?"),
                                     parametros_ + QVariantList{qint64(ModeloGrilla::kPagina - pagina.size())});
     if (completa) modelo_->ponPagina(numero, std::move(pagina));
+}
+
+// Una página leída desde la anterior (lo que sigue a su último valor del orden) o desde la
+// siguiente (lo que precede a su primer valor), por el índice del orden, en vez de saltar filas: a
+// la mitad de una lista grande, OFFSET recorre todas las filas anteriores. Nada si el orden no es
+// de una sola columna, si el valor del borde es nulo, si sus repetidos cruzan el borde (no se sabe
+// cuáles ya se mostraron) o si la página llegaría a los nulos; entonces se saltan filas.
+std::optional<ModeloGrilla::Pagina> Grilla::leeVecina(qint64 numero, const ModeloGrilla::Pagina* anterior,
+                                                      const ModeloGrilla::Pagina* siguiente) const {
+    const QString c = orden_ ? campoSeguro(orden_->columna) : QString();
+    const int col = modelo_->columna(c);
+    if (c.isEmpty() || col < 0) return std::nullopt;
+    const PorOrden o{almacen_, orden_->base, parametros_, c, orden_->descendente};
+    const QString todo = QStringLiteral("SELECT * FROM (") + o.base + QStringLiteral(") AS q WHERE ") + c;
+    constexpr qsizetype n = ModeloGrilla::kPagina;
+    // Lee desde el valor del borde de la vecina y quita las k filas de ese valor que la vecina ya
+    // tiene; sirve si después de ellas el valor cambia.
+    const auto desde = [&](const ModeloGrilla::Pagina& vecina, bool alFinal, const QString& cond,
+                           const QString& sentido) -> std::optional<ModeloGrilla::Pagina> {
+        const QVariant v = (alFinal ? vecina.back() : vecina.front()).value(col);
+        if (v.isNull()) return std::nullopt;
+        qsizetype k = 0;
+        while (k < vecina.size() && vecina.at(alFinal ? vecina.size() - 1 - k : k).value(col) == v) ++k;
+        ModeloGrilla::Pagina filas = modelo_->leeFilas(todo + cond + QStringLiteral(" ORDER BY ") + c + sentido +
+                                                           QStringLiteral(" LIMIT ?"),
+                                                       parametros_ + QVariantList{v, n + k});
+        if (filas.size() < k || (filas.size() > k && filas.at(k).value(col) == v)) return std::nullopt;
+        for (qsizetype i = 0; i < k; ++i)
+            if (filas.at(i).value(col) != v) return std::nullopt;
+        filas.erase(filas.begin(), filas.begin() + k);
+        return filas;
+    };
+    const bool nulosAntes = almacen_.esPostgreSQL() == o.desc;
+    try {
+        if (anterior && anterior->size() == n)
+            if (auto p = desde(*anterior, true, o.desdeV, o.directo); p && (p->size() == n || nulosAntes)) return p;
+        if (siguiente && !siguiente->isEmpty() && numero >= 0)
+            if (auto p = desde(*siguiente, false, o.hastaV, o.inverso); p && p->size() == n) {
+                std::reverse(p->begin(), p->end());
+                return p;
+            }
+    } catch (const ErrorAlmacen&) {
+    }
+    return std::nullopt;
 }
 
 int Grilla::posicionDe(const QString& campo, const QVariant& valor, bool prefijo) const {

@@ -116,7 +116,13 @@ const ModeloGrilla::Pagina* ModeloGrilla::pagina(qint64 numero) const {
     }
     Pagina p;
     try {
-        p = leePagina(numero);
+        // Con una vecina en memoria, la página se lee desde su valor del orden, sin saltar filas.
+        const auto anterior = paginas_.constFind(numero - 1), siguiente = paginas_.constFind(numero + 1);
+        std::optional<Pagina> vecina;
+        if (lectorVecino_)
+            vecina = lectorVecino_(numero, anterior != paginas_.cend() ? &anterior.value() : nullptr,
+                                   siguiente != paginas_.cend() ? &siguiente.value() : nullptr);
+        p = vecina ? std::move(*vecina) : leePagina(numero);
     } catch (const ErrorAlmacen&) {
         // Una lectura fallida deja celdas vacías; se reintenta al volver a pintarlas.
         return nullptr;

@@ -2,11 +2,14 @@
 // orden (cuenta por el índice) ascendente y descendente, con repetidos, nulos (al comienzo o al
 // final según el motor) y valores extremos, sin moverse si no halla, con filas que otra terminal
 // agrega; y en columnas de texto, sin mayúsculas ni comodines, también por los índices de texto
-// (la columna del orden y otra), con repetidos, nulos y la vista agrupada.
+// (la columna del orden y otra), con repetidos, nulos y la vista agrupada. Todo, también con las
+// marcas de posición que deja el navegador al contar.
 
 #include "apoyo/base_prueba.h"
 #include "widgets/grilla.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QSqlDriver>
 #include <limits>
@@ -29,6 +32,7 @@ protected:
         for (int i = 0; i < 1500; ++i)
             if (const qint64 n = (qint64(i) * 7919) % 50000 + 1; n != 12) agrega(n);
         for (qint64 n : {120, 120, 120, 1200, 1201, 7, -15, 0}) agrega(n);
+        for (int i = 0; i < 150; ++i) agrega(qint64(30000)); // más repetidos que un tramo de marcas
         for (int i = 0; i < 3; ++i) agrega(QVariant(QMetaType(QMetaType::LongLong)));
         t.confirmar();
     }
@@ -49,30 +53,58 @@ protected:
             if (const QVariant v = m.valor(f, col); !v.isNull() && v.toString().startsWith(texto, Qt::CaseInsensitive)) return f;
         return -1;
     }
+    // Una grilla con navegador que ya terminó de contar (con marcas cada pocas filas, para que
+    // haya muchas y tramos de un solo valor).
+    std::unique_ptr<Grilla> contada(const QString& sql) {
+        auto g = grilla(sql);
+        g->fijaTramosMarcas(37, 64);
+        g->muestraNavegador(true);
+        QElapsedTimer reloj;
+        reloj.start();
+        while (!g->totalFilas() && reloj.elapsed() < 20000) QCoreApplication::processEvents();
+        return g;
+    }
     // Cada texto lleva a la misma fila que la búsqueda fila por fila, y la página de esa fila es la
-    // misma que se lee sin saltar ninguna.
+    // misma que se lee sin saltar ninguna; sin marcas y con ellas. El total contado de a tramos es
+    // el de las filas.
     void comparaTodo(const QString& sql, const QString& campo, QStringList textos) {
         QRandomGenerator azar(20261123);
         for (int i = 0; i < 40; ++i) textos << QString::number(azar.bounded(1, 60000)).left(azar.bounded(1, 6));
-        auto rapida = grilla(sql), lenta = grilla(sql);
+        auto lenta = grilla(sql);
         const int col = lenta->modelo().columna(campo);
+        int filas = 0;
+        while (lenta->modelo().asegura(filas)) ++filas;
+        // Las páginas leídas una tras otra (desde la anterior, por el valor del orden) dan la
+        // columna del orden igual que la consulta leída de una vez.
+        const QString orden = sql.section(QStringLiteral("ORDER BY "), -1).section(u' ', 0, 0).section(u',', 0, 0);
+        if (const int co = lenta->modelo().columna(orden); co >= 0) {
+            const ModeloGrilla::Pagina todas = lenta->modelo().leeFilas(sql, {});
+            ASSERT_EQ(todas.size(), filas) << sql.toStdString();
+            for (int f = 0; f < filas; ++f)
+                ASSERT_EQ(lenta->modelo().valor(f, co), todas.at(f).at(co)) << sql.toStdString() << " fila " << f;
+        }
+        const std::unique_ptr<Grilla> rapidas[] = {grilla(sql), contada(sql)};
+        ASSERT_EQ(rapidas[1]->totalFilas(), filas) << sql.toStdString();
         auto valor = [col](Grilla& g, int f) {
             const QVariant v = g.modelo().valor(f, col);
             return v.isNull() ? "nulo" : v.toString();
         };
         for (const QString& t : textos) {
-            const std::string donde = sql.toStdString() + " / " + t.toStdString();
-            const int esperada = filaPorFila(*lenta, campo, t), antes = rapida->filaActualNumero();
-            ASSERT_EQ(rapida->busca(campo, t), esperada >= 0) << donde;
-            if (esperada < 0) { // sin coincidencia la fila no se mueve
-                EXPECT_EQ(rapida->filaActualNumero(), antes) << donde;
-                continue;
-            }
-            EXPECT_EQ(rapida->filaActualNumero(), esperada) << donde;
-            const int inicio = esperada / ModeloGrilla::kPagina * ModeloGrilla::kPagina;
-            for (int f = inicio; f < inicio + ModeloGrilla::kPagina && lenta->modelo().asegura(f); ++f) {
-                ASSERT_TRUE(rapida->modelo().asegura(f)) << donde << " fila " << f;
-                ASSERT_EQ(valor(*rapida, f), valor(*lenta, f)) << donde << " fila " << f;
+            const int esperada = filaPorFila(*lenta, campo, t);
+            for (const auto& rapida : rapidas) {
+                const std::string donde = sql.toStdString() + " / " + t.toStdString() + (rapida->totalFilas() ? " (marcas)" : "");
+                const int antes = rapida->filaActualNumero();
+                ASSERT_EQ(rapida->busca(campo, t), esperada >= 0) << donde;
+                if (esperada < 0) { // sin coincidencia la fila no se mueve
+                    EXPECT_EQ(rapida->filaActualNumero(), antes) << donde;
+                    continue;
+                }
+                EXPECT_EQ(rapida->filaActualNumero(), esperada) << donde;
+                const int inicio = esperada / ModeloGrilla::kPagina * ModeloGrilla::kPagina;
+                for (int f = inicio; f < inicio + ModeloGrilla::kPagina && lenta->modelo().asegura(f); ++f) {
+                    ASSERT_TRUE(rapida->modelo().asegura(f)) << donde << " fila " << f;
+                    ASSERT_EQ(valor(*rapida, f), valor(*lenta, f)) << donde << " fila " << f;
+                }
             }
         }
     }
