@@ -9,11 +9,17 @@ namespace orv {
 
 namespace {
 
-const QString kColumnas = QStringLiteral(
-    "SELECT Articulos.Codigo, Articulos.Descripcion, Rubros.Rubro, Articulos.StockActual, Articulos.StockMinimo, "
-    "Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.CgoProveedor, Articulos.idArticulo, "
-    "Articulos.DescripcionMatriz FROM Articulos ");
-const QString kOrden = QStringLiteral(" ORDER BY Articulos.Codigo");
+// Los códigos se ordenan y comparan por sus bytes también en PostgreSQL (SQLite ya lo hace): el
+// mismo orden en los dos motores, y la búsqueda por el comienzo del código salta por los índices
+// del paso 7 sea cual sea la intercalación de la base.
+QString columnas(const Almacen& a) {
+    const QString bytes = a.esPostgreSQL() ? QStringLiteral(" COLLATE \"C\"") : QString();
+    return QStringLiteral("SELECT Articulos.Codigo") + bytes +
+           QStringLiteral(" AS Codigo, Articulos.Descripcion, Rubros.Rubro, Articulos.StockActual, "
+                          "Articulos.StockMinimo, Articulos.PrecioCosto, Articulos.PrecioVenta, Articulos.CgoProveedor") +
+           bytes + QStringLiteral(" AS CgoProveedor, Articulos.idArticulo, Articulos.DescripcionMatriz FROM Articulos ");
+}
+const QString kOrden = QStringLiteral(" ORDER BY Codigo");
 
 // Los trigramas necesitan al menos tres letras.
 constexpr qsizetype kLetrasIndice = 3;
@@ -57,10 +63,8 @@ std::pair<QString, QVariant> condicion(const Almacen& a, const QString& texto, C
 
 } // namespace
 
-const QString& ConsultaArticulosCompleta() {
-    static const QString sql =
-        kColumnas + QStringLiteral("INNER JOIN Rubros ON Articulos.idRubro = Rubros.idRubro") + kOrden;
-    return sql;
+QString ConsultaArticulosCompleta(const Almacen& a) {
+    return columnas(a) + QStringLiteral("INNER JOIN Rubros ON Articulos.idRubro = Rubros.idRubro") + kOrden;
 }
 
 bool HayArticulosConRubro(const Almacen& a) {
@@ -70,7 +74,7 @@ bool HayArticulosConRubro(const Almacen& a) {
 }
 
 ConsultaDeGrilla ConsultaArticulosPorDescripcion(const Almacen& a, const QString& texto, CaminoTexto camino) {
-    const QString desde = kColumnas + QStringLiteral("LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro WHERE ");
+    const QString desde = columnas(a) + QStringLiteral("LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro WHERE ");
     if (texto.isEmpty()) return {desde + QStringLiteral("Articulos.Descripcion IS NOT NULL") + kOrden, {}};
     const auto [donde, parametro] = condicion(a, texto, camino);
     return {desde + donde + kOrden, {parametro}};

@@ -15,8 +15,9 @@ struct ConsultaDeGrilla {
     QVariantList parametros;
 };
 
-// Los artículos con rubro (INNER JOIN: uno sin rubro no aparece), sin filtro, por código.
-const QString& ConsultaArticulosCompleta();
+// Los artículos con rubro (INNER JOIN: uno sin rubro no aparece), sin filtro, por código. Los
+// códigos (el propio y el del proveedor) se ordenan y comparan por sus bytes en los dos motores.
+QString ConsultaArticulosCompleta(const Almacen& a);
 
 // El reinicio del filtro liga la lista completa sólo si tiene alguna fila; si no, la grilla sigue
 // mostrando lo que mostraba.

@@ -371,4 +371,11 @@ void indexaDescripciones(Almacen& a) {
     }
 }
 
+void indexaCodigosPorBytes(Almacen& a) {
+    if (!a.esPostgreSQL()) return;
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Articulos_CodigoBytes ON Articulos (Codigo COLLATE \"C\")"));
+    a.ejecuta(QStringLiteral(
+        "CREATE INDEX IF NOT EXISTS Articulos_CgoProveedorBytes ON Articulos (CgoProveedor COLLATE \"C\")"));
+}
+
 } // namespace orv

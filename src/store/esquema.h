@@ -52,6 +52,13 @@ void completaEmpresa(Almacen& a);
 // tabla. No toca datos.
 void indexaDescripciones(Almacen& a);
 
+// Paso 7: en PostgreSQL, índices de Articulos.Codigo y Articulos.CgoProveedor con intercalación
+// "C" (por los bytes del texto). El panel de artículos ordena y busca esas columnas así en los dos
+// motores (SQLite compara texto por sus bytes), con el mismo orden sea cual sea la intercalación
+// con que se creó la base, y la búsqueda por el comienzo del código salta por estos índices. En
+// SQLite no hace nada. No toca datos.
+void indexaCodigosPorBytes(Almacen& a);
+
 // Tabla del índice de texto de las descripciones en SQLite.
 inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
 

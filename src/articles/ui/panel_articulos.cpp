@@ -116,6 +116,7 @@ QHBoxLayout* PanelArticulos::armaBusquedas() {
 void PanelArticulos::armaGrilla() {
     grilla_ = new Grilla(almacen_, this);
     grilla_->fijaTextoAgrupar(QStringLiteral("Arrastrar aquí columnas para agrupar"));
+    grilla_->muestraNavegador(true);
     grilla_->setObjectName(QStringLiteral("Data1"));
     grilla_->fijaTituloImpresion(QStringLiteral("Articulos"));
     grilla_->fijaClave(QStringLiteral("idArticulo"));
@@ -191,7 +192,7 @@ void PanelArticulos::carga() {
 
 void PanelArticulos::reseteaFiltro() {
     Intenta(this, [this] {
-        if (HayArticulosConRubro(almacen_)) grilla_->fijaConsulta(ConsultaArticulosCompleta());
+        if (HayArticulosConRubro(almacen_)) grilla_->fijaConsulta(ConsultaArticulosCompleta(almacen_));
     });
 }
 
