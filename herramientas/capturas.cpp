@@ -143,7 +143,12 @@ int main(int argc, char** argv) {
     const orv::Configuracion conf(datos.path(), datos.filePath(QStringLiteral("usuario.conf")));
 
     // Una foto en IMAGES para la ficha del artículo, y un nivel sin derechos sobre los precios.
-    const qint64 conFoto = almacen->valor(QStringLiteral("SELECT min(idArticulo) FROM Articulos")).toLongLong();
+    // La foto es de un paquete de yerba: va a la primera yerba de 1 kg del catálogo de ejemplo.
+    const qint64 conFoto = almacen
+                               ->valor(QStringLiteral("SELECT COALESCE((SELECT min(idArticulo) FROM Articulos WHERE "
+                                                      "Descripcion LIKE 'Yerba mate%1 kg'), (SELECT min(idArticulo) "
+                                                      "FROM Articulos))"))
+                               .toLongLong();
     {
         QDir(datos.path()).mkpath(QStringLiteral("IMAGES"));
         QImage foto(420, 320, QImage::Format_RGB32);
