@@ -19,6 +19,7 @@
 #include "articles/ui/pan_foto.h"
 #include "articles/ui/pan_lis_pre.h"
 #include "articles/ui/panel_articulos.h"
+#include "suppliers/ui/pan_nue_prove.h"
 #include "app/estado.h"
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_conf_fiscal.h"
@@ -341,6 +342,11 @@ int main(int argc, char** argv) {
                 *almacen, almacen->valor(QStringLiteral("SELECT min(idRubro) FROM Rubros")).toLongLong(), &w);
             edRubros.show();
             guarda(edRubros, QStringLiteral("ed_rubros") + sufijo);
+            orv::panNueProve proveedor(
+                *almacen, almacen->valor(QStringLiteral("SELECT min(idProveedor) FROM Proveedores")).toLongLong(),
+                estado.ClaveImpositiva, &w);
+            proveedor.show();
+            guarda(proveedor, QStringLiteral("nue_prove") + sufijo);
             orv::PanIngrStock ingrStock(*almacen, conf, reloj, idArticulo, &w);
             ingrStock.show();
             guarda(ingrStock, QStringLiteral("ingr_stock") + sufijo);

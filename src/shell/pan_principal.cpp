@@ -10,6 +10,7 @@
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/panel_venta.h"
+#include "suppliers/ui/panel_proveedores.h"
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
 #include "widgets/paneles.h"
@@ -223,7 +224,7 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
     venta_->fijaSalida(salida_);
     venta_->fijaReloj(&reloj_);
     connect(venta_, &PanelVenta::comprobanteRegistrado, this, &PanPrincipal::refrescaCaja);
-    proveedores_ = new PanelLista(almacen_, QStringLiteral("Proveedores"), QStringLiteral("Data5"), pila_);
+    proveedores_ = new PanelProveedores(almacen_, estado_, pila_);
     usuarios_ = new PanelUsuarios(almacen_, pila_);
     paneles_ = {articulos_, clientes_, caja_, venta_, armaInformes(), nullptr, armaUtilidades(), proveedores_,
                 usuarios_};
@@ -252,20 +253,7 @@ void PanPrincipal::fijaColumnasDeListas() {
                              {"Cuit", "CUIT", 120},
                              {"idVendedor", "Nro.", 60}},
                             moneda);
-    proveedores_->fijaColumnas({{"idProveedor", "Nro.", 50},
-                                {"Nombre", "Contacto", 170},
-                                {"RazonSocial", "Razón social", 220},
-                                {"Cuit", "CUIT", 120},
-                                {"Telefono", "Teléfono", 120},
-                                {"Telefono2", "Teléfono 2", 120},
-                                {"email", "e-mail", 200},
-                                {"Direccion", "Dirección", 200},
-                                {"CBU", "CBU", 180},
-                                {"CPostal", "C.P.", 60},
-                                {"BancoNombre", "Banco", 140}},
-                               moneda);
     clientes_->grilla()->fijaClave(QStringLiteral("idVendedor"));
-    proveedores_->grilla()->fijaClave(QStringLiteral("idProveedor"));
 }
 
 QWidget* PanPrincipal::armaBienvenida() {
@@ -501,7 +489,7 @@ void PanPrincipal::cargaGrillas() {
         "SELECT Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Telefono, "
         "Vendedores.Cuit, Vendedores.idVendedor FROM Vendedores INNER JOIN Zonas ON Vendedores.idZona = Zonas.idZona "
         "ORDER BY Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre"));
-    proveedores_->fijaConsulta(QStringLiteral("SELECT * FROM Proveedores ORDER BY RazonSocial"));
+    proveedores_->carga();
     refrescaCaja();
     for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->cargaDistribucion(archivo);
 }

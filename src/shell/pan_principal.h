@@ -26,6 +26,7 @@ namespace orv {
 class Grilla;
 class PanelArticulos;
 class PanelLista;
+class PanelProveedores;
 class PanelUsuarios;
 class PanelInformes;
 class PanelVenta;
@@ -111,7 +112,7 @@ private:
     PanelArticulos* articulos_ = nullptr;
     PanelLista* clientes_ = nullptr;
     PanelLista* caja_ = nullptr;
-    PanelLista* proveedores_ = nullptr;
+    PanelProveedores* proveedores_ = nullptr;
     PanelVenta* venta_ = nullptr;
     PanelUsuarios* usuarios_ = nullptr;
     QLabel* fecha_ = nullptr;

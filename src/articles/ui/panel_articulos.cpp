@@ -10,6 +10,7 @@
 #include "articles/ui/pan_lis_pre.h"
 #include "articles/ui/pan_rubros.h"
 #include "reports/ui/lanzadores.h"
+#include "suppliers/ui/pan_nue_prove.h"
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
 #include "widgets/paneles.h"
@@ -243,12 +244,16 @@ void PanelArticulos::cambiados() {
     if (acciones_.articulosCambiados) acciones_.articulosCambiados();
 }
 
-// La ficha de un artículo (0: uno nuevo), con su botón de rubro nuevo; true si se aceptó.
+// La ficha de un artículo (0: uno nuevo), con sus botones de rubro y proveedor nuevos; true si se aceptó.
 bool PanelArticulos::abreFicha(qint64 id) {
     PanArticulo ficha(almacen_, estado_, conf_, id, this);
     ficha.fijaNuevoRubro([this, &ficha] {
         PanEdRubros rubro(almacen_, std::nullopt, &ficha);
         rubro.exec();
+    });
+    ficha.fijaNuevoProveedor([this, &ficha] {
+        panNueProve proveedor(almacen_, std::nullopt, estado_.ClaveImpositiva, &ficha);
+        proveedor.exec();
     });
     return ficha.exec() == QDialog::Accepted;
 }

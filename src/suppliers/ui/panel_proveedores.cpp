@@ -1,0 +1,135 @@
+#include "suppliers/ui/panel_proveedores.h"
+
+#include "suppliers/proveedores.h"
+#include "suppliers/ui/pan_nue_prove.h"
+#include "widgets/grilla.h"
+#include "widgets/mensajes.h"
+#include "widgets/paneles.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSqlRecord>
+#include <QVBoxLayout>
+
+namespace orv {
+
+namespace {
+const QString kPantallaPosterior = QStringLiteral("Esta pantalla llega en una próxima versión del programa.");
+}
+
+PanelProveedores::PanelProveedores(Almacen& almacen, const EstadoAplicacion& estado, QWidget* padre)
+    : QWidget(padre), almacen_(almacen), estado_(estado) {
+    setObjectName(QStringLiteral("PanelProveedores"));
+    auto* capa = new QVBoxLayout(this);
+    capa->setContentsMargins(0, 0, 0, 0);
+    capa->setSpacing(10);
+    capa->addWidget(TituloPanel(QStringLiteral("Proveedores"), this));
+    text13_ = new QLineEdit(this);
+    text13_->setObjectName(QStringLiteral("Text13"));
+    text13_->setPlaceholderText(QStringLiteral("<Por Nombre>"));
+    text13_->setToolTip(QStringLiteral("Muestra sólo los proveedores cuya razón social o contacto lo contiene"));
+    text13_->setClearButtonEnabled(true);
+    text13_->setMaximumWidth(320);
+    connect(text13_, &QLineEdit::textEdited, this, &PanelProveedores::carga);
+    capa->addWidget(text13_);
+    armaGrilla();
+    auto* cuerpo = new QHBoxLayout;
+    cuerpo->setSpacing(12);
+    cuerpo->addWidget(grilla_, 1);
+    cuerpo->addLayout(armaBotones());
+    capa->addLayout(cuerpo, 1);
+}
+
+void PanelProveedores::armaGrilla() {
+    grilla_ = new Grilla(almacen_, this);
+    grilla_->setObjectName(QStringLiteral("Data5"));
+    grilla_->fijaTituloImpresion(QStringLiteral("Proveedores"));
+    grilla_->fijaClave(QStringLiteral("idProveedor"));
+    const std::pair<const char*, const char*> titulos[] = {
+        {"idProveedor", "Nro."},   {"Nombre", "Contacto"},     {"RazonSocial", "Razón social"}, {"Cuit", "CUIT"},
+        {"Telefono", "Teléfono"},  {"Telefono2", "Teléfono 2"}, {"email", "e-mail"},             {"Direccion", "Dirección"},
+        {"CBU", "Nro Cta Bancaria"}, {"CPostal", "C.P."},       {"BancoNombre", "Banco"}};
+    for (const auto& [campo, titulo] : titulos) grilla_->fijaTitulo(QString::fromLatin1(campo), QString::fromUtf8(titulo));
+    connect(grilla_, &Grilla::filaActivada, this, [this] {
+        if (command42_->isEnabled()) editar(); // el doble clic edita si el nivel deja editar
+    });
+}
+
+QPushButton* PanelProveedores::boton(const char* nombre, const QString& texto, void (PanelProveedores::*accion)()) {
+    auto* b = new QPushButton(texto, this);
+    b->setObjectName(QString::fromLatin1(nombre));
+    b->setAutoDefault(false);
+    b->setMinimumWidth(140);
+    if (accion) connect(b, &QPushButton::clicked, this, accion);
+    return b;
+}
+
+QVBoxLayout* PanelProveedores::armaBotones() {
+    auto* columna = new QVBoxLayout;
+    columna->setSpacing(6);
+    columna->addWidget(boton("Command40", QStringLiteral("Nuevo"), &PanelProveedores::nuevo));
+    command42_ = boton("Command42", QStringLiteral("Editar"), &PanelProveedores::editar);
+    columna->addWidget(command42_);
+    columna->addWidget(boton("Command41", QStringLiteral("Quitar"), &PanelProveedores::quitar));
+    columna->addSpacing(12);
+    // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
+    for (const auto& [nombre, texto] :
+         {std::pair{"Command39", "Cuenta y saldos"}, {"Command43", "Ingresar pago"}, {"Command44", "Compras..."}}) {
+        QPushButton* b = boton(nombre, QString::fromUtf8(texto), nullptr);
+        b->setEnabled(false);
+        b->setToolTip(kPantallaPosterior);
+        columna->addWidget(b);
+    }
+    columna->addStretch(1);
+    return columna;
+}
+
+void PanelProveedores::carga() {
+    Intenta(this, [this] {
+        const ConsultaProveedores c = ListaProveedores(almacen_, text13_->text());
+        grilla_->fijaConsulta(c.sql, c.parametros);
+    });
+    if (grilla_->modelo().columnCount() == 0 || anchosPuestos_) return;
+    anchosPuestos_ = true;
+    const std::pair<const char*, int> anchos[] = {{"idProveedor", 50}, {"Nombre", 170},    {"RazonSocial", 220},
+                                                  {"Cuit", 120},       {"Telefono", 120},  {"Telefono2", 120},
+                                                  {"email", 200},      {"Direccion", 200}, {"CBU", 180},
+                                                  {"CPostal", 60},     {"BancoNombre", 140}};
+    for (const auto& [campo, ancho] : anchos) grilla_->fijaAnchoColumna(QString::fromLatin1(campo), ancho);
+}
+
+std::optional<qint64> PanelProveedores::idActual() const {
+    const std::optional<QSqlRecord> fila = grilla_->filaActual();
+    if (!fila) return std::nullopt; // sin fila, o una fila de grupo
+    const QVariant id = fila->value(QStringLiteral("idProveedor"));
+    if (id.isNull() || id.toString().isEmpty()) return std::nullopt;
+    return id.toLongLong();
+}
+
+bool PanelProveedores::abreFicha(std::optional<qint64> id) {
+    panNueProve ficha(almacen_, id, estado_.ClaveImpositiva, this);
+    if (ficha.exec() != QDialog::Accepted) return false;
+    Intenta(this, [this] { grilla_->refresca(); });
+    return true;
+}
+
+void PanelProveedores::nuevo() { abreFicha(std::nullopt); }
+
+void PanelProveedores::editar() {
+    if (const auto id = idActual()) abreFicha(id);
+}
+
+void PanelProveedores::quitar() {
+    if (!grilla_->filaActual()) return;
+    if (!PreguntaSiNo(QStringLiteral("Elimina éste proveedor de la lista?\nAtención!!: Se eliminarán también registros "
+                                     "de cuenta y compras, no así el stock!"),
+                      QStringLiteral("Atención"), Icono::Stop, this))
+        return;
+    const auto id = idActual();
+    if (!id) return;
+    if (Intenta(this, [&] { BorraProveedor(almacen_, *id); })) Intenta(this, [this] { grilla_->refresca(); });
+}
+
+} // namespace orv
