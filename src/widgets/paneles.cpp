@@ -28,6 +28,29 @@ QDateEdit* CampoFecha(const QString& nombre, QWidget* padre) {
     return d;
 }
 
+QPushButton* BotonDePanel(const char* nombre, const QString& texto, QWidget* padre) {
+    auto* b = new QPushButton(texto, padre);
+    b->setObjectName(QString::fromLatin1(nombre));
+    b->setAutoDefault(false);
+    b->setMinimumWidth(140);
+    return b;
+}
+
+QPushButton* BotonPantallaPosterior(const char* nombre, const QString& texto, QWidget* padre) {
+    QPushButton* b = BotonDePanel(nombre, texto, padre);
+    b->setEnabled(false);
+    b->setToolTip(QStringLiteral("Esta pantalla llega en una próxima versión del programa."));
+    return b;
+}
+
+std::optional<qint64> ClaveDeFilaActual(const Grilla& g, const QString& campo) {
+    const std::optional<QSqlRecord> fila = g.filaActual();
+    if (!fila) return std::nullopt; // sin fila, o una fila de grupo
+    const QVariant id = fila->value(campo);
+    if (id.isNull() || id.toString().isEmpty()) return std::nullopt;
+    return id.toLongLong();
+}
+
 QLabel* TituloPanel(const QString& texto, QWidget* padre) {
     auto* t = new QLabel(texto, padre);
     t->setObjectName(QStringLiteral("lblTituloPanel"));

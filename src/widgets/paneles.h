@@ -9,6 +9,7 @@
 #include <QPair>
 #include <QWidget>
 #include <initializer_list>
+#include <optional>
 
 class QDateEdit;
 class QLabel;
@@ -24,6 +25,13 @@ QLabel* TituloPanel(const QString& texto, QWidget* padre);
 QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
 // Fecha con calendario desplegable, dd/MM/yyyy.
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
+// Botón de la columna de un panel: ancho parejo, sin tomar Enter por su cuenta.
+QPushButton* BotonDePanel(const char* nombre, const QString& texto, QWidget* padre);
+// Botón de una pantalla que todavía no forma parte del programa: se ve en su lugar, apagado, y
+// su leyenda lo dice.
+QPushButton* BotonPantallaPosterior(const char* nombre, const QString& texto, QWidget* padre);
+// La clave `campo` de la fila actual si es una fila de datos (no de grupo) con esa clave no vacía.
+std::optional<qint64> ClaveDeFilaActual(const Grilla& g, const QString& campo);
 
 // Panel de lista: título y una grilla de sólo lectura sobre una consulta.
 class PanelLista : public QWidget {

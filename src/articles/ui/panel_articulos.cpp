@@ -31,8 +31,6 @@ namespace orv {
 
 namespace {
 
-const QString kPantallaPosterior = QStringLiteral("Esta pantalla llega en una próxima versión del programa.");
-
 QLineEdit* busqueda(const char* nombre, const QString& ayuda, int ancho, QWidget* padre) {
     auto* t = new QLineEdit(padre);
     t->setObjectName(QString::fromLatin1(nombre));
@@ -142,11 +140,8 @@ void PanelArticulos::armaGrilla() {
 }
 
 QPushButton* PanelArticulos::boton(const char* nombre, const QString& texto, void (PanelArticulos::*accion)()) {
-    auto* b = new QPushButton(texto, this);
-    b->setObjectName(QString::fromLatin1(nombre));
-    b->setAutoDefault(false);
-    b->setMinimumWidth(140);
-    if (accion) connect(b, &QPushButton::clicked, this, accion);
+    QPushButton* b = BotonDePanel(nombre, texto, this);
+    connect(b, &QPushButton::clicked, this, accion);
     return b;
 }
 
@@ -167,12 +162,8 @@ QVBoxLayout* PanelArticulos::armaBotones() {
     columna->addWidget(boton("Command6", QStringLiteral("Rubros"), &PanelArticulos::rubros));
     columna->addWidget(boton("Command45", QStringLiteral("Lista de precios"), &PanelArticulos::listaPrecios));
     // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
-    for (const auto& [nombre, texto] : {std::pair{"Command37", "Cambio Precios"}, {"Command35", "Producción"}}) {
-        QPushButton* b = boton(nombre, QString::fromUtf8(texto), nullptr);
-        b->setEnabled(false);
-        b->setToolTip(kPantallaPosterior);
-        columna->addWidget(b);
-    }
+    columna->addWidget(BotonPantallaPosterior("Command37", QStringLiteral("Cambio Precios"), this));
+    columna->addWidget(BotonPantallaPosterior("Command35", QStringLiteral("Producción"), this));
     columna->addStretch(1);
     return columna;
 }
@@ -232,11 +223,7 @@ bool PanelArticulos::eventFilter(QObject* o, QEvent* e) {
 }
 
 std::optional<qint64> PanelArticulos::idActual() const {
-    const std::optional<QSqlRecord> fila = grilla_->filaActual();
-    if (!fila) return std::nullopt; // sin fila, o una fila de grupo
-    const QVariant id = fila->value(QStringLiteral("idArticulo"));
-    if (id.isNull() || id.toString().isEmpty()) return std::nullopt;
-    return id.toLongLong();
+    return ClaveDeFilaActual(*grilla_, QStringLiteral("idArticulo"));
 }
 
 void PanelArticulos::cambiados() {

@@ -15,10 +15,6 @@
 
 namespace orv {
 
-namespace {
-const QString kPantallaPosterior = QStringLiteral("Esta pantalla llega en una próxima versión del programa.");
-}
-
 PanelProveedores::PanelProveedores(Almacen& almacen, const EstadoAplicacion& estado, QWidget* padre)
     : QWidget(padre), almacen_(almacen), estado_(estado) {
     setObjectName(QStringLiteral("PanelProveedores"));
@@ -58,11 +54,8 @@ void PanelProveedores::armaGrilla() {
 }
 
 QPushButton* PanelProveedores::boton(const char* nombre, const QString& texto, void (PanelProveedores::*accion)()) {
-    auto* b = new QPushButton(texto, this);
-    b->setObjectName(QString::fromLatin1(nombre));
-    b->setAutoDefault(false);
-    b->setMinimumWidth(140);
-    if (accion) connect(b, &QPushButton::clicked, this, accion);
+    QPushButton* b = BotonDePanel(nombre, texto, this);
+    connect(b, &QPushButton::clicked, this, accion);
     return b;
 }
 
@@ -75,13 +68,9 @@ QVBoxLayout* PanelProveedores::armaBotones() {
     columna->addWidget(boton("Command41", QStringLiteral("Quitar"), &PanelProveedores::quitar));
     columna->addSpacing(12);
     // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
-    for (const auto& [nombre, texto] :
-         {std::pair{"Command39", "Cuenta y saldos"}, {"Command43", "Ingresar pago"}, {"Command44", "Compras..."}}) {
-        QPushButton* b = boton(nombre, QString::fromUtf8(texto), nullptr);
-        b->setEnabled(false);
-        b->setToolTip(kPantallaPosterior);
-        columna->addWidget(b);
-    }
+    columna->addWidget(BotonPantallaPosterior("Command39", QStringLiteral("Cuenta y saldos"), this));
+    columna->addWidget(BotonPantallaPosterior("Command43", QStringLiteral("Ingresar pago"), this));
+    columna->addWidget(BotonPantallaPosterior("Command44", QStringLiteral("Compras..."), this));
     columna->addStretch(1);
     return columna;
 }
@@ -101,11 +90,7 @@ void PanelProveedores::carga() {
 }
 
 std::optional<qint64> PanelProveedores::idActual() const {
-    const std::optional<QSqlRecord> fila = grilla_->filaActual();
-    if (!fila) return std::nullopt; // sin fila, o una fila de grupo
-    const QVariant id = fila->value(QStringLiteral("idProveedor"));
-    if (id.isNull() || id.toString().isEmpty()) return std::nullopt;
-    return id.toLongLong();
+    return ClaveDeFilaActual(*grilla_, QStringLiteral("idProveedor"));
 }
 
 bool PanelProveedores::abreFicha(std::optional<qint64> id) {
