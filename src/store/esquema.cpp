@@ -371,4 +371,12 @@ void indexaDescripciones(Almacen& a) {
     }
 }
 
+void creaArqueoCaja(Almacen& a) {
+    a.ejecuta(ddl(a.dialecto(), QStringLiteral("CREATE TABLE IF NOT EXISTS ArqueoCaja ("
+                                               "idArqueo {CONTADOR}, Fecha {FECHA}, FechaCierre {FECHA}, "
+                                               "FormaPago {TEXTO(50)}, Esperado {DINERO} DEFAULT 0, "
+                                               "Contado {DINERO} DEFAULT 0, idUsuario {LARGO})")));
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS ArqueoCaja_Fecha ON ArqueoCaja (Fecha)"));
+}
+
 } // namespace orv

@@ -52,6 +52,10 @@ void completaEmpresa(Almacen& a);
 // tabla. No toca datos.
 void indexaDescripciones(Almacen& a);
 
+// Paso 8: la tabla ArqueoCaja, lo contado de cada forma de pago al cerrar un día (la fecha
+// contada, la del cierre, lo esperado, lo contado y quién contó). No toca datos.
+void creaArqueoCaja(Almacen& a);
+
 // Tabla del índice de texto de las descripciones en SQLite.
 inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
 

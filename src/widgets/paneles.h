@@ -10,6 +10,7 @@
 #include <QWidget>
 #include <initializer_list>
 
+class QBoxLayout;
 class QDateEdit;
 class QLabel;
 class QPushButton;
@@ -24,6 +25,9 @@ QLabel* TituloPanel(const QString& texto, QWidget* padre);
 QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
 // Fecha con calendario desplegable, dd/MM/yyyy.
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
+
+// Un botón de texto con su nombre al final de la fila (o columna) de botones; Enter no lo pulsa.
+QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo = 100);
 
 // Panel de lista: título y una grilla de sólo lectura sobre una consulta.
 class PanelLista : public QWidget {
@@ -42,6 +46,11 @@ public:
     void fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda);
     // Liga la grilla; un error del almacén deja la grilla vacía (la ventana carga igual).
     void fijaConsulta(const QString& sql, const QVariantList& parametros = {});
+
+    // Títulos y máscara de moneda de las columnas de una grilla cualquiera; devuelve los anchos
+    // pedidos, para aplicarlos cuando la grilla ya tiene su consulta.
+    static QList<QPair<QString, int>> fijaColumnas(Grilla& grilla, std::initializer_list<Columna> columnas,
+                                                   const QString& mascaraMoneda);
 
 private:
     Grilla* grilla_;

@@ -115,13 +115,16 @@ TEST(ConsultaArticulosPaso, IndexaLoQueYaHabia) {
         if (m == Motor::PostgreSQL && !hayPostgreSQL()) continue;
         AlmacenDePrueba base(m);
         Almacen& a = base.almacen();
-        const auto& todos = pasosDelSistema();
-        actualizaEsquema(a, std::vector<PasoEsquema>(todos.begin(), todos.end() - 1));
+        // Los pasos de antes del índice de texto (el 6); los de después también quedan para el final.
+        std::vector<PasoEsquema> previos;
+        for (const PasoEsquema& p : pasosDelSistema())
+            if (p.numero < 6) previos.push_back(p);
+        actualizaEsquema(a, previos);
         EXPECT_FALSE(HayIndiceDescripciones(a));
         a.ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, idRubro) VALUES ('1', 'Arroz largo fino', 1), "
                                  "('2', 'Fideos finos', 1), ('3', 'Azúcar', 1)"));
         const QString antes = Filas(a, QStringLiteral("SELECT * FROM Articulos ORDER BY Codigo")).join(u'\n');
-        EXPECT_EQ(actualizaEsquema(a), 1);
+        EXPECT_EQ(actualizaEsquema(a), int(pasosDelSistema().size() - previos.size()));
         EXPECT_TRUE(HayIndiceDescripciones(a));
         EXPECT_EQ(Filas(a, QStringLiteral("SELECT * FROM Articulos ORDER BY Codigo")).join(u'\n'), antes);
         const ConsultaDeGrilla c = ConsultaArticulosPorDescripcion(a, QStringLiteral("FIN"));
