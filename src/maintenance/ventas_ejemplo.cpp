@@ -157,11 +157,11 @@ void cargaCajaEjemplo(Almacen& a, const QDate& hoy, qint32 idUsuario) {
         bool ingreso;
         const char* forma;
     } filas[] = {
-        {7, gastos, "Fondo fijo para cambio", 5000, true, "EFVO"},         {6, gastos, "Artículos de limpieza", 3850, false, "EFVO"},
-        {5, proveedores, "Pago a Distribuidora del Litoral", 42000, false, "CHEQ"},
-        {4, gastos, "Flete de mercadería", 6500, false, "EFVO"},           {3, retiros, "Retiro del dueño", 20000, false, "EFVO"},
-        {3, gastos, "Luz del local (factura bimestral)", 18240, false, "EFVO"}, {2, gastos, "Bolsas y papel de envolver", 2900, false, "EFVO"},
-        {1, retiros, "Retiro para depósito en el banco", 30000, false, "EFVO"},
+        {7, gastos, "Fondo fijo para cambio", 5000, true, "EFVO"},         {6, gastos, "Artículos de limpieza", 385, false, "EFVO"},
+        {5, proveedores, "Pago a Distribuidora del Litoral", 4200, false, "EFVO"},
+        {4, gastos, "Flete de mercadería", 650, false, "EFVO"},            {3, retiros, "Retiro del dueño", 2000, false, "EFVO"},
+        {3, gastos, "Luz del local (factura bimestral)", 1824, false, "EFVO"}, {2, gastos, "Bolsas y papel de envolver", 290, false, "EFVO"},
+        {1, retiros, "Retiro para depósito en el banco", 3000, false, "EFVO"},
     };
     for (const auto& f : filas) {
         const Dinero importe(f.pesos);
