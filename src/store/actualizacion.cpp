@@ -39,7 +39,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {4, QStringLiteral("Descripciones de artículos sin tope de largo"), ensanchaDescripciones},
         {5, QStringLiteral("Datos fiscales del negocio: CUIT, condición de IVA e inicio de actividades"), completaEmpresa},
         {6, QStringLiteral("Índice de texto para buscar artículos por una parte de su descripción"), indexaDescripciones},
-        {8, QStringLiteral("Arqueo de caja: lo contado de cada forma de pago al cerrar el día"), creaArqueoCaja},
+        {8, QStringLiteral("Arqueo de caja al cerrar el día e índice de los totales de caja"), creaArqueoCaja},
     };
     return pasos;
 }

@@ -377,6 +377,8 @@ void creaArqueoCaja(Almacen& a) {
                                                "FormaPago {TEXTO(50)}, Esperado {DINERO} DEFAULT 0, "
                                                "Contado {DINERO} DEFAULT 0, idUsuario {LARGO})")));
     a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS ArqueoCaja_Fecha ON ArqueoCaja (Fecha)"));
+    // Los totales de caja de un período se leen del índice, sin pasar por las filas.
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Caja_FechaImportes ON Caja (Fecha, Ingreso, Egreso)"));
 }
 
 } // namespace orv
