@@ -3,9 +3,10 @@
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
 
-#include <QDateEdit>
-#include <QLabel>
 #include <QBoxLayout>
+#include <QDateEdit>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -65,6 +66,20 @@ QList<QPair<QString, int>> PanelLista::fijaColumnas(Grilla& grilla, std::initial
 
 void PanelLista::fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda) {
     anchos_ += fijaColumnas(*grilla_, columnas, mascaraMoneda);
+}
+
+QVBoxLayout* ArmaPanel(QWidget* panel, const QString& titulo, QLayout* arriba, QWidget* grilla, QLayout* botones) {
+    auto* capa = new QVBoxLayout(panel);
+    capa->setContentsMargins(0, 0, 0, 0);
+    capa->setSpacing(10);
+    capa->addWidget(TituloPanel(titulo, panel));
+    capa->addLayout(arriba);
+    auto* cuerpo = new QHBoxLayout;
+    cuerpo->setSpacing(12);
+    cuerpo->addWidget(grilla, 1);
+    cuerpo->addLayout(botones);
+    capa->addLayout(cuerpo, 1);
+    return capa;
 }
 
 QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo) {

@@ -11,6 +11,8 @@
 #include <initializer_list>
 
 class QBoxLayout;
+class QLayout;
+class QVBoxLayout;
 class QDateEdit;
 class QLabel;
 class QPushButton;
@@ -25,6 +27,10 @@ QLabel* TituloPanel(const QString& texto, QWidget* padre);
 QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
 // Fecha con calendario desplegable, dd/MM/yyyy.
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
+
+// La capa de un panel de la ventana principal: el título, debajo `arriba` (búsquedas, filtros) y
+// el resto para la grilla con su columna de botones a la derecha. Devuelve la capa, para el pie.
+QVBoxLayout* ArmaPanel(QWidget* panel, const QString& titulo, QLayout* arriba, QWidget* grilla, QLayout* botones);
 
 // Un botón de texto con su nombre al final de la fila (o columna) de botones; Enter no lo pulsa.
 QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo = 100);

@@ -47,18 +47,9 @@ PanelCaja::PanelCaja(Almacen& almacen, const EstadoAplicacion& estado, const Rel
                      QWidget* padre)
     : QWidget(padre), almacen_(almacen), estado_(estado), reloj_(reloj), salida_(salida) {
     setObjectName(QStringLiteral("PanelCaja"));
-    auto* capa = new QVBoxLayout(this);
-    capa->setContentsMargins(0, 0, 0, 0);
-    capa->setSpacing(10);
-    capa->addWidget(TituloPanel(QStringLiteral("Caja"), this));
-    capa->addLayout(armaFiltros());
+    QHBoxLayout* filtros = armaFiltros();
     armaGrilla();
-    auto* cuerpo = new QHBoxLayout;
-    cuerpo->setSpacing(12);
-    cuerpo->addWidget(grilla_, 1);
-    cuerpo->addLayout(armaBotones());
-    capa->addLayout(cuerpo, 1);
-    capa->addLayout(armaTotales());
+    ArmaPanel(this, QStringLiteral("Caja"), filtros, grilla_, armaBotones())->addLayout(armaTotales());
 }
 
 // Período, cuenta y forma de pago, y los dos botones de la grilla.
