@@ -45,7 +45,10 @@ const QStringList& FormasPagoDelSistema() {
 QString ConsultaPlanCuentas() { return QStringLiteral("SELECT idCuenta, Cuenta FROM Cuentas ORDER BY Cuenta"); }
 
 QString ConsultaFormasPago() {
-    return QStringLiteral("SELECT idTipoFormaPago, FormaPago, EsACuenta, EsTarjetaCredito FROM FormasDePago ORDER BY FormaPago");
+    // Las marcas se leen "Sí" o nada; 1 y -1 cuentan como encendido.
+    return QStringLiteral("SELECT idTipoFormaPago, FormaPago, CASE WHEN COALESCE(EsACuenta, 0) <> 0 THEN 'Sí' ELSE '' END AS EsACuenta, "
+                          "CASE WHEN COALESCE(EsTarjetaCredito, 0) <> 0 THEN 'Sí' ELSE '' END AS EsTarjetaCredito "
+                          "FROM FormasDePago ORDER BY FormaPago");
 }
 
 std::optional<qint64> AgregaCuenta(Almacen& a, const QString& nombre) {
