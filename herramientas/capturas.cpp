@@ -20,6 +20,12 @@
 #include "articles/ui/pan_lis_pre.h"
 #include "articles/ui/panel_articulos.h"
 #include "suppliers/ui/pan_nue_prove.h"
+#include "cash/ui/pan_caja.h"
+#include "cash/ui/pan_corte_caja.h"
+#include "cash/ui/pan_formas_pago.h"
+#include "cash/ui/pan_plan_ctas.h"
+#include "cash/ui/panel_caja.h"
+#include "store/formato.h"
 #include "app/estado.h"
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_conf_fiscal.h"
@@ -50,9 +56,12 @@
 #include <QMessageBox>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QPainter>
 #include <QPixmap>
+#include <QPrinter>
+#include <QTableWidget>
 #include <tuple>
 #include <QLineEdit>
 #include <QPushButton>
@@ -356,6 +365,55 @@ int main(int argc, char** argv) {
             orv::panCambStock cambStock(*almacen, &w);
             cambStock.show();
             guarda(cambStock, QStringLiteral("camb_stock") + sufijo);
+        }
+        {
+            // La caja de un viernes (el día cerrado), un movimiento escrito a mano, los catálogos y el
+            // cierre del sábado con su arqueo.
+            const QDate viernes = reloj.hoy().addDays(-3), sabado = reloj.hoy().addDays(-2);
+            w.botPrincipal(2);
+            w.panelCaja()->fijaPeriodo(viernes, viernes);
+            w.panelCaja()->filtra();
+            guarda(w, QStringLiteral("principal_2_caja_un_dia") + sufijo);
+            const qint64 manual =
+                almacen->valor(QStringLiteral("SELECT max(idCaja) FROM Caja WHERE idComprobante IS NULL")).toLongLong();
+            orv::PanCaja movimiento(*almacen, estado.idUsuarioActual, manual, reloj.hoy(), &w);
+            movimiento.show();
+            guarda(movimiento, QStringLiteral("pan_caja") + sufijo);
+            orv::panPlanCtas plan(*almacen, &w);
+            plan.show();
+            guarda(plan, QStringLiteral("plan_ctas") + sufijo);
+            orv::panFormasPago formas(*almacen, &w);
+            formas.show();
+            guarda(formas, QStringLiteral("formas_pago") + sufijo);
+            orv::panEditFPago forma(
+                *almacen, almacen->valor(QStringLiteral("SELECT min(idTipoFormaPago) FROM FormasDePago")).toLongLong(), &w);
+            forma.show();
+            guarda(forma, QStringLiteral("edit_fpago") + sufijo);
+            // Lo contado: el efectivo con 12,50 de menos, lo demás justo.
+            orv::panCorteCaja corte(*almacen, estado, reloj, &w);
+            corte.fecha()->setDate(sabado);
+            corte.calcula();
+            QTableWidget* arqueo = corte.arqueo();
+            for (int f = 0; f < arqueo->rowCount(); ++f) {
+                const orv::Dinero esperado = orv::ImporteMostrado(arqueo->item(f, 1)->text());
+                const bool efectivo = arqueo->item(f, 0)->text() == QLatin1String("EFVO");
+                arqueo->item(f, 2)->setText((efectivo ? esperado - orv::Dinero(12, 5000) : esperado).aTexto().chopped(2));
+            }
+            corte.show();
+            guarda(corte, QStringLiteral("corte_caja") + sufijo);
+            if (t == tamanios.first()) {
+                QPrinter hoja(QPrinter::HighResolution);
+                hoja.setOutputFormat(QPrinter::PdfFormat);
+                hoja.setOutputFileName(QDir(salida).filePath(QStringLiteral("corte_caja_hoja.pdf")));
+                corte.imprimeEn(hoja);
+                // Un día cerrado: el cierre apagado y lo que se contó al cerrarlo.
+                corte.fecha()->setDate(viernes);
+                QTimer::singleShot(0, [] {
+                    if (auto* m = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) m->accept();
+                });
+                corte.calcula();
+                guarda(corte, QStringLiteral("corte_caja_dia_cerrado") + sufijo);
+            }
         }
         w.hide();
     }

@@ -10,7 +10,6 @@ namespace orv {
 
 namespace {
 
-constexpr qint64 kFilasPorDia = 300;
 constexpr qint64 kProveedores = 10;
 
 // Serie de números 1..? como origen de filas; el límite es el último parámetro de la orden.
@@ -106,7 +105,7 @@ void generaArticulos(Almacen& a, qint64 cantidad, qint64 rubrosPedidos) {
     }
 }
 
-void generaCaja(Almacen& a, qint64 filas, const QDate& hasta) {
+void generaCaja(Almacen& a, qint64 filas, qint64 porDia, const QDate& hasta) {
     const Dialecto d = a.dialecto();
     const qint64 ventas = buscaOAgrega(a, QStringLiteral("Cuentas"), QStringLiteral("idCuenta"), QStringLiteral("Cuenta"),
                                       QStringLiteral("Ventas Mostrador"));
@@ -114,8 +113,8 @@ void generaCaja(Almacen& a, qint64 filas, const QDate& hasta) {
                                        QStringLiteral("Pago a Proveedores"));
     const QVariant usuario = a.valor(QStringLiteral("SELECT MIN(idUsuario) FROM Usuarios"));
 
-    // 300 filas por día; la última fila cae en `hasta`, así el número de fila sigue el orden de las fechas.
-    const QString diasAtras = QStringLiteral("((? - i) / ") + QString::number(kFilasPorDia) + QLatin1Char(')');
+    // `porDia` filas por día; la última fila cae en `hasta`, así el número de fila sigue el orden de las fechas.
+    const QString diasAtras = QStringLiteral("((? - i) / ") + QString::number(qMax<qint64>(1, porDia)) + QLatin1Char(')');
     const QString fecha = d == Dialecto::PostgreSQL
                               ? QStringLiteral("CAST(? AS DATE) - CAST(") + diasAtras + QStringLiteral(" AS INTEGER)")
                               : QStringLiteral("date(?, '-' || ") + diasAtras + QStringLiteral(" || ' days')");
@@ -141,7 +140,7 @@ ResumenGeneracion generaAlmacenGrande(Almacen& a, const OpcionesGenerador& opcio
     const QDate hasta = opciones.hasta.isValid() ? opciones.hasta : QDate::currentDate();
     Transaccion t(a);
     if (opciones.articulos > 0) generaArticulos(a, opciones.articulos, opciones.rubros);
-    if (opciones.filasCaja > 0) generaCaja(a, opciones.filasCaja, hasta);
+    if (opciones.filasCaja > 0) generaCaja(a, opciones.filasCaja, opciones.filasCajaPorDia, hasta);
     t.confirmar();
 
     r.articulos = std::max<qint64>(0, opciones.articulos);

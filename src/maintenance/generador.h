@@ -13,6 +13,7 @@ struct OpcionesGenerador {
     qint64 articulos = 100000;
     qint64 rubros = 0; // 0: uno cada 9 999 artículos, al menos 50
     qint64 filasCaja = 1000000;
+    qint64 filasCajaPorDia = 300; // movimientos de caja de cada día
     QDate hasta; // fecha de la última fila de caja; nula = hoy
 };
 
@@ -29,7 +30,7 @@ bool esEgresoFilaCaja(qint64 n);
 qint64 centavosFilaCaja(qint64 n);
 
 // Agrega a un almacén ya actualizado sus propios rubros y proveedores, `articulos` artículos y
-// `filasCaja` movimientos de caja (300 por día hacia atrás desde `hasta`), en una transacción.
+// `filasCaja` movimientos de caja (`filasCajaPorDia` por día hacia atrás desde `hasta`), en una transacción.
 // Cada artículo lleva el código que propondría la ficha (cifras del rubro y número en el rubro),
 // un código de proveedor con el prefijo de su proveedor ("ARC-004217") y una descripción que
 // combina producto, marca y presentación ("Yerba Don Pedro 500 g").

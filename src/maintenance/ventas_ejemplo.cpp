@@ -1,5 +1,7 @@
 #include "maintenance/ventas_ejemplo.h"
 
+#include "cash/caja.h"
+#include "cash/corte.h"
 #include "sales/borrador.h"
 #include "store/aviso.h"
 
@@ -138,6 +140,45 @@ private:
 
 } // namespace
 
+namespace {
+
+// La caja de la última semana además de las ventas: gastos, retiros y pagos escritos a mano, y el
+// día de hace tres días cerrado con su arqueo (el efectivo contado con diez pesos de menos).
+void cargaCajaEjemplo(Almacen& a, const QDate& hoy, qint32 idUsuario) {
+    const auto cuenta = [&a](const char* nombre) {
+        return a.valor(QStringLiteral("SELECT MIN(idCuenta) FROM Cuentas WHERE Cuenta = ?"), {QString::fromLatin1(nombre)}).toLongLong();
+    };
+    const qint64 gastos = cuenta("Gastos Generales"), retiros = cuenta("Retiros"), proveedores = cuenta("Pago a Proveedores");
+    const struct {
+        int atras;
+        qint64 idCuenta;
+        const char* detalles;
+        qint64 pesos;
+        bool ingreso;
+        const char* forma;
+    } filas[] = {
+        {7, gastos, "Fondo fijo para cambio", 5000, true, "EFVO"},         {6, gastos, "Artículos de limpieza", 385, false, "EFVO"},
+        {5, proveedores, "Pago a Distribuidora del Litoral", 4200, false, "EFVO"},
+        {4, gastos, "Flete de mercadería", 650, false, "EFVO"},            {3, retiros, "Retiro del dueño", 2000, false, "EFVO"},
+        {3, gastos, "Luz del local (factura bimestral)", 1824, false, "EFVO"}, {2, gastos, "Bolsas y papel de envolver", 290, false, "EFVO"},
+        {1, retiros, "Retiro para depósito en el banco", 3000, false, "EFVO"},
+    };
+    for (const auto& f : filas) {
+        const Dinero importe(f.pesos);
+        GuardaMovimientoCaja(a, std::nullopt,
+                             MovimientoCaja{hoy.addDays(-f.atras), f.idCuenta, QString::fromLatin1(f.forma), QString::fromUtf8(f.detalles),
+                                            f.ingreso ? std::optional(importe) : std::nullopt, f.ingreso ? std::nullopt : std::optional(importe)},
+                             idUsuario);
+    }
+    const QDate cerrado = hoy.addDays(-3);
+    QList<LineaArqueo> arqueo = ArqueoEsperado(a, cerrado, std::nullopt);
+    for (LineaArqueo& l : arqueo)
+        if (l.formaPago == QLatin1String("EFVO")) l.contado = l.esperado - Dinero(10);
+    CierraDia(a, cerrado, cerrado, arqueo, idUsuario);
+}
+
+} // namespace
+
 void CargaVentasEjemplo(Almacen& a, const QDate& hoy) {
     Transaccion t(a);
     const Clientes c = leeClientes(a);
@@ -175,6 +216,7 @@ void CargaVentasEjemplo(Almacen& a, const QDate& hoy) {
         default: break;
         }
     }
+    cargaCajaEjemplo(a, hoy, idUsuario);
     t.confirmar();
 }
 

@@ -3,6 +3,7 @@
 #include "access/ui/panel_usuarios.h"
 #include "articles/ui/pan_borr_mov_stock.h"
 #include "articles/ui/panel_articulos.h"
+#include "cash/ui/panel_caja.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
@@ -59,15 +60,6 @@ const QString kEstiloBarra = QStringLiteral(
     "QFrame#barraLateral QPushButton:checked { background: #3d6a99; font-weight: bold; }"
     "QFrame#barraLateral QPushButton:disabled { color: #6f8296; }"
     "QFrame#barraLateral QLabel { color: #e8eef4; }");
-
-QLineEdit* total(const QString& nombre, QWidget* padre) {
-    auto* t = new QLineEdit(padre);
-    t->setObjectName(nombre);
-    t->setReadOnly(true);
-    t->setAlignment(Qt::AlignRight);
-    t->setMaximumWidth(150);
-    return t;
-}
 
 } // namespace
 
@@ -219,7 +211,7 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
     articulos_ = new PanelArticulos(almacen_, estado_, conf_, reloj_, *salida_,
                                     {[this] { venta_->llenaArticulos(); }}, pila_);
     clientes_ = new PanelLista(almacen_, QStringLiteral("Clientes"), QStringLiteral("Data2"), pila_);
-    caja_ = armaCaja();
+    caja_ = new PanelCaja(almacen_, estado_, reloj_, *salida_, pila_);
     venta_ = new PanelVenta(almacen_, estado_, conf_, pila_);
     venta_->fijaSalida(salida_);
     venta_->fijaReloj(&reloj_);
@@ -283,52 +275,6 @@ QWidget* PanPrincipal::armaBienvenida() {
     capa->addWidget(ayuda);
     capa->addStretch(3);
     return w;
-}
-
-PanelLista* PanPrincipal::armaCaja() {
-    auto* p = new PanelLista(almacen_, QStringLiteral("Caja"), QStringLiteral("Data3"), pila_);
-    auto* capa = static_cast<QVBoxLayout*>(p->layout());
-    auto* filtro = new QHBoxLayout;
-    desdeCaja_ = CampoFecha(QStringLiteral("DTPicker1"), p);
-    hastaCaja_ = CampoFecha(QStringLiteral("dtpickerHasta"), p);
-    filtro->addWidget(new QLabel(QStringLiteral("Desde :"), p));
-    filtro->addWidget(desdeCaja_);
-    filtro->addSpacing(8);
-    filtro->addWidget(new QLabel(QStringLiteral("Hasta :"), p));
-    filtro->addWidget(hastaCaja_);
-    filtro->addStretch(1);
-    capa->insertLayout(1, filtro);
-    auto* totales = new QHBoxLayout;
-    totales->addStretch(1);
-    ingresos_ = total(QStringLiteral("Text3"), p);
-    egresos_ = total(QStringLiteral("Text4"), p);
-    saldo_ = total(QStringLiteral("Text5"), p);
-    totales->addWidget(new QLabel(QStringLiteral("Ingresos :"), p));
-    totales->addWidget(ingresos_);
-    totales->addSpacing(8);
-    totales->addWidget(new QLabel(QStringLiteral("Egresos :"), p));
-    totales->addWidget(egresos_);
-    totales->addSpacing(8);
-    totales->addWidget(new QLabel(QStringLiteral("Saldo :"), p));
-    totales->addWidget(saldo_);
-    capa->addLayout(totales);
-    Grilla* g = p->grilla();
-    g->fijaClave(QStringLiteral("idCaja"));
-    p->fijaColumnas({{"Fecha", "Fecha", 90},
-                     {"Cuenta", "Cuenta", 170},
-                     {"Factura", "Comprobante", 130},
-                     {"Detalles", "Detalles", 300},
-                     {"Ingreso", "Ingreso", 100, true},
-                     {"Egreso", "Egreso", 100, true},
-                     {"FormaPago", "Forma de pago", 110},
-                     {"NombreUsuario", "Usuario", 100},
-                     {"NombreCompleto", "Nombre completo", 160}},
-                    estado_.MascaraMoneda);
-    for (const char* oculta : {"idCaja", "idComprobante", "idCuenta", "idUsuario"})
-        g->ocultaColumna(QString::fromLatin1(oculta));
-    connect(desdeCaja_, &QDateEdit::dateChanged, this, &PanPrincipal::refrescaCaja);
-    connect(hastaCaja_, &QDateEdit::dateChanged, this, &PanPrincipal::refrescaCaja);
-    return p;
 }
 
 QWidget* PanPrincipal::armaInformes() {
@@ -402,10 +348,7 @@ void PanPrincipal::carga() {
     primeraActivacion_ = false;
     const QDate hoy = reloj_.hoy();
     informes_->fijaPeriodo(hoy, hoy);
-    for (QDateEdit* d : {desdeCaja_, hastaCaja_}) {
-        const QSignalBlocker quieto(d);
-        d->setDate(hoy);
-    }
+    caja_->fijaPeriodo(hoy, hoy);
 
     // 4 y 5. Tipos de comprobante y el predeterminado. Cada paso de la carga tiene su guardia:
     // una falla se dice y la carga sigue.
@@ -508,25 +451,7 @@ void PanPrincipal::guardaDistribuciones() const {
     for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->guardaDistribucion(archivo);
 }
 
-void PanPrincipal::refrescaCaja() {
-    const QDate desde = desdeCaja_->date();
-    const QDate hasta = hastaCaja_->date();
-    caja_->fijaConsulta(
-        QStringLiteral("SELECT * FROM ConsultaCaja WHERE Fecha >= ? AND Fecha <= ? ORDER BY Fecha, idCaja"),
-        {desde, hasta});
-    // El total de egresos toma sólo el primer día del período ("=" y no ">="), como siempre lo hizo.
-    Intenta(this, [&] {
-        const QVariant ingresos =
-            almacen_.valor(QStringLiteral("SELECT sum(Ingreso) FROM Caja WHERE Fecha >= ? AND Fecha <= ?"), {desde, hasta});
-        const QVariant egresos =
-            almacen_.valor(QStringLiteral("SELECT sum(Egreso) FROM Caja WHERE Fecha = ? AND Fecha <= ?"), {desde, hasta});
-        const Dinero i = Dinero::desdeVariant(ingresos);
-        const Dinero e = Dinero::desdeVariant(egresos);
-        ingresos_->setText(FormatoMoneda(i, estado_.MascaraMoneda));
-        egresos_->setText(FormatoMoneda(e, estado_.MascaraMoneda));
-        saldo_->setText(FormatoMoneda(i - e, estado_.MascaraMoneda));
-    });
-}
+void PanPrincipal::refrescaCaja() { caja_->refresca(); }
 
 void PanPrincipal::aplicaNiveles() {
     QStringList apagar;
@@ -565,10 +490,7 @@ void PanPrincipal::botPrincipal(int indice) {
     switch (indice) {
     case 0: articulos_->grilla()->setFocus(); break;
     case 1: clientes_->grilla()->setFocus(); break;
-    case 2:
-        desdeCaja_->setDate(reloj_.hoy());
-        desdeCaja_->setFocus();
-        break;
+    case 2: caja_->entra(); break;
     case 3: venta_->entra(); break;
     default: p->setFocus(); break;
     }

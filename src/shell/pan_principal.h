@@ -25,6 +25,7 @@ namespace orv {
 
 class Grilla;
 class PanelArticulos;
+class PanelCaja;
 class PanelLista;
 class PanelProveedores;
 class PanelUsuarios;
@@ -67,6 +68,7 @@ public:
 
     PanelVenta* panelVenta() const { return venta_; }
     PanelArticulos* panelArticulos() const { return articulos_; }
+    PanelCaja* panelCaja() const { return caja_; }
     PanelInformes* panelInformes() const { return informes_; }
     // La salida de los informes: todos los informes y comprobantes pasan por ella.
     SalidaInformes* salidaInformes() const { return salida_; }
@@ -83,7 +85,6 @@ private:
     QWidget* armaBienvenida();
     QWidget* armaUtilidades();
     QWidget* armaInformes();
-    PanelLista* armaCaja();
     void carga();
     void preparaSalidaInformes();
     void reiniciaVentaEnCurso();
@@ -111,7 +112,7 @@ private:
     std::array<QPushButton*, 8> botones_{};
     PanelArticulos* articulos_ = nullptr;
     PanelLista* clientes_ = nullptr;
-    PanelLista* caja_ = nullptr;
+    PanelCaja* caja_ = nullptr;
     PanelProveedores* proveedores_ = nullptr;
     PanelVenta* venta_ = nullptr;
     PanelUsuarios* usuarios_ = nullptr;
@@ -121,12 +122,7 @@ private:
     SalidaInformes* salida_ = nullptr;
     QComboBox* combo1_ = nullptr;
     QLineEdit* text10_ = nullptr;
-    QDateEdit* desdeCaja_ = nullptr;
-    QDateEdit* hastaCaja_ = nullptr;
     PanelInformes* informes_ = nullptr;
-    QLineEdit* ingresos_ = nullptr;
-    QLineEdit* egresos_ = nullptr;
-    QLineEdit* saldo_ = nullptr;
 
     bool primeraActivacion_ = false;
     bool modoPOS_ = false;

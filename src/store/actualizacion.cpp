@@ -41,6 +41,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {6, QStringLiteral("Índice de texto para buscar artículos por una parte de su descripción"), indexaDescripciones},
         {7, QStringLiteral("Códigos de artículos ordenados por sus bytes en PostgreSQL, como en SQLite"),
          indexaCodigosPorBytes},
+        {8, QStringLiteral("Arqueo de caja al cerrar el día e índice de los totales de caja"), creaArqueoCaja},
     };
     return pasos;
 }

@@ -378,4 +378,14 @@ void indexaCodigosPorBytes(Almacen& a) {
         "CREATE INDEX IF NOT EXISTS Articulos_CgoProveedorBytes ON Articulos (CgoProveedor COLLATE \"C\")"));
 }
 
+void creaArqueoCaja(Almacen& a) {
+    a.ejecuta(ddl(a.dialecto(), QStringLiteral("CREATE TABLE IF NOT EXISTS ArqueoCaja ("
+                                               "idArqueo {CONTADOR}, Fecha {FECHA}, FechaCierre {FECHA}, "
+                                               "FormaPago {TEXTO(50)}, Esperado {DINERO} DEFAULT 0, "
+                                               "Contado {DINERO} DEFAULT 0, idUsuario {LARGO})")));
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS ArqueoCaja_Fecha ON ArqueoCaja (Fecha)"));
+    // Los totales de caja de un período se leen del índice, sin pasar por las filas.
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Caja_FechaImportes ON Caja (Fecha, Ingreso, Egreso)"));
+}
+
 } // namespace orv

@@ -59,6 +59,11 @@ void indexaDescripciones(Almacen& a);
 // SQLite no hace nada. No toca datos.
 void indexaCodigosPorBytes(Almacen& a);
 
+// Paso 8: la tabla ArqueoCaja, lo contado de cada forma de pago al cerrar un día (la fecha
+// contada, la del cierre, lo esperado, lo contado y quién contó), y el índice de Caja por fecha con
+// sus importes para sumar un período sin leer las filas. No toca datos.
+void creaArqueoCaja(Almacen& a);
+
 // Tabla del índice de texto de las descripciones en SQLite.
 inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
 

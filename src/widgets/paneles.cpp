@@ -3,7 +3,9 @@
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
 
+#include <QBoxLayout>
 #include <QDateEdit>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -73,13 +75,43 @@ PanelLista::PanelLista(Almacen& almacen, const QString& titulo, const QString& n
     capa->addWidget(grilla_, 1);
 }
 
-void PanelLista::fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda) {
+QList<QPair<QString, int>> PanelLista::fijaColumnas(Grilla& grilla, std::initializer_list<Columna> columnas,
+                                                     const QString& mascaraMoneda) {
+    QList<QPair<QString, int>> anchos;
     for (const Columna& c : columnas) {
         const QString campo = QString::fromLatin1(c.campo);
-        grilla_->fijaTitulo(campo, QString::fromUtf8(c.titulo));
-        if (c.dinero) grilla_->fijaMascara(campo, mascaraMoneda);
-        if (c.ancho > 0) anchos_.append({campo, c.ancho});
+        grilla.fijaTitulo(campo, QString::fromUtf8(c.titulo));
+        if (c.dinero) grilla.fijaMascara(campo, mascaraMoneda);
+        if (c.ancho > 0) anchos.append({campo, c.ancho});
     }
+    return anchos;
+}
+
+void PanelLista::fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda) {
+    anchos_ += fijaColumnas(*grilla_, columnas, mascaraMoneda);
+}
+
+QVBoxLayout* ArmaPanel(QWidget* panel, const QString& titulo, QLayout* arriba, QWidget* grilla, QLayout* botones) {
+    auto* capa = new QVBoxLayout(panel);
+    capa->setContentsMargins(0, 0, 0, 0);
+    capa->setSpacing(10);
+    capa->addWidget(TituloPanel(titulo, panel));
+    capa->addLayout(arriba);
+    auto* cuerpo = new QHBoxLayout;
+    cuerpo->setSpacing(12);
+    cuerpo->addWidget(grilla, 1);
+    cuerpo->addLayout(botones);
+    capa->addLayout(cuerpo, 1);
+    return capa;
+}
+
+QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo) {
+    auto* b = new QPushButton(texto, padre);
+    b->setObjectName(QString::fromLatin1(nombre));
+    b->setAutoDefault(false);
+    b->setMinimumWidth(anchoMinimo);
+    fila->addWidget(b);
+    return b;
 }
 
 void PanelLista::fijaConsulta(const QString& sql, const QVariantList& parametros) {

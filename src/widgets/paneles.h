@@ -11,6 +11,9 @@
 #include <initializer_list>
 #include <optional>
 
+class QBoxLayout;
+class QLayout;
+class QVBoxLayout;
 class QDateEdit;
 class QLabel;
 class QPushButton;
@@ -33,6 +36,13 @@ QPushButton* BotonPantallaPosterior(const char* nombre, const QString& texto, QW
 // La clave `campo` de la fila actual si es una fila de datos (no de grupo) con esa clave no vacía.
 std::optional<qint64> ClaveDeFilaActual(const Grilla& g, const QString& campo);
 
+// La capa de un panel de la ventana principal: el título, debajo `arriba` (búsquedas, filtros) y
+// el resto para la grilla con su columna de botones a la derecha. Devuelve la capa, para el pie.
+QVBoxLayout* ArmaPanel(QWidget* panel, const QString& titulo, QLayout* arriba, QWidget* grilla, QLayout* botones);
+
+// Un botón de texto con su nombre al final de la fila (o columna) de botones; Enter no lo pulsa.
+QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo = 100);
+
 // Panel de lista: título y una grilla de sólo lectura sobre una consulta.
 class PanelLista : public QWidget {
     Q_OBJECT
@@ -50,6 +60,11 @@ public:
     void fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda);
     // Liga la grilla; un error del almacén deja la grilla vacía (la ventana carga igual).
     void fijaConsulta(const QString& sql, const QVariantList& parametros = {});
+
+    // Títulos y máscara de moneda de las columnas de una grilla cualquiera; devuelve los anchos
+    // pedidos, para aplicarlos cuando la grilla ya tiene su consulta.
+    static QList<QPair<QString, int>> fijaColumnas(Grilla& grilla, std::initializer_list<Columna> columnas,
+                                                   const QString& mascaraMoneda);
 
 private:
     Grilla* grilla_;

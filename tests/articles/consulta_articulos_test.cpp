@@ -115,7 +115,8 @@ TEST(ConsultaArticulosPaso, IndexaLoQueYaHabia) {
         if (m == Motor::PostgreSQL && !hayPostgreSQL()) continue;
         AlmacenDePrueba base(m);
         Almacen& a = base.almacen();
-        std::vector<PasoEsquema> previos; // hasta el paso anterior al del índice
+        // Los pasos de antes del índice de texto (el 6); los de después también quedan para el final.
+        std::vector<PasoEsquema> previos;
         for (const PasoEsquema& p : pasosDelSistema())
             if (p.numero < 6) previos.push_back(p);
         actualizaEsquema(a, previos);
