@@ -3,6 +3,7 @@
 #include "access/ui/panel_usuarios.h"
 #include "articles/ui/pan_borr_mov_stock.h"
 #include "articles/ui/panel_articulos.h"
+#include "customers/ui/panel_clientes.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
@@ -217,7 +218,8 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
     // Un artículo que cambia en el panel cambia también la lista de artículos de la venta.
     articulos_ = new PanelArticulos(almacen_, estado_, conf_, reloj_, *salida_,
                                     {[this] { venta_->llenaArticulos(); }}, pila_);
-    clientes_ = new PanelLista(almacen_, QStringLiteral("Clientes"), QStringLiteral("Data2"), pila_);
+    // Una cobranza asentada en la caja se ve en el panel de caja.
+    clientes_ = new PanelClientes(almacen_, estado_, reloj_, *salida_, {[this] { refrescaCaja(); }}, pila_);
     caja_ = armaCaja();
     venta_ = new PanelVenta(almacen_, estado_, conf_, pila_);
     venta_->fijaSalida(salida_);
@@ -244,14 +246,6 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
 // Columnas, títulos y claves de las grillas de lista.
 void PanPrincipal::fijaColumnasDeListas() {
     const QString& moneda = estado_.MascaraMoneda;
-    clientes_->fijaColumnas({{"Zona", "Zona", 110},
-                             {"Localidad", "Localidad", 140},
-                             {"Nombre", "Nombre", 220},
-                             {"Domicilio", "Domicilio", 200},
-                             {"Telefono", "Teléfono", 130},
-                             {"Cuit", "CUIT", 120},
-                             {"idVendedor", "Nro.", 60}},
-                            moneda);
     proveedores_->fijaColumnas({{"idProveedor", "Nro.", 50},
                                 {"Nombre", "Contacto", 170},
                                 {"RazonSocial", "Razón social", 220},
@@ -264,7 +258,6 @@ void PanPrincipal::fijaColumnasDeListas() {
                                 {"CPostal", "C.P.", 60},
                                 {"BancoNombre", "Banco", 140}},
                                moneda);
-    clientes_->grilla()->fijaClave(QStringLiteral("idVendedor"));
     proveedores_->grilla()->fijaClave(QStringLiteral("idProveedor"));
 }
 
@@ -497,10 +490,7 @@ void PanPrincipal::preparaSalidaInformes() {
 
 void PanPrincipal::cargaGrillas() {
     articulos_->carga();
-    clientes_->fijaConsulta(QStringLiteral(
-        "SELECT Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Telefono, "
-        "Vendedores.Cuit, Vendedores.idVendedor FROM Vendedores INNER JOIN Zonas ON Vendedores.idZona = Zonas.idZona "
-        "ORDER BY Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre"));
+    clientes_->carga();
     proveedores_->fijaConsulta(QStringLiteral("SELECT * FROM Proveedores ORDER BY RazonSocial"));
     refrescaCaja();
     for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->cargaDistribucion(archivo);
@@ -576,7 +566,7 @@ void PanPrincipal::botPrincipal(int indice) {
     botones_[size_t(indice)]->setChecked(true);
     switch (indice) {
     case 0: articulos_->grilla()->setFocus(); break;
-    case 1: clientes_->grilla()->setFocus(); break;
+    case 1: clientes_->entra(); break;
     case 2:
         desdeCaja_->setDate(reloj_.hoy());
         desdeCaja_->setFocus();

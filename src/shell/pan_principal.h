@@ -25,6 +25,7 @@ namespace orv {
 
 class Grilla;
 class PanelArticulos;
+class PanelClientes;
 class PanelLista;
 class PanelUsuarios;
 class PanelInformes;
@@ -109,7 +110,7 @@ private:
     std::array<QWidget*, kPaneles> paneles_{};
     std::array<QPushButton*, 8> botones_{};
     PanelArticulos* articulos_ = nullptr;
-    PanelLista* clientes_ = nullptr;
+    PanelClientes* clientes_ = nullptr;
     PanelLista* caja_ = nullptr;
     PanelLista* proveedores_ = nullptr;
     PanelVenta* venta_ = nullptr;

@@ -20,6 +20,37 @@ QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre)
     return b;
 }
 
+QPushButton* BotonPanel(const QString& nombre, const QString& texto, QWidget* padre) {
+    auto* b = new QPushButton(texto, padre);
+    b->setObjectName(nombre);
+    b->setAutoDefault(false);
+    b->setMinimumWidth(140);
+    return b;
+}
+
+QPushButton* BotonPosterior(const QString& nombre, const QString& texto, QWidget* padre) {
+    QPushButton* b = BotonPanel(nombre, texto, padre);
+    b->setEnabled(false);
+    b->setToolTip(QStringLiteral("Esta pantalla llega en una próxima versión del programa."));
+    return b;
+}
+
+QPushButton* BotonIcono(const QString& nombre, QStyle::StandardPixmap dibujo, const QString& ayuda, QWidget* padre) {
+    auto* b = new QPushButton(padre->style()->standardIcon(dibujo), QString(), padre);
+    b->setObjectName(nombre);
+    b->setToolTip(ayuda);
+    b->setAutoDefault(false);
+    return b;
+}
+
+std::optional<qint64> ClaveActual(const Grilla& grilla, const QString& campo) {
+    const std::optional<QSqlRecord> fila = grilla.filaActual();
+    if (!fila) return std::nullopt; // sin fila, o una fila de grupo
+    const QVariant id = fila->value(campo);
+    if (id.isNull() || id.toString().isEmpty()) return std::nullopt;
+    return id.toLongLong();
+}
+
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre) {
     auto* d = new QDateEdit(padre);
     d->setObjectName(nombre);

@@ -7,7 +7,9 @@
 #include <QVariantList>
 #include <QList>
 #include <QPair>
+#include <QStyle>
 #include <QWidget>
+#include <optional>
 #include <initializer_list>
 
 class QDateEdit;
@@ -22,6 +24,14 @@ class Grilla;
 QLabel* TituloPanel(const QString& texto, QWidget* padre);
 // Etiqueta que se pulsa como un vínculo (las entradas de los paneles).
 QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
+// Botón de la columna de un panel: no responde a Enter por sí solo y tiene un ancho mínimo parejo.
+QPushButton* BotonPanel(const QString& nombre, const QString& texto, QWidget* padre);
+// El mismo botón para una pantalla que todavía no forma parte del programa: se ve apagado y lo dice.
+QPushButton* BotonPosterior(const QString& nombre, const QString& texto, QWidget* padre);
+// Botón sólo con un ícono del estilo (actualizar, vista previa) y su leyenda.
+QPushButton* BotonIcono(const QString& nombre, QStyle::StandardPixmap dibujo, const QString& ayuda, QWidget* padre);
+// La clave de la fila actual de la grilla (una fila de datos con ese campo no vacío); nullopt si no hay.
+std::optional<qint64> ClaveActual(const Grilla& grilla, const QString& campo);
 // Fecha con calendario desplegable, dd/MM/yyyy.
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
 
