@@ -39,6 +39,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {4, QStringLiteral("Descripciones de artículos sin tope de largo"), ensanchaDescripciones},
         {5, QStringLiteral("Datos fiscales del negocio: CUIT, condición de IVA e inicio de actividades"), completaEmpresa},
         {6, QStringLiteral("Índice de texto para buscar artículos por una parte de su descripción"), indexaDescripciones},
+        {10, QStringLiteral("Índice de la cuenta corriente de cada cliente por fecha"), indexaCuentasClientes},
     };
     return pasos;
 }

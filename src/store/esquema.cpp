@@ -371,4 +371,8 @@ void indexaDescripciones(Almacen& a) {
     }
 }
 
+void indexaCuentasClientes(Almacen& a) {
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Comisiones_Cuenta ON Comisiones (idVendedor, Fecha, idCuentaVendedor)"));
+}
+
 } // namespace orv
