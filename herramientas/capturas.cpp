@@ -396,6 +396,20 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "%s: %s\n", nombre, qPrintable(e.texto()));
         }
     }
+    // El resumen de cuenta del cliente con más movimientos, de los dos últimos meses, con su saldo anterior.
+    try {
+        const qint64 id = almacen->valor(QStringLiteral("SELECT idVendedor FROM Comisiones GROUP BY idVendedor "
+                                                        "ORDER BY count(*) DESC, idVendedor LIMIT 1")).toLongLong();
+        const QDate desde(2026, 10, 1), hasta(2026, 11, 23);
+        const QString pdf = QDir(salida).filePath(QStringLiteral("informe_resumencuenta.pdf"));
+        orv::GuardaInforme(*almacen, orv::LeeDefinicion(orv::BuscaDefinicion(QStringLiteral("resumencuenta.rpt"), QString())),
+                           orv::SeleccionResumenCuenta(id, orv::NombreCliente(*almacen, id), desde, hasta,
+                                                       orv::SaldoClienteAntesDe(*almacen, id, desde), estado.MascaraMoneda),
+                           estado.MascaraMoneda, reloj.ahora(), pdf);
+        std::printf("%s\n", qPrintable(pdf));
+    } catch (const orv::Aviso& e) {
+        std::fprintf(stderr, "resumencuenta.rpt: %s\n", qPrintable(e.texto()));
+    }
     // Una FACTURA A y una FACTURA B registradas desde el panel "Vender", que salen a PDF por la
     // salida de informes; make capturas las pasa a PNG.
     {
