@@ -73,6 +73,16 @@ void saldosPdf(benchmark::State& estado, orv::Almacen& a, const QString& carpeta
     }
 }
 
+// Sólo el armado (consulta y HTML), sin dibujar páginas.
+void saldosArmado(benchmark::State& estado, orv::Almacen& a) {
+    const orv::DefinicionInforme d = orv::LeeDefinicion(orv::BuscaDefinicion(QStringLiteral("saldotodosclientes.rpt"), QString()));
+    const orv::Seleccion s = orv::SeleccionUsual(QStringLiteral("saldotodosclientes.rpt"), kHoy, kHoy);
+    for (auto _ : estado) {
+        const orv::InformeArmado inf = orv::ArmaInforme(a, d, s, kMascara, QDateTime(kHoy, QTime(9, 0)));
+        benchmark::DoNotOptimize(inf.filas);
+    }
+}
+
 void registra(const std::string& motor, orv::Almacen& a, qint64 id, const QString& carpeta) {
     benchmark::RegisterBenchmark(("CuentaCliente/SaldoYPrimeraPagina/100k/" + motor).c_str(),
                                  [&a, id](benchmark::State& s) { pantallaCuenta(s, a, id); })
@@ -84,6 +94,11 @@ void registra(const std::string& motor, orv::Almacen& a, qint64 id, const QStrin
         ->UseRealTime();
     benchmark::RegisterBenchmark(("SaldosClientes/PDF/10k/" + motor).c_str(),
                                  [&a, carpeta](benchmark::State& s) { saldosPdf(s, a, carpeta); })
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->Iterations(3);
+    benchmark::RegisterBenchmark(("SaldosClientes/Armado/10k/" + motor).c_str(),
+                                 [&a](benchmark::State& s) { saldosArmado(s, a); })
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime()
         ->Iterations(3);
