@@ -4,7 +4,9 @@
 #include "widgets/mensajes.h"
 
 #include <QDateEdit>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -18,6 +20,30 @@ QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre)
     b->setStyleSheet(QStringLiteral("QPushButton { text-align: left; color: #1f5f9e; padding: 4px 2px; }"
                                     "QPushButton:disabled { color: #9aa5b1; }"));
     return b;
+}
+
+void DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones) {
+    auto* capa = new QVBoxLayout(panel);
+    capa->setContentsMargins(0, 0, 0, 0);
+    capa->setSpacing(10);
+    capa->addWidget(TituloPanel(titulo, panel));
+    capa->addLayout(busquedas);
+    auto* cuerpo = new QHBoxLayout;
+    cuerpo->setSpacing(12);
+    cuerpo->addWidget(grilla, 1);
+    cuerpo->addLayout(botones);
+    capa->addLayout(cuerpo, 1);
+}
+
+QLineEdit* CajaBusqueda(const QString& nombre, const QString& leyenda, const QString& explicacion, int anchoMinimo,
+                        QWidget* padre) {
+    auto* t = new QLineEdit(padre);
+    t->setObjectName(nombre);
+    t->setPlaceholderText(leyenda);
+    t->setToolTip(explicacion);
+    t->setClearButtonEnabled(true);
+    t->setMinimumWidth(anchoMinimo);
+    return t;
 }
 
 QPushButton* BotonPanel(const QString& nombre, const QString& texto, QWidget* padre) {

@@ -14,6 +14,8 @@
 
 class QDateEdit;
 class QLabel;
+class QLayout;
+class QLineEdit;
 class QPushButton;
 
 namespace orv {
@@ -24,6 +26,12 @@ class Grilla;
 QLabel* TituloPanel(const QString& texto, QWidget* padre);
 // Etiqueta que se pulsa como un vínculo (las entradas de los paneles).
 QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
+// Disposición de un panel de tema: el título arriba, la fila de búsquedas y, debajo, la grilla con
+// la columna de botones a su derecha. La grilla se estira.
+void DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones);
+// Caja de búsqueda de un panel: con su leyenda adentro, su explicación y el botón para vaciarla.
+QLineEdit* CajaBusqueda(const QString& nombre, const QString& leyenda, const QString& explicacion, int anchoMinimo,
+                        QWidget* padre);
 // Botón de la columna de un panel: no responde a Enter por sí solo y tiene un ancho mínimo parejo.
 QPushButton* BotonPanel(const QString& nombre, const QString& texto, QWidget* padre);
 // El mismo botón para una pantalla que todavía no forma parte del programa: se ve apagado y lo dice.

@@ -24,37 +24,26 @@ PanelClientes::PanelClientes(Almacen& almacen, const EstadoAplicacion& estado, c
                              AccionesClientes acciones, QWidget* padre)
     : QWidget(padre), almacen_(almacen), estado_(estado), reloj_(reloj), salida_(salida), acciones_(std::move(acciones)) {
     setObjectName(QStringLiteral("PanelClientes"));
-    auto* capa = new QVBoxLayout(this);
-    capa->setContentsMargins(0, 0, 0, 0);
-    capa->setSpacing(10);
-    capa->addWidget(TituloPanel(QStringLiteral("Clientes"), this));
-    capa->addLayout(armaBusquedas());
+    QHBoxLayout* busquedas = armaBusquedas();
     armaGrilla();
-    auto* cuerpo = new QHBoxLayout;
-    cuerpo->setSpacing(12);
-    cuerpo->addWidget(grilla_, 1);
-    cuerpo->addLayout(armaBotones());
-    capa->addLayout(cuerpo, 1);
+    DisponePanel(this, QStringLiteral("Clientes"), busquedas, grilla_, armaBotones());
 }
 
 // Los dos filtros, el reinicio y los botones de la grilla.
 QHBoxLayout* PanelClientes::armaBusquedas() {
     auto* fila = new QHBoxLayout;
     fila->setSpacing(6);
-    auto busqueda = [this](const char* nombre, const QString& ayuda, const QString& explicacion) {
-        auto* t = new QLineEdit(this);
-        t->setObjectName(QString::fromLatin1(nombre));
-        t->setPlaceholderText(ayuda);
-        t->setToolTip(explicacion);
-        t->setClearButtonEnabled(true);
-        t->setMinimumWidth(120);
+    text2_ = CajaBusqueda(QStringLiteral("Text2"), QStringLiteral("<por Nombre>"),
+                          QStringLiteral("Nombre o empresa: muestra sólo los clientes que lo contienen"), 120, this);
+    text17_ = CajaBusqueda(QStringLiteral("Text17"), QStringLiteral("<por Localidad>"),
+                           QStringLiteral("Localidad: muestra sólo los clientes que la contienen"), 120, this);
+    for (QLineEdit* t : {text2_, text17_}) {
         connect(t, &QLineEdit::textEdited, this, &PanelClientes::carga);
-        return t;
-    };
-    text2_ = busqueda("Text2", QStringLiteral("<por Nombre>"),
-                      QStringLiteral("Nombre o empresa: muestra sólo los clientes que lo contienen"));
-    text17_ = busqueda("Text17", QStringLiteral("<por Localidad>"),
-                       QStringLiteral("Localidad: muestra sólo los clientes que la contienen"));
+        // Enter en un filtro pulsa el botón de Enter del panel, "Cuenta y saldos".
+        connect(t, &QLineEdit::returnPressed, this, [this] {
+            if (command9_->isEnabled()) cuenta();
+        });
+    }
     fila->addWidget(text2_, 3);
     fila->addWidget(text17_, 2);
     auto* reinicio = Enlace(QStringLiteral("Command33"), QStringLiteral("Borra los filtros pre-establecidos"), this);
@@ -73,11 +62,6 @@ QHBoxLayout* PanelClientes::armaBusquedas() {
     connect(previa, &QPushButton::clicked, this, [this] { PrevisualizaGrilla(*grilla_); });
     fila->addWidget(refrescar);
     fila->addWidget(previa);
-    // Enter en un filtro pulsa el botón de Enter del panel, "Cuenta y saldos".
-    for (QLineEdit* t : {text2_, text17_})
-        connect(t, &QLineEdit::returnPressed, this, [this] {
-            if (command9_->isEnabled()) cuenta();
-        });
     return fila;
 }
 
