@@ -26,6 +26,11 @@
 #include "cash/ui/pan_plan_ctas.h"
 #include "cash/ui/panel_caja.h"
 #include "store/formato.h"
+#include "customers/cuenta.h"
+#include "customers/ui/pan_liq_comision.h"
+#include "customers/ui/pan_resumen_cuenta.h"
+#include "customers/ui/pan_ve_comisiones.h"
+#include "customers/ui/pan_vendedores.h"
 #include "app/estado.h"
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_conf_fiscal.h"
@@ -220,6 +225,35 @@ int main(int argc, char** argv) {
         }
         w.findChild<QPushButton*>(QStringLiteral("Label37"))->click();
         guarda(w, QStringLiteral("principal_8_usuarios") + sufijo);
+        {
+            // Clientes: la ficha, la cuenta con unos meses de movimientos, una cobranza recién
+            // registrada (sin caja, para no cambiar las capturas de la caja) y el resumen.
+            const qint64 conCuenta = almacen->valor(QStringLiteral("SELECT idVendedor FROM Comisiones GROUP BY idVendedor "
+                                                                   "ORDER BY count(*) DESC, idVendedor LIMIT 1")).toLongLong();
+            orv::PanVendedores ficha(*almacen, estado, conCuenta, &w);
+            ficha.show();
+            guarda(ficha, QStringLiteral("cliente_editar") + sufijo);
+            orv::PanVendedores nuevo(*almacen, estado, std::nullopt, &w);
+            nuevo.show();
+            guarda(nuevo, QStringLiteral("cliente_nuevo") + sufijo);
+            orv::PanLiqComision cobro(*almacen, estado, reloj, *w.salidaInformes(), conCuenta, &w);
+            cobro.show();
+            guarda(cobro, QStringLiteral("liq_comision") + sufijo);
+            cobro.findChild<QLineEdit*>(QStringLiteral("Text2"))->setText(QStringLiteral("1,250.00"));
+            cobro.findChild<QCheckBox*>(QStringLiteral("Check1"))->setChecked(false);
+            cobro.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+            cobro.temporizador()->stop();
+            guarda(cobro, QStringLiteral("liq_comision_registrada") + sufijo);
+            orv::PanVeComisiones cuenta(*almacen, estado, reloj, *w.salidaInformes(), conCuenta, &w);
+            cuenta.resize(std::min(t.width() - 40, 1000), std::min(t.height() - 60, 640));
+            cuenta.show();
+            guarda(cuenta, QStringLiteral("ve_comisiones") + sufijo);
+            orv::PanResumenCuenta resumen(*almacen, estado.MascaraMoneda, reloj, *w.salidaInformes(), conCuenta, &w);
+            resumen.show();
+            guarda(resumen, QStringLiteral("resumen_cuenta") + sufijo);
+            // La misma cobranza en cada tamaño: ésta se quita antes del próximo.
+            if (cobro.recibo()) orv::BorraLineaCuenta(*almacen, *cobro.recibo());
+        }
         // Venta con un cliente elegido, normal y agrandada.
         w.botPrincipal(3);
         const QVariant cliente = almacen->valor(QStringLiteral("SELECT min(idVendedor) FROM Vendedores WHERE idVendedor > 1"));
@@ -430,6 +464,20 @@ int main(int argc, char** argv) {
         } catch (const orv::Aviso& e) {
             std::fprintf(stderr, "%s: %s\n", nombre, qPrintable(e.texto()));
         }
+    }
+    // El resumen de cuenta del cliente con más movimientos, de los dos últimos meses, con su saldo anterior.
+    try {
+        const qint64 id = almacen->valor(QStringLiteral("SELECT idVendedor FROM Comisiones GROUP BY idVendedor "
+                                                        "ORDER BY count(*) DESC, idVendedor LIMIT 1")).toLongLong();
+        const QDate desde(2026, 10, 1), hasta(2026, 11, 23);
+        const QString pdf = QDir(salida).filePath(QStringLiteral("informe_resumencuenta.pdf"));
+        orv::GuardaInforme(*almacen, orv::LeeDefinicion(orv::BuscaDefinicion(QStringLiteral("resumencuenta.rpt"), QString())),
+                           orv::SeleccionResumenCuenta(id, orv::NombreCliente(*almacen, id), desde, hasta,
+                                                       orv::SaldoClienteAntesDe(*almacen, id, desde), estado.MascaraMoneda),
+                           estado.MascaraMoneda, reloj.ahora(), pdf);
+        std::printf("%s\n", qPrintable(pdf));
+    } catch (const orv::Aviso& e) {
+        std::fprintf(stderr, "resumencuenta.rpt: %s\n", qPrintable(e.texto()));
     }
     // Una FACTURA A y una FACTURA B registradas desde el panel "Vender", que salen a PDF por la
     // salida de informes; make capturas las pasa a PNG.

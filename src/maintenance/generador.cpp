@@ -129,6 +129,46 @@ void generaCaja(Almacen& a, qint64 filas, qint64 porDia, const QDate& hasta) {
     a.ejecuta(sql, {compras, ventas, hasta.toString(Qt::ISODate), filas, usuario, filas});
 }
 
+// La fecha `dias` días antes de `hasta` (el primer parámetro), en el dialecto.
+QString diasAntes(Dialecto d, const QString& dias) {
+    return d == Dialecto::PostgreSQL ? QStringLiteral("CAST(? AS DATE) - CAST(") + dias + QStringLiteral(" AS INTEGER)")
+                                     : QStringLiteral("date(?, '-' || ") + dias + QStringLiteral(" || ' days')");
+}
+
+// Los clientes, con una compra a cuenta y una cobranza de la mitad cada uno; el primero con
+// `lineasGrande` líneas más, nueve de cada diez compras y la décima una cobranza. Devuelve su id.
+qint64 generaClientes(Almacen& a, qint64 clientes, qint64 lineasGrande, const QDate& hasta) {
+    const Dialecto d = a.dialecto();
+    const qint64 zona = buscaOAgrega(a, QStringLiteral("Zonas"), QStringLiteral("idZona"), QStringLiteral("Zona"),
+                                     QStringLiteral("General"));
+    const qint64 antes = a.valor(QStringLiteral("SELECT COALESCE(MAX(idVendedor), 0) FROM Vendedores")).toLongLong();
+    a.ejecuta(QStringLiteral("INSERT INTO Vendedores (Nombre, Domicilio, Localidad, Telefono, idZona, idTipoIva, Comision, "
+                             "Descuento, PuntosVIP) SELECT 'Cliente ' || ") +
+                  relleno(d, QStringLiteral("i"), 6) +
+                  QStringLiteral(", 'Calle ' || i, 'Localidad ' || (i % 50), '', CAST(? AS INTEGER), 1, 0, 0, 0") + serie(d),
+              {zona, clientes});
+    const QString fin = hasta.toString(Qt::ISODate);
+    const QString importe = QStringLiteral("(100 + idVendedor % 900)");
+    a.ejecuta(QStringLiteral("INSERT INTO Comisiones (idVendedor, Fecha, Tipo, Comision, Liquidacion) SELECT idVendedor, ") +
+                  diasAntes(d, QStringLiteral("(idVendedor % 60) + 10")) + QStringLiteral(", 'VENTA CTA CTE', ") + importe +
+                  QStringLiteral(", 0 FROM Vendedores WHERE idVendedor > ? ORDER BY idVendedor"),
+              {fin, antes});
+    a.ejecuta(QStringLiteral("INSERT INTO Comisiones (idVendedor, Fecha, Tipo, Comision, Liquidacion) SELECT idVendedor, ") +
+                  diasAntes(d, QStringLiteral("idVendedor % 10")) + QStringLiteral(", 'PAGO', 0, ") + importe +
+                  QStringLiteral(" / 2.0 FROM Vendedores WHERE idVendedor > ? ORDER BY idVendedor"),
+              {fin, antes});
+    const qint64 grande = a.valor(QStringLiteral("SELECT MIN(idVendedor) FROM Vendedores WHERE idVendedor > ?"), {antes}).toLongLong();
+    if (lineasGrande > 0)
+        a.ejecuta(QStringLiteral("INSERT INTO Comisiones (idVendedor, Fecha, Tipo, Comision, Liquidacion) SELECT CAST(? AS INTEGER), ") +
+                      diasAntes(d, QStringLiteral("((? - i) / 50)")) +
+                      QStringLiteral(", CASE WHEN i % 10 = 0 THEN 'PAGO' ELSE 'VENTA CTA CTE' END, "
+                                     "CASE WHEN i % 10 = 0 THEN 0 ELSE (i * 7919) % 99991 / 100.0 END, "
+                                     "CASE WHEN i % 10 = 0 THEN 2000 ELSE 0 END") +
+                      serie(d),
+                  {grande, fin, lineasGrande, lineasGrande});
+    return grande;
+}
+
 } // namespace
 
 bool esEgresoFilaCaja(qint64 n) { return n % 10 == 0; }
@@ -141,7 +181,10 @@ ResumenGeneracion generaAlmacenGrande(Almacen& a, const OpcionesGenerador& opcio
     Transaccion t(a);
     if (opciones.articulos > 0) generaArticulos(a, opciones.articulos, opciones.rubros);
     if (opciones.filasCaja > 0) generaCaja(a, opciones.filasCaja, opciones.filasCajaPorDia, hasta);
+    if (opciones.clientes > 0)
+        r.idClienteGrande = generaClientes(a, opciones.clientes, opciones.lineasClienteGrande, hasta);
     t.confirmar();
+    r.clientes = std::max<qint64>(0, opciones.clientes);
 
     r.articulos = std::max<qint64>(0, opciones.articulos);
     r.filasCaja = std::max<qint64>(0, opciones.filasCaja);

@@ -15,6 +15,10 @@ struct OpcionesGenerador {
     qint64 filasCaja = 1000000;
     qint64 filasCajaPorDia = 300; // movimientos de caja de cada día
     QDate hasta; // fecha de la última fila de caja; nula = hoy
+    // Clientes con zona, cada uno con una compra a cuenta y una cobranza parcial (saldo distinto
+    // de cero); el primero, además, con `lineasClienteGrande` líneas en su cuenta.
+    qint64 clientes = 0;
+    qint64 lineasClienteGrande = 0;
 };
 
 struct ResumenGeneracion {
@@ -22,6 +26,8 @@ struct ResumenGeneracion {
     qint64 filasCaja = 0;
     qint64 ingresos = 0; // suma de Caja.Ingreso agregada, en diezmilésimos
     qint64 egresos = 0;  // suma de Caja.Egreso agregada, en diezmilésimos
+    qint64 clientes = 0;
+    qint64 idClienteGrande = 0; // el cliente de las muchas líneas (0 sin clientes)
 };
 
 // La fila de caja número n (desde 1) es un egreso (compra) una de cada diez veces, y si no una venta.
@@ -29,8 +35,9 @@ bool esEgresoFilaCaja(qint64 n);
 // Importe de la fila de caja número n, en centavos (entre 0,50 y 1 000,40).
 qint64 centavosFilaCaja(qint64 n);
 
-// Agrega a un almacén ya actualizado sus propios rubros y proveedores, `articulos` artículos y
-// `filasCaja` movimientos de caja (`filasCajaPorDia` por día hacia atrás desde `hasta`), en una transacción.
+// Agrega a un almacén ya actualizado sus propios rubros y proveedores, `articulos` artículos,
+// `filasCaja` movimientos de caja (`filasCajaPorDia` por día hacia atrás desde `hasta`) y los
+// clientes con sus cuentas (50 líneas por día hacia atrás desde `hasta`), en una transacción.
 // Cada artículo lleva el código que propondría la ficha (cifras del rubro y número en el rubro),
 // un código de proveedor con el prefijo de su proveedor ("ARC-004217") y una descripción que
 // combina producto, marca y presentación ("Yerba Don Pedro 500 g").

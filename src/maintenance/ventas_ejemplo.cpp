@@ -2,6 +2,7 @@
 
 #include "cash/caja.h"
 #include "cash/corte.h"
+#include "customers/cuenta.h"
 #include "sales/borrador.h"
 #include "store/aviso.h"
 
@@ -138,6 +139,37 @@ private:
     std::mt19937 gen_{20261123u};
 };
 
+// Unos meses de cuenta corriente de los dos clientes que compran a cuenta: una compra por mes,
+// cobranzas parciales (en efectivo y con cheque, asentadas en la caja), intereses por un pago
+// atrasado y una bonificación.
+template <typename Registra>
+void cuentasDeMeses(Almacen& a, const Clientes& c, Gondola& g, const QDate& hoy, qint32 idUsuario, Registra registra) {
+    const QString cta = QStringLiteral("CTA CTE");
+    for (int atras : {95, 65, 35}) {
+        registra(hoy.addDays(-atras), "FACTURA A", c.empresa, cta, 10, g.toma(4));
+        registra(hoy.addDays(-atras + 2), "FACTURA B", c.vecinoACuenta, cta, 0, g.toma(2));
+    }
+    const struct {
+        int atras;
+        qint64 cliente;
+        const char* importe;
+        const char* forma;
+    } cobranzas[] = {{80, c.empresa, "15,000.00", "CHEQ"},  {78, c.vecinoACuenta, "2,000.00", "EFVO"},
+                     {50, c.empresa, "13,000.00", "CHEQ"},  {47, c.vecinoACuenta, "1,000.00", "EFVO"},
+                     {22, c.empresa, "16,000.00", "CHEQ"},  {17, c.vecinoACuenta, "1,500.00", "EFVO"},
+                     {3, c.empresa, "10,000.00", "EFVO"}};
+    for (const auto& p : cobranzas) {
+        const QString nombre = a.valor(QStringLiteral("SELECT Nombre FROM Vendedores WHERE idVendedor = ?"), {p.cliente}).toString();
+        RegistraCobranza(a, {.idVendedor = p.cliente, .fecha = hoy.addDays(-p.atras), .importe = QString::fromLatin1(p.importe),
+                             .formaPago = QString::fromLatin1(p.forma), .asientaCaja = true,
+                             .detalles = QStringLiteral("Asentar Cobranza a ") + nombre, .idUsuario = idUsuario});
+    }
+    RegistraLineaManual(a, c.vecinoACuenta, hoy.addDays(-40), QStringLiteral("Intereses por pago atrasado"),
+                        QStringLiteral("150.00"), true);
+    RegistraLineaManual(a, c.empresa, hoy.addDays(-30), QStringLiteral("Bonificación por volumen"), QStringLiteral("250.00"),
+                        false);
+}
+
 } // namespace
 
 namespace {
@@ -191,6 +223,8 @@ void CargaVentasEjemplo(Almacen& a, const QDate& hoy) {
         const VentaEjemplo v{dia, QString::fromUtf8(tipo), cliente, porTarjeta, forma, descuento, 21, std::move(lineas)};
         RegistraVentaEjemplo(a, v, kTerminalEjemplo, idUsuario);
     };
+    // Primero lo de los meses anteriores, así los números de los comprobantes siguen a las fechas.
+    cuentasDeMeses(a, c, g, hoy, idUsuario, registra);
     const std::vector<LineaEjemplo> compraEmpresa = g.toma(4), compraTarjeta = g.toma(3);
     for (int atras = 21; atras >= 1; --atras) {
         const QDate dia = hoy.addDays(-atras);

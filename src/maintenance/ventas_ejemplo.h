@@ -36,7 +36,8 @@ Registrado RegistraVentaEjemplo(Almacen& a, const VentaEjemplo& v, qint32 idRed,
 
 // Unas tres semanas de comprobantes hasta el día anterior a `hoy`: ventas de contado y a cuenta,
 // facturas A a empresas con descuento, clientes con tarjeta, un presupuesto, un remito y notas de
-// crédito. Siempre los mismos, con fechas contadas desde `hoy`. Necesita los artículos, los
+// crédito; y tres meses de cuenta corriente de los clientes que compran a cuenta (compras, cobranzas,
+// intereses y una bonificación). Siempre los mismos, con fechas contadas desde `hoy`. Necesita los artículos, los
 // clientes y los tipos de comprobante de los datos de ejemplo.
 void CargaVentasEjemplo(Almacen& a, const QDate& hoy);
 

@@ -68,6 +68,17 @@ Seleccion SeleccionVentasClientes(const QDate& desde, const QDate& hasta, const 
 
 Seleccion SeleccionCtaCteVendedor(qint64 idVendedor) { return conId(QStringLiteral("idVendedor"), idVendedor); }
 
+Seleccion SeleccionResumenCuenta(qint64 idVendedor, const QString& nombre, const QDate& desde, const QDate& hasta,
+                                  Dinero saldoAnterior, const QString& mascaraMoneda) {
+    Seleccion s = entre(QStringLiteral("Fecha"), desde, hasta);
+    y(s, QStringLiteral("idVendedor = ?"), idVendedor);
+    s.saldoInicial = saldoAnterior;
+    s.parametrosInforme.insert(QStringLiteral("SaldoAnterior"), FormatoMoneda(saldoAnterior, mascaraMoneda));
+    s.parametrosInforme.insert(QStringLiteral("Hasta"), FechaTexto(hasta));
+    s.parametrosInforme.insert(QStringLiteral("Cliente"), nombre);
+    return s;
+}
+
 Seleccion SeleccionLiquidacionComision(qint64 idCuentaVendedor) {
     return conId(QStringLiteral("IdCuentaVendedor"), idCuentaVendedor);
 }
@@ -124,7 +135,7 @@ Seleccion SeleccionUsual(const QString& nombre, const QDate& desde, const QDate&
     // Por período, con todos los sujetos.
     if (es("listacajasimple.rpt") || es("listacajadesglose.rpt") || es("compras1.rpt") || es("movctas.rpt") ||
         es("lista_ventas_clientes.rpt") || es("comisiones.rpt") || es("comprobantesporcliente.rpt") ||
-        es("lista_no_comerciales.rpt"))
+        es("lista_no_comerciales.rpt") || es("resumencuenta.rpt"))
         return entre(QStringLiteral("Fecha"), desde, hasta);
     if (es("lista_facturas.rpt") || es("lista_tot_facturas_diario.rpt") || es("total_articulos.rpt"))
         return entre(QStringLiteral("FECDETALLE"), desde, hasta);

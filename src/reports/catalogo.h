@@ -24,6 +24,9 @@ Seleccion SeleccionVentasItems(const QDate& desde, const QDate& hasta, const QSt
 Seleccion SeleccionVentasClientes(const QDate& desde, const QDate& hasta, const QString& nombre);
 // ctaclientes.rpt: la cuenta de un cliente.
 Seleccion SeleccionCtaCteVendedor(qint64 idVendedor);
+// resumencuenta.rpt: la cuenta de un cliente en un período, con el saldo que traía de antes.
+Seleccion SeleccionResumenCuenta(qint64 idVendedor, const QString& nombre, const QDate& desde, const QDate& hasta,
+                                  Dinero saldoAnterior, const QString& mascaraMoneda);
 // comprobantecomisiones.rpt: el recibo de un movimiento de la cuenta.
 Seleccion SeleccionLiquidacionComision(qint64 idCuentaVendedor);
 // comisiones.rpt: las comisiones de un vendedor.

@@ -196,7 +196,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
     QMap<QString, Dinero> sumasGrupo;
     qint64 cantidadGrupo = 0;
     QVariant valorGrupo;
-    Dinero saldo;
+    Dinero saldo = s.saldoInicial;
     const auto cierraGrupo = [&]() {
         if (!grupo) return;
         grupo->set("filas", filasGrupo);
@@ -215,7 +215,7 @@ InformeArmado ArmaInforme(const Almacen& a, const DefinicionInforme& d, const Se
         if (nuevoGrupo) {
             cierraGrupo();
             valorGrupo = q.value(colGrupo);
-            saldo = Dinero();
+            saldo = s.saldoInicial;
         }
         if (!d.saldo.isEmpty()) {
             saldo += montoDe(d.saldo.value(0));

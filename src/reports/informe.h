@@ -28,6 +28,7 @@
 // dibuja el motor en cada página.
 
 #include "store/almacen.h"
+#include "store/dinero.h"
 
 #include <QDateTime>
 #include <QMap>
@@ -72,6 +73,7 @@ struct Seleccion {
     QVariantList parametros;
     QString periodo;                    // texto para el encabezado ("Del 01/11/2026 al 30/11/2026")
     QMap<QString, QString> parametrosInforme; // como "Saldo;1234.50"
+    Dinero saldoInicial; // de donde parte el saldo acumulado (el de antes del período)
 };
 
 // Un informe listo: el HTML del cuerpo y lo que va en cada página.

@@ -4,6 +4,7 @@
 #include "articles/ui/pan_borr_mov_stock.h"
 #include "articles/ui/panel_articulos.h"
 #include "cash/ui/panel_caja.h"
+#include "customers/ui/panel_clientes.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
@@ -210,7 +211,8 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
     // Un artículo que cambia en el panel cambia también la lista de artículos de la venta.
     articulos_ = new PanelArticulos(almacen_, estado_, conf_, reloj_, *salida_,
                                     {[this] { venta_->llenaArticulos(); }}, pila_);
-    clientes_ = new PanelLista(almacen_, QStringLiteral("Clientes"), QStringLiteral("Data2"), pila_);
+    // Una cobranza asentada en la caja se ve en el panel de caja.
+    clientes_ = new PanelClientes(almacen_, estado_, reloj_, *salida_, {[this] { refrescaCaja(); }}, pila_);
     caja_ = new PanelCaja(almacen_, estado_, reloj_, *salida_, pila_);
     venta_ = new PanelVenta(almacen_, estado_, conf_, pila_);
     venta_->fijaSalida(salida_);
@@ -237,15 +239,6 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
 // Columnas, títulos y claves de las grillas de lista.
 void PanPrincipal::fijaColumnasDeListas() {
     const QString& moneda = estado_.MascaraMoneda;
-    clientes_->fijaColumnas({{"Zona", "Zona", 110},
-                             {"Localidad", "Localidad", 140},
-                             {"Nombre", "Nombre", 220},
-                             {"Domicilio", "Domicilio", 200},
-                             {"Telefono", "Teléfono", 130},
-                             {"Cuit", "CUIT", 120},
-                             {"idVendedor", "Nro.", 60}},
-                            moneda);
-    clientes_->grilla()->fijaClave(QStringLiteral("idVendedor"));
 }
 
 QWidget* PanPrincipal::armaBienvenida() {
@@ -428,10 +421,7 @@ void PanPrincipal::preparaSalidaInformes() {
 
 void PanPrincipal::cargaGrillas() {
     articulos_->carga();
-    clientes_->fijaConsulta(QStringLiteral(
-        "SELECT Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Telefono, "
-        "Vendedores.Cuit, Vendedores.idVendedor FROM Vendedores INNER JOIN Zonas ON Vendedores.idZona = Zonas.idZona "
-        "ORDER BY Zonas.Zona, Vendedores.Localidad, Vendedores.Nombre"));
+    clientes_->carga();
     proveedores_->carga();
     refrescaCaja();
     for (const auto& [grilla, archivo] : grillasConArchivo()) grilla->cargaDistribucion(archivo);
@@ -489,7 +479,7 @@ void PanPrincipal::botPrincipal(int indice) {
     botones_[size_t(indice)]->setChecked(true);
     switch (indice) {
     case 0: articulos_->grilla()->setFocus(); break;
-    case 1: clientes_->grilla()->setFocus(); break;
+    case 1: clientes_->entra(); break;
     case 2: caja_->entra(); break;
     case 3: venta_->entra(); break;
     default: p->setFocus(); break;

@@ -26,6 +26,7 @@ namespace orv {
 class Grilla;
 class PanelArticulos;
 class PanelCaja;
+class PanelClientes;
 class PanelLista;
 class PanelProveedores;
 class PanelUsuarios;
@@ -111,7 +112,7 @@ private:
     std::array<QWidget*, kPaneles> paneles_{};
     std::array<QPushButton*, 8> botones_{};
     PanelArticulos* articulos_ = nullptr;
-    PanelLista* clientes_ = nullptr;
+    PanelClientes* clientes_ = nullptr;
     PanelCaja* caja_ = nullptr;
     PanelProveedores* proveedores_ = nullptr;
     PanelVenta* venta_ = nullptr;

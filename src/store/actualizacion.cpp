@@ -42,6 +42,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {7, QStringLiteral("Códigos de artículos ordenados por sus bytes en PostgreSQL, como en SQLite"),
          indexaCodigosPorBytes},
         {8, QStringLiteral("Arqueo de caja al cerrar el día e índice de los totales de caja"), creaArqueoCaja},
+        {9, QStringLiteral("Índice de la cuenta corriente de cada cliente por fecha"), indexaCuentasClientes},
     };
     return pasos;
 }

@@ -388,4 +388,8 @@ void creaArqueoCaja(Almacen& a) {
     a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Caja_FechaImportes ON Caja (Fecha, Ingreso, Egreso)"));
 }
 
+void indexaCuentasClientes(Almacen& a) {
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Comisiones_Cuenta ON Comisiones (idVendedor, Fecha, idCuentaVendedor)"));
+}
+
 } // namespace orv

@@ -64,6 +64,12 @@ void indexaCodigosPorBytes(Almacen& a);
 // sus importes para sumar un período sin leer las filas. No toca datos.
 void creaArqueoCaja(Almacen& a);
 
+// Paso 9: índice de la cuenta corriente de cada cliente por fecha (idVendedor, Fecha,
+// idCuentaVendedor), el orden de la pantalla de la cuenta: la primera página de un cliente con
+// muchas líneas se lee sin ordenarlas todas, y la búsqueda de un día cuenta por el índice. No toca
+// datos.
+void indexaCuentasClientes(Almacen& a);
+
 // Tabla del índice de texto de las descripciones en SQLite.
 inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
 

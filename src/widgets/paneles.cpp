@@ -7,6 +7,7 @@
 #include <QDateEdit>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -20,6 +21,61 @@ QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre)
     b->setStyleSheet(QStringLiteral("QPushButton { text-align: left; color: #1f5f9e; padding: 4px 2px; }"
                                     "QPushButton:disabled { color: #9aa5b1; }"));
     return b;
+}
+
+void DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones) {
+    auto* capa = new QVBoxLayout(panel);
+    capa->setContentsMargins(0, 0, 0, 0);
+    capa->setSpacing(10);
+    capa->addWidget(TituloPanel(titulo, panel));
+    capa->addLayout(busquedas);
+    auto* cuerpo = new QHBoxLayout;
+    cuerpo->setSpacing(12);
+    cuerpo->addWidget(grilla, 1);
+    cuerpo->addLayout(botones);
+    capa->addLayout(cuerpo, 1);
+}
+
+QLineEdit* CajaBusqueda(const QString& nombre, const QString& leyenda, const QString& explicacion, int anchoMinimo,
+                        QWidget* padre) {
+    auto* t = new QLineEdit(padre);
+    t->setObjectName(nombre);
+    t->setPlaceholderText(leyenda);
+    t->setToolTip(explicacion);
+    t->setClearButtonEnabled(true);
+    t->setMinimumWidth(anchoMinimo);
+    return t;
+}
+
+QPushButton* BotonPanel(const QString& nombre, const QString& texto, QWidget* padre) {
+    auto* b = new QPushButton(texto, padre);
+    b->setObjectName(nombre);
+    b->setAutoDefault(false);
+    b->setMinimumWidth(140);
+    return b;
+}
+
+QPushButton* BotonPosterior(const QString& nombre, const QString& texto, QWidget* padre) {
+    QPushButton* b = BotonPanel(nombre, texto, padre);
+    b->setEnabled(false);
+    b->setToolTip(QStringLiteral("Esta pantalla llega en una próxima versión del programa."));
+    return b;
+}
+
+QPushButton* BotonIcono(const QString& nombre, QStyle::StandardPixmap dibujo, const QString& ayuda, QWidget* padre) {
+    auto* b = new QPushButton(padre->style()->standardIcon(dibujo), QString(), padre);
+    b->setObjectName(nombre);
+    b->setToolTip(ayuda);
+    b->setAutoDefault(false);
+    return b;
+}
+
+std::optional<qint64> ClaveActual(const Grilla& grilla, const QString& campo) {
+    const std::optional<QSqlRecord> fila = grilla.filaActual();
+    if (!fila) return std::nullopt; // sin fila, o una fila de grupo
+    const QVariant id = fila->value(campo);
+    if (id.isNull() || id.toString().isEmpty()) return std::nullopt;
+    return id.toLongLong();
 }
 
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre) {

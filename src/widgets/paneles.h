@@ -7,7 +7,9 @@
 #include <QVariantList>
 #include <QList>
 #include <QPair>
+#include <QStyle>
 #include <QWidget>
+#include <optional>
 #include <initializer_list>
 #include <optional>
 
@@ -16,6 +18,8 @@ class QLayout;
 class QVBoxLayout;
 class QDateEdit;
 class QLabel;
+class QLayout;
+class QLineEdit;
 class QPushButton;
 
 namespace orv {
@@ -26,6 +30,20 @@ class Grilla;
 QLabel* TituloPanel(const QString& texto, QWidget* padre);
 // Etiqueta que se pulsa como un vínculo (las entradas de los paneles).
 QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
+// Disposición de un panel de tema: el título arriba, la fila de búsquedas y, debajo, la grilla con
+// la columna de botones a su derecha. La grilla se estira.
+void DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones);
+// Caja de búsqueda de un panel: con su leyenda adentro, su explicación y el botón para vaciarla.
+QLineEdit* CajaBusqueda(const QString& nombre, const QString& leyenda, const QString& explicacion, int anchoMinimo,
+                        QWidget* padre);
+// Botón de la columna de un panel: no responde a Enter por sí solo y tiene un ancho mínimo parejo.
+QPushButton* BotonPanel(const QString& nombre, const QString& texto, QWidget* padre);
+// El mismo botón para una pantalla que todavía no forma parte del programa: se ve apagado y lo dice.
+QPushButton* BotonPosterior(const QString& nombre, const QString& texto, QWidget* padre);
+// Botón sólo con un ícono del estilo (actualizar, vista previa) y su leyenda.
+QPushButton* BotonIcono(const QString& nombre, QStyle::StandardPixmap dibujo, const QString& ayuda, QWidget* padre);
+// La clave de la fila actual de la grilla (una fila de datos con ese campo no vacío); nullopt si no hay.
+std::optional<qint64> ClaveActual(const Grilla& grilla, const QString& campo);
 // Fecha con calendario desplegable, dd/MM/yyyy.
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
 // Botón de la columna de un panel: ancho parejo, sin tomar Enter por su cuenta.

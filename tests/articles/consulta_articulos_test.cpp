@@ -8,6 +8,8 @@
 #include "articles/consulta_articulos.h"
 #include "store/actualizacion.h"
 
+#include <algorithm>
+
 namespace orv::prueba {
 namespace {
 

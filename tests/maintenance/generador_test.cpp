@@ -50,6 +50,26 @@ TEST_P(Generador, RubrosPedidosCodigosDeLaFichaYDeProveedor) {
               QStringList{"Gaseosa La Serenísima 500 g|ARC-031676"});
 }
 
+// Clientes listados por el panel (con zona), todos con saldo distinto de cero, y el cliente grande
+// con sus líneas (más las dos de todos), una cobranza de cada diez, la última en `hasta`.
+TEST_P(Generador, ClientesConSaldoYUnaCuentaGrande) {
+    actualizaEsquema(almacen());
+    OpcionesGenerador o;
+    o.articulos = 0;
+    o.filasCaja = 0;
+    o.clientes = 300;
+    o.lineasClienteGrande = 1000;
+    o.hasta = QDate(2026, 11, 23);
+    const ResumenGeneracion r = generaAlmacenGrande(almacen(), o);
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*), count(DISTINCT v.Nombre) FROM Vendedores v INNER JOIN Zonas z "
+                               "ON z.idZona = v.idZona WHERE v.idVendedor >= ?", {r.idClienteGrande}),
+              QStringList{"300|300"});
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*) FROM ConsultaSaldoClientes WHERE Saldo <> 0"), QStringList{"300"});
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*), sum(CASE WHEN Tipo = 'PAGO' THEN 1 ELSE 0 END), max(Fecha) "
+                               "FROM Comisiones WHERE idVendedor = ?", {r.idClienteGrande}),
+              QStringList{"1002|101|2026-11-23"});
+}
+
 ORV_AMBOS_MOTORES(Generador);
 
 } // namespace

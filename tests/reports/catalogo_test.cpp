@@ -95,6 +95,10 @@ TEST_P(Catalogo, CadaInformeTraeLoQueSuSeleccionPideYNadaMas) {
         {"ranking_articulos.rpt", usual("ranking_articulos.rpt"), {"12.5"}, {}},
         {"ctaclientes.rpt", SeleccionCtaCteVendedor(ana_),
          {"COBRANZA", "121.00", "100.00", "Saldo de Ana O&apos;Neil", "21.00"}, {"242.00"}},
+        // El resumen de un período parte del saldo de antes (la venta del 1, 121) y no trae lo de antes.
+        {"resumencuenta.rpt", SeleccionResumenCuenta(ana_, "Ana O'Neil", QDate(2026, 11, 15), kHasta, Dinero(121), "#,##0.00"),
+         {"Ana O&apos;Neil — saldo anterior", "121.00", "COBRANZA", "<td align=\"right\">21.00</td>", "Saldo al 30/11/2026"},
+         {"VENTA CTA CTE", "Bruno"}},
         {"comprobantecomisiones.rpt", SeleccionLiquidacionComision(recibo_),
          {QStringLiteral("Nro. <b>%1</b>").arg(recibo_), "Ana O&apos;Neil", "cien con 00/100"}, {"121.00"}},
         {"comisiones.rpt", SeleccionComisionesVenta(kDesde, kHasta, usuario_), {"Vendedor: Carla Vende", "5.00"}, {"49.00"}},

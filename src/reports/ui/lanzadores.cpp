@@ -41,6 +41,10 @@ bool InformeCtaCteCliente(SalidaInformes& s, qint64 idVendedor) {
     return s.imprime(QStringLiteral("ctaclientes.rpt"), SeleccionCtaCteVendedor(idVendedor));
 }
 
+bool InformeSaldoClientes(SalidaInformes& s, const QDate& hoy) {
+    return s.imprime(QStringLiteral("saldotodosclientes.rpt"), SeleccionUsual(QStringLiteral("saldotodosclientes.rpt"), hoy, hoy));
+}
+
 bool InformeLiquidacionComision(SalidaInformes& s, qint64 idCuentaVendedor) {
     return s.imprime(QStringLiteral("comprobantecomisiones.rpt"), SeleccionLiquidacionComision(idCuentaVendedor));
 }

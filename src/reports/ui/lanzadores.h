@@ -24,6 +24,8 @@ bool InformeComprasProveedor(SalidaInformes& s, const QDate& desde, const QDate&
 bool InformeCtaProveedor(SalidaInformes& s, qint64 idProveedor, const QDate& desde, const QString& saldo);
 // Cuenta corriente de un cliente.
 bool InformeCtaCteCliente(SalidaInformes& s, qint64 idVendedor);
+// Saldos de todos los clientes que deben o tienen a favor, al día.
+bool InformeSaldoClientes(SalidaInformes& s, const QDate& hoy);
 // Recibo de una cobranza de la cuenta corriente.
 bool InformeLiquidacionComision(SalidaInformes& s, qint64 idCuentaVendedor);
 // Comisiones de un vendedor en un período.

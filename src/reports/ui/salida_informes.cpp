@@ -145,6 +145,27 @@ void SalidaInformes::exporta(const QString& nombre, const Seleccion& seleccion, 
     guarda(definicion(nombre), seleccion, archivo);
 }
 
+void SalidaInformes::correo(const DefinicionInforme& d, const QString& titulo, const Seleccion& seleccion,
+                            const QString& para, const QString& nombrePara, const QString& asunto,
+                            const QString& mensaje) {
+    QTemporaryDir dir(QDir(conf_.carpetaDatos()).filePath(QStringLiteral("envio-XXXXXX")));
+    if (!dir.isValid()) throw Aviso(QStringLiteral("No se pudo preparar el adjunto en ") + conf_.carpetaDatos());
+    const QString pdf = dir.filePath(nombreLimpio(titulo) + QStringLiteral(".pdf"));
+    guarda(d, seleccion, pdf);
+    try {
+        enviaCorreo(para, nombrePara, asunto, mensaje, pdf);
+    } catch (const Aviso& a) {
+        throw FallaDelEnvio(a);
+    }
+}
+
+void SalidaInformes::enviaPorCorreo(const QString& nombre, const Seleccion& seleccion, const QString& para,
+                                    const QString& nombrePara, const QString& asunto, const QString& mensaje) {
+    const DefinicionInforme d = definicion(nombre);
+    correo(d, d.titulo.isEmpty() ? QFileInfo(nombre).completeBaseName() : d.titulo, seleccion, para, nombrePara, asunto,
+           mensaje);
+}
+
 bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
     const DefinicionInforme d = definicion(nombre);
     const QString titulo = d.titulo.isEmpty() ? QFileInfo(nombre).completeBaseName() : d.titulo;
@@ -157,15 +178,7 @@ bool SalidaInformes::emite(const QString& nombre, const Seleccion& seleccion) {
     }
     case Correo: {
         if (destinatario_.trimmed().isEmpty()) throw Aviso(QStringLiteral("Verificar datos de configuración!"));
-        QTemporaryDir dir(QDir(conf_.carpetaDatos()).filePath(QStringLiteral("envio-XXXXXX")));
-        if (!dir.isValid()) throw Aviso(QStringLiteral("No se pudo preparar el adjunto en ") + conf_.carpetaDatos());
-        const QString pdf = dir.filePath(nombreLimpio(titulo) + QStringLiteral(".pdf"));
-        guarda(d, seleccion, pdf);
-        try {
-            enviaCorreo(destinatario_, nombreDestinatario_, asunto_, mensaje_, pdf);
-        } catch (const Aviso& a) {
-            throw FallaDelEnvio(a);
-        }
+        correo(d, titulo, seleccion, destinatario_, nombreDestinatario_, asunto_, mensaje_);
         return true;
     }
     case Impresora: {

@@ -66,6 +66,10 @@ public:
     // la plantilla : " + plantilla, salvo la del correo, que dice su motivo; el comprobante ya está
     // guardado y se puede reimprimir.
     bool imprimeComprobante(const QString& plantilla, qint64 idComprobante);
+    // Como PDF adjunto a un destinatario dado, con su asunto y su mensaje (no los de la
+    // configuración). Lanza Aviso con el motivo si el envío falla.
+    void enviaPorCorreo(const QString& nombre, const Seleccion& seleccion, const QString& para, const QString& nombrePara,
+                        const QString& asunto, const QString& mensaje);
     // A un archivo dado, sin preguntar: la extensión dice el formato.
     void exporta(const QString& nombre, const Seleccion& seleccion, const QString& archivo);
 
@@ -84,6 +88,8 @@ private:
     DefinicionInforme definicion(const QString& nombre) const;
     InformeArmado arma(const DefinicionInforme& d, const Seleccion& s) const;
     void guarda(const DefinicionInforme& d, const Seleccion& s, const QString& archivo) const;
+    void correo(const DefinicionInforme& d, const QString& titulo, const Seleccion& seleccion, const QString& para,
+                const QString& nombrePara, const QString& asunto, const QString& mensaje);
 
     Almacen& almacen_;
     const Configuracion& conf_;
