@@ -126,7 +126,6 @@ void PanPrincipal::armaVentana() {
     connect(timer1_, &QTimer::timeout, this,
             [this] { fecha_->setText(Formato(QVariant(reloj_.hoy()), QStringLiteral("long date"))); });
 
-    fijaColumnasDeListas();
     connect(usuarios_, &PanelUsuarios::usuariosCambiados, venta_, &PanelVenta::llenaVendedores);
     connect(venta_, &PanelVenta::agrandarPulsado, this, &PanPrincipal::command55);
 }
@@ -234,11 +233,6 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
             zona->setWidget(p);
             pila_->addWidget(zona);
         }
-}
-
-// Columnas, títulos y claves de las grillas de lista.
-void PanPrincipal::fijaColumnasDeListas() {
-    const QString& moneda = estado_.MascaraMoneda;
 }
 
 QWidget* PanPrincipal::armaBienvenida() {

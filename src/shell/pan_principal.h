@@ -27,7 +27,6 @@ class Grilla;
 class PanelArticulos;
 class PanelCaja;
 class PanelClientes;
-class PanelLista;
 class PanelProveedores;
 class PanelUsuarios;
 class PanelInformes;
@@ -96,7 +95,6 @@ private:
     void armaBarraLateral(QWidget* centro);
     void armaEncabezado(QWidget* centro);
     void armaPaneles(QWidget* centro);
-    void fijaColumnasDeListas();
     std::vector<std::pair<Grilla*, QString>> grillasConArchivo() const;
 
     Almacen& almacen_;
