@@ -23,7 +23,7 @@ QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre)
     return b;
 }
 
-void DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones) {
+QVBoxLayout* DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones) {
     auto* capa = new QVBoxLayout(panel);
     capa->setContentsMargins(0, 0, 0, 0);
     capa->setSpacing(10);
@@ -34,6 +34,7 @@ void DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWi
     cuerpo->addWidget(grilla, 1);
     cuerpo->addLayout(botones);
     capa->addLayout(cuerpo, 1);
+    return capa;
 }
 
 QLineEdit* CajaBusqueda(const QString& nombre, const QString& leyenda, const QString& explicacion, int anchoMinimo,
@@ -86,29 +87,6 @@ QDateEdit* CampoFecha(const QString& nombre, QWidget* padre) {
     return d;
 }
 
-QPushButton* BotonDePanel(const char* nombre, const QString& texto, QWidget* padre) {
-    auto* b = new QPushButton(texto, padre);
-    b->setObjectName(QString::fromLatin1(nombre));
-    b->setAutoDefault(false);
-    b->setMinimumWidth(140);
-    return b;
-}
-
-QPushButton* BotonPantallaPosterior(const char* nombre, const QString& texto, QWidget* padre) {
-    QPushButton* b = BotonDePanel(nombre, texto, padre);
-    b->setEnabled(false);
-    b->setToolTip(QStringLiteral("Esta pantalla llega en una próxima versión del programa."));
-    return b;
-}
-
-std::optional<qint64> ClaveDeFilaActual(const Grilla& g, const QString& campo) {
-    const std::optional<QSqlRecord> fila = g.filaActual();
-    if (!fila) return std::nullopt; // sin fila, o una fila de grupo
-    const QVariant id = fila->value(campo);
-    if (id.isNull() || id.toString().isEmpty()) return std::nullopt;
-    return id.toLongLong();
-}
-
 QLabel* TituloPanel(const QString& texto, QWidget* padre) {
     auto* t = new QLabel(texto, padre);
     t->setObjectName(QStringLiteral("lblTituloPanel"));
@@ -145,20 +123,6 @@ QList<QPair<QString, int>> PanelLista::fijaColumnas(Grilla& grilla, std::initial
 
 void PanelLista::fijaColumnas(std::initializer_list<Columna> columnas, const QString& mascaraMoneda) {
     anchos_ += fijaColumnas(*grilla_, columnas, mascaraMoneda);
-}
-
-QVBoxLayout* ArmaPanel(QWidget* panel, const QString& titulo, QLayout* arriba, QWidget* grilla, QLayout* botones) {
-    auto* capa = new QVBoxLayout(panel);
-    capa->setContentsMargins(0, 0, 0, 0);
-    capa->setSpacing(10);
-    capa->addWidget(TituloPanel(titulo, panel));
-    capa->addLayout(arriba);
-    auto* cuerpo = new QHBoxLayout;
-    cuerpo->setSpacing(12);
-    cuerpo->addWidget(grilla, 1);
-    cuerpo->addLayout(botones);
-    capa->addLayout(cuerpo, 1);
-    return capa;
 }
 
 QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo) {

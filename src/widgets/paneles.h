@@ -9,18 +9,16 @@
 #include <QPair>
 #include <QStyle>
 #include <QWidget>
-#include <optional>
 #include <initializer_list>
 #include <optional>
 
 class QBoxLayout;
-class QLayout;
-class QVBoxLayout;
 class QDateEdit;
 class QLabel;
 class QLayout;
 class QLineEdit;
 class QPushButton;
+class QVBoxLayout;
 
 namespace orv {
 
@@ -30,9 +28,9 @@ class Grilla;
 QLabel* TituloPanel(const QString& texto, QWidget* padre);
 // Etiqueta que se pulsa como un vínculo (las entradas de los paneles).
 QPushButton* Enlace(const QString& nombre, const QString& texto, QWidget* padre);
-// Disposición de un panel de tema: el título arriba, la fila de búsquedas y, debajo, la grilla con
-// la columna de botones a su derecha. La grilla se estira.
-void DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones);
+// Disposición de un panel de tema: el título arriba, la fila de búsquedas (o filtros) y, debajo, la
+// grilla con la columna de botones a su derecha. La grilla se estira. Devuelve la capa, para un pie.
+QVBoxLayout* DisponePanel(QWidget* panel, const QString& titulo, QLayout* busquedas, QWidget* grilla, QLayout* botones);
 // Caja de búsqueda de un panel: con su leyenda adentro, su explicación y el botón para vaciarla.
 QLineEdit* CajaBusqueda(const QString& nombre, const QString& leyenda, const QString& explicacion, int anchoMinimo,
                         QWidget* padre);
@@ -46,17 +44,6 @@ QPushButton* BotonIcono(const QString& nombre, QStyle::StandardPixmap dibujo, co
 std::optional<qint64> ClaveActual(const Grilla& grilla, const QString& campo);
 // Fecha con calendario desplegable, dd/MM/yyyy.
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
-// Botón de la columna de un panel: ancho parejo, sin tomar Enter por su cuenta.
-QPushButton* BotonDePanel(const char* nombre, const QString& texto, QWidget* padre);
-// Botón de una pantalla que todavía no forma parte del programa: se ve en su lugar, apagado, y
-// su leyenda lo dice.
-QPushButton* BotonPantallaPosterior(const char* nombre, const QString& texto, QWidget* padre);
-// La clave `campo` de la fila actual si es una fila de datos (no de grupo) con esa clave no vacía.
-std::optional<qint64> ClaveDeFilaActual(const Grilla& g, const QString& campo);
-
-// La capa de un panel de la ventana principal: el título, debajo `arriba` (búsquedas, filtros) y
-// el resto para la grilla con su columna de botones a la derecha. Devuelve la capa, para el pie.
-QVBoxLayout* ArmaPanel(QWidget* panel, const QString& titulo, QLayout* arriba, QWidget* grilla, QLayout* botones);
 
 // Un botón de texto con su nombre al final de la fila (o columna) de botones; Enter no lo pulsa.
 QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo = 100);

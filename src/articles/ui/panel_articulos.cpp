@@ -29,35 +29,14 @@
 
 namespace orv {
 
-namespace {
-
-QLineEdit* busqueda(const char* nombre, const QString& ayuda, int ancho, QWidget* padre) {
-    auto* t = new QLineEdit(padre);
-    t->setObjectName(QString::fromLatin1(nombre));
-    t->setPlaceholderText(ayuda);
-    t->setClearButtonEnabled(true);
-    t->setMinimumWidth(ancho);
-    return t;
-}
-
-} // namespace
-
 PanelArticulos::PanelArticulos(Almacen& almacen, const EstadoAplicacion& estado, const Configuracion& conf,
                                const Reloj& reloj, SalidaInformes& salida, AccionesArticulos acciones, QWidget* padre)
     : QWidget(padre), almacen_(almacen), estado_(estado), conf_(conf), reloj_(reloj), salida_(salida),
       acciones_(std::move(acciones)) {
     setObjectName(QStringLiteral("PanelArticulos"));
-    auto* capa = new QVBoxLayout(this);
-    capa->setContentsMargins(0, 0, 0, 0);
-    capa->setSpacing(10);
-    capa->addWidget(TituloPanel(QStringLiteral("Articulos"), this));
-    capa->addLayout(armaBusquedas());
+    QHBoxLayout* busquedas = armaBusquedas();
     armaGrilla();
-    auto* cuerpo = new QHBoxLayout;
-    cuerpo->setSpacing(12);
-    cuerpo->addWidget(grilla_, 1);
-    cuerpo->addLayout(armaBotones());
-    capa->addLayout(cuerpo, 1);
+    DisponePanel(this, QStringLiteral("Articulos"), busquedas, grilla_, armaBotones());
 }
 
 // Las tres búsquedas, el reinicio, la foto y los dos botones de la grilla.
@@ -65,12 +44,14 @@ QHBoxLayout* PanelArticulos::armaBusquedas() {
     auto* fila = new QHBoxLayout;
     fila->setSpacing(6);
     // Anchos mínimos chicos: en 1024x768 la fila entra sin empujar los botones fuera de la vista.
-    text1_ = busqueda("Text1", QStringLiteral("<por Código>"), 80, this);
-    text15_ = busqueda("Text15", QStringLiteral("<por Cgo. Prove.>"), 80, this);
-    text11_ = busqueda("Text11", QStringLiteral("<por Descripción>"), 120, this);
-    text1_->setToolTip(QStringLiteral("Código: lleva la grilla al primer artículo que empieza así. Enter: Mov. Stock"));
-    text15_->setToolTip(QStringLiteral("Código del proveedor: lleva la grilla al primer artículo que empieza así"));
-    text11_->setToolTip(QStringLiteral("Descripción: muestra sólo los artículos que la contienen"));
+    text1_ = CajaBusqueda(QStringLiteral("Text1"), QStringLiteral("<por Código>"),
+                          QStringLiteral("Código: lleva la grilla al primer artículo que empieza así. Enter: Mov. Stock"),
+                          80, this);
+    text15_ = CajaBusqueda(QStringLiteral("Text15"), QStringLiteral("<por Cgo. Prove.>"),
+                           QStringLiteral("Código del proveedor: lleva la grilla al primer artículo que empieza así"), 80,
+                           this);
+    text11_ = CajaBusqueda(QStringLiteral("Text11"), QStringLiteral("<por Descripción>"),
+                           QStringLiteral("Descripción: muestra sólo los artículos que la contienen"), 120, this);
     fila->addWidget(text1_, 2);
     fila->addWidget(text15_, 2);
     fila->addWidget(text11_, 3);
@@ -82,15 +63,9 @@ QHBoxLayout* PanelArticulos::armaBusquedas() {
     connect(chkMuesFoto_, &QCheckBox::toggled, this, &PanelArticulos::muestraFoto);
     fila->addWidget(chkMuesFoto_);
     fila->addStretch(1);
-    auto icono = [this](const char* nombre, QStyle::StandardPixmap dibujo, const QString& ayuda) {
-        auto* b = new QPushButton(style()->standardIcon(dibujo), QString(), this);
-        b->setObjectName(QString::fromLatin1(nombre));
-        b->setToolTip(ayuda);
-        b->setAutoDefault(false);
-        return b;
-    };
-    auto* refrescar = icono("Command4", QStyle::SP_BrowserReload, QStringLiteral("Actualizar la lista"));
-    auto* previa = icono("Command25", QStyle::SP_FileDialogContentsView, QStringLiteral("Vista previa de impresión"));
+    auto* refrescar = BotonIcono(QStringLiteral("Command4"), QStyle::SP_BrowserReload, QStringLiteral("Actualizar la lista"), this);
+    auto* previa = BotonIcono(QStringLiteral("Command25"), QStyle::SP_FileDialogContentsView,
+                              QStringLiteral("Vista previa de impresión"), this);
     connect(refrescar, &QPushButton::clicked, this, &PanelArticulos::refresca);
     connect(previa, &QPushButton::clicked, this, [this] { PrevisualizaGrilla(*grilla_); });
     fila->addWidget(refrescar);
@@ -140,7 +115,7 @@ void PanelArticulos::armaGrilla() {
 }
 
 QPushButton* PanelArticulos::boton(const char* nombre, const QString& texto, void (PanelArticulos::*accion)()) {
-    QPushButton* b = BotonDePanel(nombre, texto, this);
+    QPushButton* b = BotonPanel(QString::fromLatin1(nombre), texto, this);
     connect(b, &QPushButton::clicked, this, accion);
     return b;
 }
@@ -162,8 +137,8 @@ QVBoxLayout* PanelArticulos::armaBotones() {
     columna->addWidget(boton("Command6", QStringLiteral("Rubros"), &PanelArticulos::rubros));
     columna->addWidget(boton("Command45", QStringLiteral("Lista de precios"), &PanelArticulos::listaPrecios));
     // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
-    columna->addWidget(BotonPantallaPosterior("Command37", QStringLiteral("Cambio Precios"), this));
-    columna->addWidget(BotonPantallaPosterior("Command35", QStringLiteral("Producción"), this));
+    columna->addWidget(BotonPosterior(QStringLiteral("Command37"), QStringLiteral("Cambio Precios"), this));
+    columna->addWidget(BotonPosterior(QStringLiteral("Command35"), QStringLiteral("Producción"), this));
     columna->addStretch(1);
     return columna;
 }
@@ -223,7 +198,7 @@ bool PanelArticulos::eventFilter(QObject* o, QEvent* e) {
 }
 
 std::optional<qint64> PanelArticulos::idActual() const {
-    return ClaveDeFilaActual(*grilla_, QStringLiteral("idArticulo"));
+    return ClaveActual(*grilla_, QStringLiteral("idArticulo"));
 }
 
 void PanelArticulos::cambiados() {

@@ -49,7 +49,7 @@ PanelCaja::PanelCaja(Almacen& almacen, const EstadoAplicacion& estado, const Rel
     setObjectName(QStringLiteral("PanelCaja"));
     QHBoxLayout* filtros = armaFiltros();
     armaGrilla();
-    ArmaPanel(this, QStringLiteral("Caja"), filtros, grilla_, armaBotones())->addLayout(armaTotales());
+    DisponePanel(this, QStringLiteral("Caja"), filtros, grilla_, armaBotones())->addLayout(armaTotales());
 }
 
 // Período, cuenta y forma de pago, y los dos botones de la grilla.

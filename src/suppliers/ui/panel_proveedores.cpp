@@ -18,24 +18,16 @@ namespace orv {
 PanelProveedores::PanelProveedores(Almacen& almacen, const EstadoAplicacion& estado, QWidget* padre)
     : QWidget(padre), almacen_(almacen), estado_(estado) {
     setObjectName(QStringLiteral("PanelProveedores"));
-    auto* capa = new QVBoxLayout(this);
-    capa->setContentsMargins(0, 0, 0, 0);
-    capa->setSpacing(10);
-    capa->addWidget(TituloPanel(QStringLiteral("Proveedores"), this));
-    text13_ = new QLineEdit(this);
-    text13_->setObjectName(QStringLiteral("Text13"));
-    text13_->setPlaceholderText(QStringLiteral("<Por Nombre>"));
-    text13_->setToolTip(QStringLiteral("Muestra sólo los proveedores cuya razón social o contacto lo contiene"));
-    text13_->setClearButtonEnabled(true);
+    text13_ = CajaBusqueda(QStringLiteral("Text13"), QStringLiteral("<Por Nombre>"),
+                           QStringLiteral("Muestra sólo los proveedores cuya razón social o contacto lo contiene"), 320,
+                           this);
     text13_->setMaximumWidth(320);
     connect(text13_, &QLineEdit::textEdited, this, &PanelProveedores::carga);
-    capa->addWidget(text13_);
+    auto* busqueda = new QHBoxLayout;
+    busqueda->addWidget(text13_);
+    busqueda->addStretch(1);
     armaGrilla();
-    auto* cuerpo = new QHBoxLayout;
-    cuerpo->setSpacing(12);
-    cuerpo->addWidget(grilla_, 1);
-    cuerpo->addLayout(armaBotones());
-    capa->addLayout(cuerpo, 1);
+    DisponePanel(this, QStringLiteral("Proveedores"), busqueda, grilla_, armaBotones());
 }
 
 void PanelProveedores::armaGrilla() {
@@ -54,7 +46,7 @@ void PanelProveedores::armaGrilla() {
 }
 
 QPushButton* PanelProveedores::boton(const char* nombre, const QString& texto, void (PanelProveedores::*accion)()) {
-    QPushButton* b = BotonDePanel(nombre, texto, this);
+    QPushButton* b = BotonPanel(QString::fromLatin1(nombre), texto, this);
     connect(b, &QPushButton::clicked, this, accion);
     return b;
 }
@@ -68,9 +60,9 @@ QVBoxLayout* PanelProveedores::armaBotones() {
     columna->addWidget(boton("Command41", QStringLiteral("Quitar"), &PanelProveedores::quitar));
     columna->addSpacing(12);
     // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
-    columna->addWidget(BotonPantallaPosterior("Command39", QStringLiteral("Cuenta y saldos"), this));
-    columna->addWidget(BotonPantallaPosterior("Command43", QStringLiteral("Ingresar pago"), this));
-    columna->addWidget(BotonPantallaPosterior("Command44", QStringLiteral("Compras..."), this));
+    columna->addWidget(BotonPosterior(QStringLiteral("Command39"), QStringLiteral("Cuenta y saldos"), this));
+    columna->addWidget(BotonPosterior(QStringLiteral("Command43"), QStringLiteral("Ingresar pago"), this));
+    columna->addWidget(BotonPosterior(QStringLiteral("Command44"), QStringLiteral("Compras..."), this));
     columna->addStretch(1);
     return columna;
 }
@@ -90,7 +82,7 @@ void PanelProveedores::carga() {
 }
 
 std::optional<qint64> PanelProveedores::idActual() const {
-    return ClaveDeFilaActual(*grilla_, QStringLiteral("idProveedor"));
+    return ClaveActual(*grilla_, QStringLiteral("idProveedor"));
 }
 
 bool PanelProveedores::abreFicha(std::optional<qint64> id) {
