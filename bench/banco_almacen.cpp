@@ -45,44 +45,24 @@ void abreAlDia(benchmark::State& estado, const QString& destino, orv::Apertura a
     }
 }
 
+void registra(const QString& destino, const char* motor) {
+    const std::string nombre = std::string("AbreAlmacenAlDia/") + motor;
+    benchmark::RegisterBenchmark(nombre.c_str(), [destino](benchmark::State& s) { abreAlDia(s, destino, orv::Apertura::Comun); })
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+    if (std::string(motor) == "SQLite")
+        benchmark::RegisterBenchmark((nombre + "/ControlDeIntegridad").c_str(),
+                                     [destino](benchmark::State& s) { abreAlDia(s, destino, orv::Apertura::ControlaIntegridad); })
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime();
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    const QString sqlite = carpeta.filePath(QStringLiteral("BASE.db"));
-
-    EsquemaPostgreSQL esquema;
-    try {
-        genera(sqlite, "SQLite");
-        benchmark::RegisterBenchmark("AbreAlmacenAlDia/SQLite",
-                                     [sqlite](benchmark::State& s) { abreAlDia(s, sqlite, orv::Apertura::Comun); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-        benchmark::RegisterBenchmark(
-            "AbreAlmacenAlDia/SQLite/ControlDeIntegridad",
-            [sqlite](benchmark::State& s) { abreAlDia(s, sqlite, orv::Apertura::ControlaIntegridad); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-
-        if (esquema.hay()) {
-            const QString postgres = esquema.crea();
-            genera(postgres, "PostgreSQL");
-            benchmark::RegisterBenchmark("AbreAlmacenAlDia/PostgreSQL",
-                                         [postgres](benchmark::State& s) {
-                                             abreAlDia(s, postgres, orv::Apertura::Comun);
-                                         })
-                ->Unit(benchmark::kMillisecond)
-                ->UseRealTime();
-        }
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    }
-    benchmark::Shutdown();
-    return 0;
+    return CorreBancos(argc, argv, [](const QString& destino, const QString&, const char* motor) {
+        genera(destino, motor);
+        registra(destino, motor);
+    });
 }

@@ -21,6 +21,7 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <list>
 #include <memory>
 
 namespace {
@@ -125,27 +126,13 @@ void registra(Escenario& e, const QString& motor) {
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    EsquemaPostgreSQL esquema;
-    Escenario sqlite, postgres;
-    try {
-        prepara(sqlite, carpeta.filePath(QStringLiteral("BASE.db")), carpeta.path(), "SQLite");
-        registra(sqlite, QStringLiteral("SQLite"));
-        if (esquema.hay()) {
-            prepara(postgres, esquema.crea(), carpeta.path(), "PostgreSQL");
-            registra(postgres, QStringLiteral("PostgreSQL"));
-        }
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    }
-    // El esquema del servidor se borra al salir: antes se sueltan el panel y la conexión.
-    postgres.panel.reset();
-    postgres.salida.reset();
-    postgres.a.reset();
-    benchmark::Shutdown();
-    return 0;
+    std::list<Escenario> escenarios; // cada uno vive mientras corren sus mediciones
+    return CorreBancos(
+        argc, argv,
+        [&](const QString& destino, const QString& carpeta, const char* motor) {
+            prepara(escenarios.emplace_back(), destino, carpeta, motor);
+            registra(escenarios.back(), QString::fromLatin1(motor));
+        },
+        // El esquema del servidor se borra al salir: antes se sueltan los paneles y las conexiones.
+        Motores::Ambos, [&] { escenarios.clear(); });
 }

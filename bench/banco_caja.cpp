@@ -19,6 +19,7 @@
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -128,23 +129,9 @@ void registra(orv::Almacen& a, const QString& motor) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    EsquemaPostgreSQL esquema;
-    try {
-        const auto sqlite = genera(carpeta.filePath(QStringLiteral("BASE.db")), "SQLite");
-        registra(*sqlite, QStringLiteral("SQLite"));
-        std::unique_ptr<orv::Almacen> postgres;
-        if (esquema.hay()) {
-            postgres = genera(esquema.crea(), "PostgreSQL");
-            registra(*postgres, QStringLiteral("PostgreSQL"));
-        }
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    }
-    benchmark::Shutdown();
-    return 0;
+    std::vector<std::unique_ptr<orv::Almacen>> almacenes;
+    return CorreBancos(argc, argv, [&](const QString& destino, const QString&, const char* motor) {
+        almacenes.push_back(genera(destino, motor));
+        registra(*almacenes.back(), QString::fromLatin1(motor));
+    });
 }

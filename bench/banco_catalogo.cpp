@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <list>
 #include <memory>
 
 namespace {
@@ -205,25 +206,12 @@ void registra(Catalogo& c, const QString& motor) {
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    EsquemaPostgreSQL esquema;
-    Catalogo sqlite, postgres;
-    try {
-        prepara(sqlite, carpeta.filePath(QStringLiteral("BASE.db")), "SQLite");
-        registra(sqlite, QStringLiteral("SQLite"));
-        if (esquema.hay()) {
-            prepara(postgres, esquema.crea(), "PostgreSQL");
-            registra(postgres, QStringLiteral("PostgreSQL"));
-        }
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    }
-    sqlite.a.reset();
-    postgres.a.reset();
-    benchmark::Shutdown();
-    return 0;
+    std::list<Catalogo> catalogos; // cada uno vive mientras corren sus mediciones
+    return CorreBancos(
+        argc, argv,
+        [&](const QString& destino, const QString&, const char* motor) {
+            prepara(catalogos.emplace_back(), destino, motor);
+            registra(catalogos.back(), QString::fromLatin1(motor));
+        },
+        Motores::Ambos, [&] { catalogos.clear(); });
 }

@@ -18,6 +18,8 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -108,28 +110,10 @@ void registra(const std::string& motor, orv::Almacen& a, qint64 id, const QStrin
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    EsquemaPostgreSQL esquema;
-    try {
-        auto sqlite = orv::Almacen::abreSQLite(carpeta.filePath(QStringLiteral("BASE.db")));
-        const qint64 idSqlite = genera(*sqlite, "SQLite");
-        registra("SQLite", *sqlite, idSqlite, carpeta.path());
-        std::unique_ptr<orv::Almacen> postgres;
-        if (esquema.hay()) {
-            postgres = orv::Almacen::abre(esquema.crea());
-            const qint64 idPostgres = genera(*postgres, "PostgreSQL");
-            registra("PostgreSQL", *postgres, idPostgres, carpeta.path());
-        }
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    } catch (const orv::Aviso& e) {
-        std::fprintf(stderr, "%s\n", qPrintable(e.texto()));
-        return 1;
-    }
-    benchmark::Shutdown();
-    return 0;
+    std::vector<std::unique_ptr<orv::Almacen>> almacenes;
+    return CorreBancos(argc, argv, [&](const QString& destino, const QString& carpeta, const char* motor) {
+        almacenes.push_back(orv::Almacen::abre(destino));
+        const qint64 id = genera(*almacenes.back(), motor);
+        registra(motor, *almacenes.back(), id, carpeta);
+    });
 }

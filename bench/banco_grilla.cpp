@@ -7,6 +7,7 @@
 #include "widgets/grilla.h"
 #include "store/actualizacion.h"
 #include "store/almacen.h"
+#include "esquema_pg.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -15,6 +16,7 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -78,39 +80,28 @@ void primeraBusqueda(benchmark::State& estado, orv::Almacen& a) {
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    try {
-        QElapsedTimer t;
-        t.start();
-        auto a = orv::Almacen::abreSQLite(carpeta.filePath(QStringLiteral("BASE.db")));
-        orv::actualizaEsquema(*a);
-        orv::OpcionesGenerador o;
-        o.articulos = 1000;
-        o.filasCaja = 1000000;
-        orv::generaAlmacenGrande(*a, o);
-        std::fprintf(stderr, "SQLite: %lld filas de caja generadas en %.1f s\n", o.filasCaja,
-                     double(t.elapsed()) / 1000.0);
-        orv::Almacen& almacen = *a;
-        benchmark::RegisterBenchmark("Grilla/PrimeraPaginaPintada/1M",
-                                     [&almacen](benchmark::State& s) { primeraPagina(s, almacen); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-        benchmark::RegisterBenchmark("Grilla/BuscaCercaDelFinal/1M",
-                                     [&almacen](benchmark::State& s) { buscaCercaDelFinal(s, almacen); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-        benchmark::RegisterBenchmark("Grilla/PrimeraBusquedaCercaDelFinal/1M",
-                                     [&almacen](benchmark::State& s) { primeraBusqueda(s, almacen); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    }
-    benchmark::Shutdown();
-    return 0;
+    std::unique_ptr<orv::Almacen> a;
+    return CorreBancos(
+        argc, argv,
+        [&](const QString& destino, const QString&, const char* motor) {
+            QElapsedTimer t;
+            t.start();
+            a = orv::Almacen::abre(destino);
+            orv::actualizaEsquema(*a);
+            orv::OpcionesGenerador o;
+            o.articulos = 1000;
+            o.filasCaja = 1000000;
+            orv::generaAlmacenGrande(*a, o);
+            std::fprintf(stderr, "%s: %lld filas de caja generadas en %.1f s\n", motor, o.filasCaja,
+                         double(t.elapsed()) / 1000.0);
+            orv::Almacen& almacen = *a;
+            const auto ms = [](benchmark::internal::Benchmark* b) { b->Unit(benchmark::kMillisecond)->UseRealTime(); };
+            ms(benchmark::RegisterBenchmark("Grilla/PrimeraPaginaPintada/1M",
+                                            [&almacen](benchmark::State& s) { primeraPagina(s, almacen); }));
+            ms(benchmark::RegisterBenchmark("Grilla/BuscaCercaDelFinal/1M",
+                                            [&almacen](benchmark::State& s) { buscaCercaDelFinal(s, almacen); }));
+            ms(benchmark::RegisterBenchmark("Grilla/PrimeraBusquedaCercaDelFinal/1M",
+                                            [&almacen](benchmark::State& s) { primeraBusqueda(s, almacen); }));
+        },
+        Motores::SoloSQLite);
 }

@@ -6,11 +6,14 @@
 #include "store/actualizacion.h"
 #include "store/almacen.h"
 #include "store/aviso.h"
+#include "esquema_pg.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -51,42 +54,42 @@ qint64 cargaComprobante(orv::Almacen& a) {
 
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    try {
-        auto a = orv::Almacen::abreSQLite(carpeta.filePath(QStringLiteral("BASE.db")));
-        orv::actualizaEsquema(*a);
-        cargaMes(*a);
-        const qint64 id = cargaComprobante(*a);
-        const orv::DefinicionInforme lista =
-            orv::LeeDefinicion(orv::BuscaDefinicion(QStringLiteral("lista_facturas.rpt"), QString()));
-        const orv::Seleccion mes = orv::SeleccionListaComprobantes(true, QDate(2026, 11, 1), QDate(2026, 11, 30));
-        const QString pdf = carpeta.filePath(QStringLiteral("informe.pdf"));
-        std::fprintf(stderr, "SQLite: %lld comprobantes en el mes\n",
-                     a->valor(QStringLiteral("SELECT count(*) FROM Comprobantes")).toLongLong());
-
-        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Armado", [&](benchmark::State& s) {
-            for (auto _ : s) benchmark::DoNotOptimize(orv::ArmaInforme(*a, lista, mes, kMascara, kAhora).filas);
-        })->Unit(benchmark::kMillisecond)->UseRealTime();
-        benchmark::RegisterBenchmark("Informe/ListaFacturas10000/PDF", [&](benchmark::State& s) {
-            int paginas = 0;
-            for (auto _ : s) paginas = orv::GuardaInforme(*a, lista, mes, kMascara, kAhora, pdf);
-            s.counters["paginas"] = paginas;
-        })->Unit(benchmark::kMillisecond)->UseRealTime();
-        for (const char* plantilla : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
-            const orv::DefinicionInforme d = orv::LeeDefinicion(orv::BuscaDefinicion(QString::fromLatin1(plantilla), QString()));
-            benchmark::RegisterBenchmark((std::string("Comprobante/") + plantilla + "/PDF").c_str(), [&a, d, id, &pdf](benchmark::State& s) {
-                for (auto _ : s) orv::GuardaInforme(*a, d, orv::SeleccionComprobante(id), kMascara, kAhora, pdf);
-            })->Unit(benchmark::kMillisecond)->UseRealTime();
-        }
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    } catch (const orv::Aviso& e) {
-        std::fprintf(stderr, "%s\n", qPrintable(e.texto()));
-        return 1;
-    }
-    return 0;
+    std::unique_ptr<orv::Almacen> a;
+    orv::DefinicionInforme lista;
+    orv::Seleccion mes;
+    qint64 id = 0;
+    QString pdf;
+    return CorreBancos(
+        argc, argv,
+        [&](const QString& destino, const QString& carpeta, const char* motor) {
+            a = orv::Almacen::abre(destino);
+            orv::actualizaEsquema(*a);
+            cargaMes(*a);
+            id = cargaComprobante(*a);
+            lista = orv::LeeDefinicion(orv::BuscaDefinicion(QStringLiteral("lista_facturas.rpt"), QString()));
+            mes = orv::SeleccionListaComprobantes(true, QDate(2026, 11, 1), QDate(2026, 11, 30));
+            pdf = QDir(carpeta).filePath(QStringLiteral("informe.pdf"));
+            std::fprintf(stderr, "%s: %lld comprobantes en el mes\n", motor,
+                         a->valor(QStringLiteral("SELECT count(*) FROM Comprobantes")).toLongLong());
+            const auto ms = [](benchmark::internal::Benchmark* b) { b->Unit(benchmark::kMillisecond)->UseRealTime(); };
+            ms(benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Armado", [&](benchmark::State& s) {
+                for (auto _ : s) benchmark::DoNotOptimize(orv::ArmaInforme(*a, lista, mes, kMascara, kAhora).filas);
+            }));
+            ms(benchmark::RegisterBenchmark("Informe/ListaFacturas10000/PDF", [&](benchmark::State& s) {
+                int paginas = 0;
+                for (auto _ : s) paginas = orv::GuardaInforme(*a, lista, mes, kMascara, kAhora, pdf);
+                s.counters["paginas"] = paginas;
+            }));
+            for (const char* plantilla : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
+                const orv::DefinicionInforme d =
+                    orv::LeeDefinicion(orv::BuscaDefinicion(QString::fromLatin1(plantilla), QString()));
+                ms(benchmark::RegisterBenchmark((std::string("Comprobante/") + plantilla + "/PDF").c_str(),
+                                                [&a, d, &id, &pdf](benchmark::State& s) {
+                                                    for (auto _ : s)
+                                                        orv::GuardaInforme(*a, d, orv::SeleccionComprobante(id), kMascara,
+                                                                           kAhora, pdf);
+                                                }));
+            }
+        },
+        Motores::SoloSQLite);
 }

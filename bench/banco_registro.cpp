@@ -16,6 +16,7 @@
 #include <cstdio>
 #include <atomic>
 #include <functional>
+#include <list>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -174,44 +175,29 @@ void prepara(Escenario& e, const QString& destino, const char* motor) {
     std::fprintf(stderr, "%s: 100 000 artículos, ventas de %d líneas\n", motor, kLineas);
 }
 
+void registra(Escenario& e, const QString& destino, const std::string& motor) {
+    const std::string n = "Registro/Venta50Lineas/" + motor;
+    const auto ms = [](benchmark::internal::Benchmark* b) { return b->Unit(benchmark::kMillisecond)->UseRealTime(); };
+    ms(benchmark::RegisterBenchmark(n.c_str(), [&e](benchmark::State& s) { registro(s, e); }));
+    ms(benchmark::RegisterBenchmark((n + "/SentenciasSueltas").c_str(), [&e](benchmark::State& s) { piso(s, e, lineasSueltas); }));
+    ms(benchmark::RegisterBenchmark((n + "/EnConjunto").c_str(), [&e](benchmark::State& s) { piso(s, e, lineasEnConjunto); }));
+    if (motor == "PostgreSQL")
+        ms(benchmark::RegisterBenchmark("Registro/CuatroTerminalesPor100Ventas/PostgreSQL",
+                                        [&e, destino](benchmark::State& s) { cuatroTerminales(s, e, destino); }))
+            ->Iterations(1)
+            ->Repetitions(3);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    QTemporaryDir carpeta;
-    if (!carpeta.isValid()) return 1;
-    EsquemaPostgreSQL esquema;
-    Escenario sqlite, postgres;
-    try {
-        prepara(sqlite, carpeta.filePath(QStringLiteral("BASE.db")), "SQLite");
-        benchmark::RegisterBenchmark("Registro/Venta50Lineas/SQLite", [&](benchmark::State& s) { registro(s, sqlite); })
-            ->Unit(benchmark::kMillisecond)->UseRealTime();
-        benchmark::RegisterBenchmark("Registro/Venta50Lineas/SQLite/SentenciasSueltas", [&](benchmark::State& s) { piso(s, sqlite, lineasSueltas); })
-            ->Unit(benchmark::kMillisecond)->UseRealTime();
-        benchmark::RegisterBenchmark("Registro/Venta50Lineas/SQLite/EnConjunto", [&](benchmark::State& s) { piso(s, sqlite, lineasEnConjunto); })
-            ->Unit(benchmark::kMillisecond)->UseRealTime();
-        if (esquema.hay()) {
-            const QString destino = esquema.crea();
-            prepara(postgres, destino, "PostgreSQL");
-            benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL", [&](benchmark::State& s) { registro(s, postgres); })
-                ->Unit(benchmark::kMillisecond)->UseRealTime();
-            benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL/SentenciasSueltas",
-                                         [&](benchmark::State& s) { piso(s, postgres, lineasSueltas); })
-                ->Unit(benchmark::kMillisecond)->UseRealTime();
-            benchmark::RegisterBenchmark("Registro/Venta50Lineas/PostgreSQL/EnConjunto",
-                                         [&](benchmark::State& s) { piso(s, postgres, lineasEnConjunto); })
-                ->Unit(benchmark::kMillisecond)->UseRealTime();
-            benchmark::RegisterBenchmark("Registro/CuatroTerminalesPor100Ventas/PostgreSQL",
-                                         [&, destino](benchmark::State& s) { cuatroTerminales(s, postgres, destino); })
-                ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1)->Repetitions(3);
-        }
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const orv::ErrorAlmacen& e) {
-        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
-        return 1;
-    }
-    postgres.a.reset();
-    benchmark::Shutdown();
-    return 0;
+    std::list<Escenario> escenarios; // cada uno vive mientras corren sus mediciones
+    return CorreBancos(
+        argc, argv,
+        [&](const QString& destino, const QString&, const char* motor) {
+            prepara(escenarios.emplace_back(), destino, motor);
+            registra(escenarios.back(), destino, motor);
+        },
+        Motores::Ambos, [&] { escenarios.clear(); });
 }

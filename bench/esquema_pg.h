@@ -1,10 +1,15 @@
 #pragma once
 // Esquema propio de un banco en el servidor PostgreSQL de pruebas (ORVANTA_PRUEBA_PG): se crea al
-// pedirlo y se borra al salir, también si algo falla.
+// pedirlo y se borra al salir, también si algo falla. Y el cuerpo de main de cada banco.
 
 #include "store/almacen.h"
+#include "store/aviso.h"
 
 #include <QCoreApplication>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <functional>
 #include <QRandomGenerator>
 #include <QUrl>
 #include <QUrlQuery>
@@ -33,3 +38,34 @@ struct EsquemaPostgreSQL {
         }
     }
 };
+
+enum class Motores { Ambos, SoloSQLite };
+
+// El cuerpo de main de un banco (la aplicación Qt ya creada): `prepara(destino, carpeta, motor)`
+// arma el almacén de cada motor y registra sus mediciones —SQLite en una carpeta temporal y, si hay
+// servidor de pruebas, PostgreSQL en un esquema propio—; después se corren. Un error del almacén o
+// un aviso se dicen y el programa sale con 1. `suelta` cierra lo que siga abierto antes de que se
+// borre el esquema.
+inline int CorreBancos(int& argc, char** argv,
+                       const std::function<void(const QString& destino, const QString& carpeta, const char* motor)>& prepara,
+                       Motores motores = Motores::Ambos, const std::function<void()>& suelta = {}) {
+    benchmark::Initialize(&argc, argv);
+    QTemporaryDir carpeta;
+    if (!carpeta.isValid()) return 1;
+    EsquemaPostgreSQL esquema;
+    int salida = 0;
+    try {
+        prepara(carpeta.filePath(QStringLiteral("BASE.db")), carpeta.path(), "SQLite");
+        if (motores == Motores::Ambos && esquema.hay()) prepara(esquema.crea(), carpeta.path(), "PostgreSQL");
+        benchmark::RunSpecifiedBenchmarks();
+    } catch (const orv::ErrorAlmacen& e) {
+        std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));
+        salida = 1;
+    } catch (const orv::Aviso& e) {
+        std::fprintf(stderr, "%s\n", qPrintable(e.texto()));
+        salida = 1;
+    }
+    if (suelta) suelta();
+    benchmark::Shutdown();
+    return salida;
+}
