@@ -1,12 +1,32 @@
 #include "reports/tablas.h"
 
 #include <QFontMetricsF>
+#include <QHash>
 #include <QPaintDevice>
 #include <QRegularExpression>
 
 namespace orv {
 
 namespace {
+
+// Entidades con nombre que aparecen en textos en castellano, además de las de marcado.
+QChar entidadConNombre(const QString& e) {
+    static const QHash<QString, char16_t> nombres = {
+        {QStringLiteral("amp"), u'&'},      {QStringLiteral("lt"), u'<'},        {QStringLiteral("gt"), u'>'},
+        {QStringLiteral("quot"), u'"'},     {QStringLiteral("apos"), u'\''},     {QStringLiteral("nbsp"), 0x00A0},
+        {QStringLiteral("mdash"), 0x2014},  {QStringLiteral("ndash"), 0x2013},   {QStringLiteral("hellip"), 0x2026},
+        {QStringLiteral("laquo"), 0x00AB},  {QStringLiteral("raquo"), 0x00BB},   {QStringLiteral("iexcl"), 0x00A1},
+        {QStringLiteral("iquest"), 0x00BF}, {QStringLiteral("deg"), 0x00B0},     {QStringLiteral("ordm"), 0x00BA},
+        {QStringLiteral("ordf"), 0x00AA},   {QStringLiteral("middot"), 0x00B7},  {QStringLiteral("times"), 0x00D7},
+        {QStringLiteral("euro"), 0x20AC},   {QStringLiteral("aacute"), 0x00E1},  {QStringLiteral("eacute"), 0x00E9},
+        {QStringLiteral("iacute"), 0x00ED}, {QStringLiteral("oacute"), 0x00F3},  {QStringLiteral("uacute"), 0x00FA},
+        {QStringLiteral("Aacute"), 0x00C1}, {QStringLiteral("Eacute"), 0x00C9},  {QStringLiteral("Iacute"), 0x00CD},
+        {QStringLiteral("Oacute"), 0x00D3}, {QStringLiteral("Uacute"), 0x00DA},  {QStringLiteral("ntilde"), 0x00F1},
+        {QStringLiteral("Ntilde"), 0x00D1}, {QStringLiteral("uuml"), 0x00FC},    {QStringLiteral("Uuml"), 0x00DC},
+    };
+    const auto it = nombres.constFind(e);
+    return it == nombres.cend() ? QChar() : QChar(it.value());
+}
 
 QString entidades(const QString& s) {
     if (!s.contains(u'&')) return s;
@@ -23,14 +43,8 @@ QString entidades(const QString& s) {
             continue;
         }
         const QString e = s.mid(i + 1, fin - i - 1);
-        QChar c;
-        if (e == QLatin1String("amp")) c = u'&';
-        else if (e == QLatin1String("lt")) c = u'<';
-        else if (e == QLatin1String("gt")) c = u'>';
-        else if (e == QLatin1String("quot")) c = u'"';
-        else if (e == QLatin1String("apos")) c = u'\'';
-        else if (e == QLatin1String("nbsp")) c = QChar(0x00A0);
-        else if (e.startsWith(u'#')) {
+        QChar c = entidadConNombre(e);
+        if (c.isNull() && e.startsWith(u'#')) {
             bool ok = false;
             const uint n = e.startsWith(QLatin1String("#x")) || e.startsWith(QLatin1String("#X")) ? e.mid(2).toUInt(&ok, 16)
                                                                                                  : e.mid(1).toUInt(&ok, 10);

@@ -181,14 +181,14 @@ TEST(TablasSimples, EntiendeElHtmlDeLasListasYDejaLoDemas) {
         "<table width=\"100%\" cellpadding=\"3\"><thead><tr style=\"background-color: #243447; color: #ffffff; font-weight: bold;\">"
         "<th align=\"left\">Código</th><th align=\"right\">Importe</th></tr></thead>\n"
         "<tr style=\"background-color: #eef2f6;\"><td>O&apos;Brien &amp; hijos &lt;sa&gt;</td><td align=\"right\"><b>1,234.50</b></td></tr>"
-        "<tr style=\"border-top: 1px solid #243447;\"><td colspan=\"2\">Dos\n   líneas<br>aquí</td></tr></table>"
+        "<tr style=\"border-top: 1px solid #243447;\"><td colspan=\"2\">Dos\n   l&iacute;neas&mdash;<br>aqu&#237; &euro;&#x41;</td></tr></table>"
         "<p align=\"right\"><i>Nada   más.</i></p>"));
     ASSERT_TRUE(b && b->size() == 2 && (*b)[0].esTabla && (*b)[0].filas.size() == 3);
     const auto& f = (*b)[0].filas;
     const auto& p = (*b)[1].parrafo;
     // Los textos sin marcas ni espacios de más; el encabezado en negrita con su tinta, el fondo de una fila, la
     // negrita y la alineación de una celda, la línea de arriba y las columnas que ocupa; el párrafo y su estilo.
-    EXPECT_EQ(QStringList({f[1].celdas[0].texto, f[2].celdas[0].texto, p.texto}), QStringList({"O'Brien & hijos <sa>", "Dos líneas\naquí", "Nada más."}));
+    EXPECT_EQ(QStringList({f[1].celdas[0].texto, f[2].celdas[0].texto, p.texto}), QStringList({"O'Brien & hijos <sa>", "Dos líneas—\naquí €A", "Nada más."}));
     EXPECT_TRUE(f[0].encabezado && f[0].negrita && f[0].tinta == QColor(0xff, 0xff, 0xff) && f[0].celdas[1].alineacion == Qt::AlignRight);
     EXPECT_TRUE(!f[1].encabezado && f[1].fondo == QColor(0xee, 0xf2, 0xf6) && f[1].celdas[1].negrita);
     EXPECT_TRUE(f[2].lineaArriba && f[2].celdas[0].columnas == 2);
