@@ -97,7 +97,7 @@ void suelta(benchmark::State& s, Escenario& e, orv::CaminoTexto camino) {
     const QStringList textos = tecleado();
     int i = 0;
     for (auto _ : s) {
-        const orv::ConsultaDeGrilla c = orv::ConsultaArticulosPorDescripcion(*e.a, textos.at(i++ % textos.size()), camino);
+        const orv::ConsultaConParametros c = orv::ConsultaArticulosPorDescripcion(*e.a, textos.at(i++ % textos.size()), camino);
         QVariantList p = c.parametros;
         p << 256;
         QSqlQuery q = e.a->consulta(c.sql + QStringLiteral(" LIMIT ?"), p);

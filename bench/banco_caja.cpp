@@ -49,7 +49,7 @@ void filas(benchmark::State& s, orv::Almacen& a, int dias) {
     const orv::FiltroCaja f{kHasta.addDays(1 - dias), kHasta, std::nullopt, QString()};
     orv::ModeloGrilla m;
     for (auto _ : s) {
-        const orv::ConsultaPanelCaja c = orv::ConsultaMovimientosCaja(f);
+        const orv::ConsultaConParametros c = orv::ConsultaMovimientosCaja(f);
         m.abre(a, c.sql, c.parametros);
         if (m.rowCount() != orv::ModeloGrilla::kPagina) s.SkipWithError("la primera página no está completa");
     }

@@ -47,7 +47,7 @@ void pantallaCuenta(benchmark::State& estado, orv::Almacen& a, qint64 id) {
     for (auto _ : estado) {
         const orv::Dinero saldo = orv::SaldoCliente(a, id);
         orv::ModeloGrilla m;
-        const orv::ConsultaCuenta c = orv::ConsultaLineasCuenta(id);
+        const orv::ConsultaConParametros c = orv::ConsultaLineasCuenta(id);
         m.abre(a, c.sql, c.parametros);
         benchmark::DoNotOptimize(saldo);
         if (m.rowCount() != orv::ModeloGrilla::kPagina) estado.SkipWithError("la primera página no vino entera");

@@ -73,7 +73,7 @@ bool HayArticulosConRubro(const Almacen& a) {
                 .isNull();
 }
 
-ConsultaDeGrilla ConsultaArticulosPorDescripcion(const Almacen& a, const QString& texto, CaminoTexto camino) {
+ConsultaConParametros ConsultaArticulosPorDescripcion(const Almacen& a, const QString& texto, CaminoTexto camino) {
     const QString desde = columnas(a) + QStringLiteral("LEFT JOIN Rubros ON Articulos.idRubro = Rubros.idRubro WHERE ");
     if (texto.isEmpty()) return {desde + QStringLiteral("Articulos.Descripcion IS NOT NULL") + kOrden, {}};
     const auto [donde, parametro] = condicion(a, texto, camino);

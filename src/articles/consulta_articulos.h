@@ -4,16 +4,12 @@
 // que la grilla pagina y busca.
 
 #include "store/almacen.h"
+#include "store/rutinas.h"
 
 #include <QString>
 #include <QVariantList>
 
 namespace orv {
-
-struct ConsultaDeGrilla {
-    QString sql;
-    QVariantList parametros;
-};
 
 // Los artículos con rubro (INNER JOIN: uno sin rubro no aparece), sin filtro, por código. Los
 // códigos (el propio y el del proveedor) se ordenan y comparan por sus bytes en los dos motores.
@@ -34,7 +30,7 @@ enum class CaminoTexto {
 // á); '%', '_', '\' y comillas se buscan tal cual. LEFT JOIN: aparece también un artículo sin rubro.
 // Un texto vacío trae todos los que tienen descripción. Mismas columnas y orden que la lista
 // completa.
-ConsultaDeGrilla ConsultaArticulosPorDescripcion(const Almacen& a, const QString& texto,
+ConsultaConParametros ConsultaArticulosPorDescripcion(const Almacen& a, const QString& texto,
                                                  CaminoTexto camino = CaminoTexto::Indice);
 
 // El almacén tiene el índice de texto de las descripciones (el paso 6 pudo quedar sin él).

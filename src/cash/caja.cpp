@@ -36,8 +36,8 @@ QVariant importe(const std::optional<Dinero>& d) {
 
 } // namespace
 
-ConsultaPanelCaja ConsultaMovimientosCaja(const FiltroCaja& f) {
-    ConsultaPanelCaja c{QStringLiteral("SELECT * FROM ConsultaCaja WHERE Fecha >= ? AND Fecha <= ?"), {f.desde, f.hasta}};
+ConsultaConParametros ConsultaMovimientosCaja(const FiltroCaja& f) {
+    ConsultaConParametros c{QStringLiteral("SELECT * FROM ConsultaCaja WHERE Fecha >= ? AND Fecha <= ?"), {f.desde, f.hasta}};
     agregaFiltros(f, c.sql, c.parametros);
     c.sql += QStringLiteral(" ORDER BY Fecha, idCaja");
     return c;

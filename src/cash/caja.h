@@ -4,6 +4,7 @@
 // No hay saldo guardado: todo total es una consulta sobre Caja.
 
 #include "store/almacen.h"
+#include "store/rutinas.h"
 #include "store/dinero.h"
 
 #include <QDate>
@@ -32,13 +33,8 @@ struct FiltroCaja {
     QString formaPago;
 };
 
-struct ConsultaPanelCaja {
-    QString sql;
-    QVariantList parametros;
-};
-
 // La grilla del panel: los movimientos del período (y los filtros) por fecha y orden de entrada.
-ConsultaPanelCaja ConsultaMovimientosCaja(const FiltroCaja& f);
+ConsultaConParametros ConsultaMovimientosCaja(const FiltroCaja& f);
 
 struct TotalesCaja {
     Dinero ingreso;

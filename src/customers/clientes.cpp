@@ -53,12 +53,6 @@ void controlaTarjeta(const Almacen& a, std::optional<qint64> idVendedor, const Q
                     otro.value(0).toString() + QStringLiteral("\"!"));
 }
 
-// La condición "contiene el texto" sobre una columna, sin distinguir mayúsculas en los dos motores.
-QString contiene(const Almacen& a, const QString& columna) {
-    return a.esPostgreSQL() ? QStringLiteral("strpos(lower(COALESCE(%1, '')), lower(?)) > 0").arg(columna)
-                            : QStringLiteral("orv_contiene(%1, ?) <> 0").arg(columna);
-}
-
 } // namespace
 
 std::optional<DatosCliente> LeeCliente(const Almacen& a, qint64 idVendedor) {
@@ -138,20 +132,20 @@ bool BorraCliente(Almacen& a, qint64 idVendedor) {
     return estaba;
 }
 
-ConsultaClientes ConsultaPanelClientes(const Almacen& a, const QString& nombre, const QString& localidad) {
-    ConsultaClientes c;
+ConsultaConParametros ConsultaPanelClientes(const Almacen& a, const QString& nombre, const QString& localidad) {
+    ConsultaConParametros c;
     c.sql = QStringLiteral("SELECT Zonas.Zona, Vendedores.Nombre, Vendedores.Domicilio, Vendedores.Localidad, "
                            "Vendedores.Telefono, Vendedores.Telefono2, Vendedores.\"e-mail\", Vendedores.Cuit, "
                            "Vendedores.Descuento, Vendedores.idVendedor, Vendedores.Empresa "
                            "FROM Zonas INNER JOIN Vendedores ON Zonas.idZona = Vendedores.idZona");
     QStringList condiciones;
     if (!nombre.isEmpty()) {
-        condiciones << QStringLiteral("(") + contiene(a, QStringLiteral("Vendedores.Nombre")) + QStringLiteral(" OR ") +
-                           contiene(a, QStringLiteral("Vendedores.Empresa")) + QStringLiteral(")");
+        condiciones << QStringLiteral("(") + CondicionContiene(a, QStringLiteral("Vendedores.Nombre")) + QStringLiteral(" OR ") +
+                           CondicionContiene(a, QStringLiteral("Vendedores.Empresa")) + QStringLiteral(")");
         c.parametros << nombre << nombre;
     }
     if (!localidad.isEmpty()) {
-        condiciones << contiene(a, QStringLiteral("Vendedores.Localidad"));
+        condiciones << CondicionContiene(a, QStringLiteral("Vendedores.Localidad"));
         c.parametros << localidad;
     }
     if (!condiciones.isEmpty()) c.sql += QStringLiteral(" WHERE ") + condiciones.join(QStringLiteral(" AND "));

@@ -3,6 +3,7 @@
 // consultas del panel "Clientes".
 
 #include "store/almacen.h"
+#include "store/rutinas.h"
 #include "store/dinero.h"
 
 #include <QString>
@@ -62,11 +63,7 @@ bool BorraCliente(Almacen& a, qint64 idVendedor);
 
 // Consulta del panel: los clientes con zona, por zona, localidad y nombre. `nombre` filtra por
 // nombre o empresa y `localidad` por localidad (contienen el texto, sin distinguir mayúsculas).
-struct ConsultaClientes {
-    QString sql;
-    QVariantList parametros;
-};
-ConsultaClientes ConsultaPanelClientes(const Almacen& a, const QString& nombre, const QString& localidad);
+ConsultaConParametros ConsultaPanelClientes(const Almacen& a, const QString& nombre, const QString& localidad);
 
 // Las listas de la ficha.
 QString ConsultaZonas();

@@ -32,7 +32,7 @@ QString EmailCliente(const Almacen& a, qint64 idVendedor) {
     return a.valor(QStringLiteral("SELECT \"e-mail\" FROM Vendedores WHERE idVendedor = ?"), {idVendedor}).toString().trimmed();
 }
 
-ConsultaCuenta ConsultaLineasCuenta(qint64 idVendedor) {
+ConsultaConParametros ConsultaLineasCuenta(qint64 idVendedor) {
     return {QStringLiteral("SELECT Fecha, Tipo, TipoComprobante, Factura, Comision, Liquidacion, idCuentaVendedor, "
                            "idComprobante FROM ConsultaCtaCte WHERE idVendedor = ? ORDER BY Fecha, idCuentaVendedor"),
             {idVendedor}};

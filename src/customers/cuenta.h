@@ -4,6 +4,7 @@
 // arreglo de las ventas a cuenta sin línea.
 
 #include "store/almacen.h"
+#include "store/rutinas.h"
 #include "store/dinero.h"
 
 #include <QDate>
@@ -28,11 +29,7 @@ QString NombreCliente(const Almacen& a, qint64 idVendedor);
 QString EmailCliente(const Almacen& a, qint64 idVendedor);
 
 // Las líneas del cliente para la grilla, por fecha y orden de carga.
-struct ConsultaCuenta {
-    QString sql;
-    QVariantList parametros;
-};
-ConsultaCuenta ConsultaLineasCuenta(qint64 idVendedor);
+ConsultaConParametros ConsultaLineasCuenta(qint64 idVendedor);
 // La posición (desde 0) en esa consulta de la primera línea del día; nullopt si ese día no tiene.
 std::optional<qint64> PrimeraLineaDelDia(const Almacen& a, qint64 idVendedor, const QDate& dia);
 

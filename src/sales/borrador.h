@@ -3,6 +3,7 @@
 // se borran, y los totales del panel "Vender".
 
 #include "store/almacen.h"
+#include "store/rutinas.h"
 #include "store/aviso.h"
 #include "store/dinero.h"
 
@@ -87,10 +88,6 @@ void VaciaBorrador(Almacen& a, qint32 idRed);
 // si no, PrecioVenta.
 void RefrescaPrecioFinal(Almacen& a, const QString& coefIva);
 // Búsqueda de artículos cuya descripción contiene el texto (comodines como texto común).
-struct ConsultaConParametros {
-    QString sql;
-    QVariantList parametros;
-};
 ConsultaConParametros BuscaArticulos(const Almacen& a, const QString& texto);
 
 struct Totales {

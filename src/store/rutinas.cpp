@@ -115,4 +115,9 @@ QString EscapaLike(const QString& s) {
     return r;
 }
 
+QString CondicionContiene(const Almacen& a, const QString& columna) {
+    return a.esPostgreSQL() ? QStringLiteral("strpos(lower(COALESCE(%1, '')), lower(?)) > 0").arg(columna)
+                            : QStringLiteral("orv_contiene(%1, ?) <> 0").arg(columna);
+}
+
 } // namespace orv

@@ -11,6 +11,12 @@
 
 namespace orv {
 
+// Una consulta con sus parámetros ligados, como la piden las grillas.
+struct ConsultaConParametros {
+    QString sql;
+    QVariantList parametros;
+};
+
 // Valor del campo `campo` (por nombre, sin distinguir mayúsculas) en la primera fila de la
 // consulta; QVariant nulo cuando la consulta no da filas. Los errores del almacén se propagan.
 QVariant LeeCampo(const Almacen& a, const QString& sql, const QVariantList& parametros, const QString& campo);
@@ -53,5 +59,9 @@ bool ExisteArchivo(const QString& ruta);
 
 // Texto para un LIKE ... ESCAPE '\\' que busca literalmente '%', '_' y '\\'.
 QString EscapaLike(const QString& s);
+
+// "La columna contiene el texto", sin distinguir mayúsculas (también Ñ y vocales con tilde) en los
+// dos motores. Un parámetro: el texto tal cual, sin comodines ('%' y '_' se buscan literalmente).
+QString CondicionContiene(const Almacen& a, const QString& columna);
 
 } // namespace orv

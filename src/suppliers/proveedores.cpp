@@ -88,17 +88,12 @@ void BorraProveedor(Almacen& a, qint64 idProveedor) {
     t.confirmar();
 }
 
-ConsultaProveedores ListaProveedores(const Almacen& a, const QString& nombre) {
+ConsultaConParametros ListaProveedores(const Almacen& a, const QString& nombre) {
     const QString orden = QStringLiteral(" ORDER BY RazonSocial");
     if (nombre.isEmpty()) return {QStringLiteral("SELECT * FROM Proveedores") + orden, {}};
-    const QString patron = QStringLiteral("%") + EscapaLike(nombre) + QStringLiteral("%");
-    // SQLite compara sin mayúsculas sólo en ASCII; orv_contiene cubre también Ñ y las vocales con tilde.
-    const QString condicion =
-        a.esPostgreSQL()
-            ? QStringLiteral("RazonSocial ILIKE ? ESCAPE '\\' OR Nombre ILIKE ? ESCAPE '\\'")
-            : QStringLiteral("orv_contiene(RazonSocial, ?) <> 0 OR orv_contiene(Nombre, ?) <> 0");
-    const QVariant p = a.esPostgreSQL() ? QVariant(patron) : QVariant(nombre);
-    return {QStringLiteral("SELECT * FROM Proveedores WHERE ") + condicion + orden, {p, p}};
+    const QString condicion = QStringLiteral("(") + CondicionContiene(a, QStringLiteral("RazonSocial")) +
+                              QStringLiteral(" OR ") + CondicionContiene(a, QStringLiteral("Nombre")) + QStringLiteral(")");
+    return {QStringLiteral("SELECT * FROM Proveedores WHERE ") + condicion + orden, {nombre, nombre}};
 }
 
 } // namespace orv

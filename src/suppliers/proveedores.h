@@ -3,6 +3,7 @@
 // cuenta) y la lista del panel "Proveedores".
 
 #include "store/almacen.h"
+#include "store/rutinas.h"
 
 #include <QString>
 #include <QVariantList>
@@ -41,12 +42,8 @@ qint64 GuardaProveedor(Almacen& a, std::optional<qint64> idProveedor, const Dato
 // que lo nombran conservan su número.
 void BorraProveedor(Almacen& a, qint64 idProveedor);
 
-struct ConsultaProveedores {
-    QString sql;
-    QVariantList parametros;
-};
 // La lista del panel por razón social; con texto, sólo los que lo contienen en la razón social o
 // en el contacto, sin distinguir mayúsculas.
-ConsultaProveedores ListaProveedores(const Almacen& a, const QString& nombre);
+ConsultaConParametros ListaProveedores(const Almacen& a, const QString& nombre);
 
 } // namespace orv

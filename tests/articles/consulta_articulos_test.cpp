@@ -29,7 +29,7 @@ protected:
             "('0108', 'Café 50x', 1)"));
     }
     // Código y rubro de cada fila, en el orden de la lista.
-    QStringList lista(const ConsultaDeGrilla& c) {
+    QStringList lista(const ConsultaConParametros& c) {
         return Filas(almacen(), QStringLiteral("SELECT Codigo, Rubro FROM (") + c.sql + QStringLiteral(") AS q"),
                      c.parametros);
     }
@@ -129,7 +129,7 @@ TEST(ConsultaArticulosPaso, IndexaLoQueYaHabia) {
         EXPECT_EQ(actualizaEsquema(a), int(pasosDelSistema().size() - previos.size()));
         EXPECT_TRUE(HayIndiceDescripciones(a));
         EXPECT_EQ(Filas(a, QStringLiteral("SELECT * FROM Articulos ORDER BY Codigo")).join(u'\n'), antes);
-        const ConsultaDeGrilla c = ConsultaArticulosPorDescripcion(a, QStringLiteral("FIN"));
+        const ConsultaConParametros c = ConsultaArticulosPorDescripcion(a, QStringLiteral("FIN"));
         EXPECT_EQ(Filas(a, QStringLiteral("SELECT Codigo FROM (") + c.sql + QStringLiteral(") AS q"), c.parametros),
                   (QStringList{"1", "2"}));
     }

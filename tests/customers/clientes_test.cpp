@@ -121,7 +121,7 @@ TEST_P(Clientes, ElPanelListaLosClientesConZonaYFiltra) {
         {"%", "", {}},
     };
     for (const auto& c : casos) {
-        const ConsultaClientes q = ConsultaPanelClientes(almacen(), QString::fromUtf8(c.nombre), QString::fromUtf8(c.localidad));
+        const ConsultaConParametros q = ConsultaPanelClientes(almacen(), QString::fromUtf8(c.nombre), QString::fromUtf8(c.localidad));
         QStringList ids;
         for (const QString& f : Filas(almacen(), q.sql, q.parametros)) ids << f.section(u'|', 9, 9);
         EXPECT_EQ(ids, c.ids) << c.nombre << " / " << c.localidad;

@@ -178,7 +178,7 @@ TEST_P(Cuenta, ElDiaBuscadoEsLaPrimeraLineaDeEseDia) {
     } casos[] = {{QDate(2026, 11, 1), 0}, {QDate(2026, 11, 3), 2}, {QDate(2026, 11, 5), 4}, {QDate(2026, 11, 4), std::nullopt},
                  {QDate(2026, 10, 1), std::nullopt}};
     for (const auto& c : casos) EXPECT_EQ(PrimeraLineaDelDia(almacen(), kAna, c.dia), c.fila) << c.dia.toString().toStdString();
-    const ConsultaCuenta c = ConsultaLineasCuenta(kAna);
+    const ConsultaConParametros c = ConsultaLineasCuenta(kAna);
     QStringList tipos;
     for (const QString& f : Filas(almacen(), c.sql, c.parametros)) tipos << f.section(u'|', 1, 1);
     EXPECT_EQ(tipos, (QStringList{"a", "b", "c", "d", "e"}));

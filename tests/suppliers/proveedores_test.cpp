@@ -96,7 +96,7 @@ TEST_P(Proveedores, BusquedaPorNombreEnRazonSocialOContacto) {
         GuardaProveedor(almacen(), std::nullopt, datos(QString::fromUtf8(razon), QString()));
     almacen().ejecuta(QStringLiteral("UPDATE Proveedores SET Nombre = 'Pedro' WHERE RazonSocial = 'Bazar Norte'"));
     auto lista = [&](const char* texto) {
-        const ConsultaProveedores c = ListaProveedores(almacen(), QString::fromUtf8(texto));
+        const ConsultaConParametros c = ListaProveedores(almacen(), QString::fromUtf8(texto));
         return Filas(almacen(), QStringLiteral("SELECT RazonSocial FROM (") + c.sql + QStringLiteral(") AS q"), c.parametros)
             .join(u',');
     };

@@ -165,7 +165,7 @@ void PanelArticulos::reseteaFiltro() {
 
 void PanelArticulos::filtraDescripcion(const QString& texto) {
     Intenta(this, [&] {
-        const ConsultaDeGrilla c = ConsultaArticulosPorDescripcion(almacen_, texto);
+        const ConsultaConParametros c = ConsultaArticulosPorDescripcion(almacen_, texto);
         grilla_->fijaConsulta(c.sql, c.parametros);
     });
 }

@@ -195,7 +195,7 @@ void PanelCaja::filtra() {
     if (cboFormaPago_->currentIndex() > 0) f.formaPago = cboFormaPago_->currentText();
     const bool primera = grilla_->modelo().columnCount() == 0;
     Intenta(this, [&] {
-        const ConsultaPanelCaja c = ConsultaMovimientosCaja(f);
+        const ConsultaConParametros c = ConsultaMovimientosCaja(f);
         grilla_->fijaConsulta(c.sql, c.parametros);
         if (primera)
             for (const auto& [campo, ancho] : anchos_) grilla_->fijaAnchoColumna(campo, ancho);

@@ -132,7 +132,7 @@ QVBoxLayout* PanVeComisiones::armaBotones() {
 void PanVeComisiones::actualiza() {
     Intenta(this, [this] {
         label1_->setText(QStringLiteral("Movim. de ") + NombreCliente(almacen_, id_));
-        const ConsultaCuenta c = ConsultaLineasCuenta(id_);
+        const ConsultaConParametros c = ConsultaLineasCuenta(id_);
         const bool primera = grilla_->modelo().columnCount() == 0;
         grilla_->fijaConsulta(c.sql, c.parametros);
         if (primera)

@@ -108,7 +108,7 @@ QVBoxLayout* PanelClientes::armaBotones() {
 
 void PanelClientes::carga() {
     Intenta(this, [this] {
-        const ConsultaClientes c = ConsultaPanelClientes(almacen_, text2_->text(), text17_->text());
+        const ConsultaConParametros c = ConsultaPanelClientes(almacen_, text2_->text(), text17_->text());
         grilla_->fijaConsulta(c.sql, c.parametros);
     });
     if (grilla_->modelo().columnCount() == 0 || anchosPuestos_) return;

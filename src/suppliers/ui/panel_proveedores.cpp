@@ -69,7 +69,7 @@ QVBoxLayout* PanelProveedores::armaBotones() {
 
 void PanelProveedores::carga() {
     Intenta(this, [this] {
-        const ConsultaProveedores c = ListaProveedores(almacen_, text13_->text());
+        const ConsultaConParametros c = ListaProveedores(almacen_, text13_->text());
         grilla_->fijaConsulta(c.sql, c.parametros);
     });
     if (grilla_->modelo().columnCount() == 0 || anchosPuestos_) return;
