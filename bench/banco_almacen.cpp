@@ -47,14 +47,10 @@ void abreAlDia(benchmark::State& estado, const QString& destino, orv::Apertura a
 
 void registra(const QString& destino, const char* motor) {
     const std::string nombre = std::string("AbreAlmacenAlDia/") + motor;
-    benchmark::RegisterBenchmark(nombre.c_str(), [destino](benchmark::State& s) { abreAlDia(s, destino, orv::Apertura::Comun); })
-        ->Unit(benchmark::kMillisecond)
-        ->UseRealTime();
+    Mide(nombre, [destino](benchmark::State& s) { abreAlDia(s, destino, orv::Apertura::Comun); });
     if (std::string(motor) == "SQLite")
-        benchmark::RegisterBenchmark((nombre + "/ControlDeIntegridad").c_str(),
-                                     [destino](benchmark::State& s) { abreAlDia(s, destino, orv::Apertura::ControlaIntegridad); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
+        Mide(nombre + "/ControlDeIntegridad",
+             [destino](benchmark::State& s) { abreAlDia(s, destino, orv::Apertura::ControlaIntegridad); });
 }
 
 } // namespace

@@ -109,17 +109,13 @@ void suelta(benchmark::State& s, Escenario& e, orv::CaminoTexto camino) {
 
 void registra(Escenario& e, const QString& motor) {
     const auto nombre = [&motor](const char* que) { return (QStringLiteral("Articulos/Text11/") + motor + u'/' + QLatin1String(que)).toStdString(); };
-    benchmark::RegisterBenchmark(nombre("Panel").c_str(), [&e](benchmark::State& s) { panel(s, e); })
-        ->Unit(benchmark::kMillisecond)->UseRealTime();
-    benchmark::RegisterBenchmark(nombre("Panel/DosLetrasSinResultado").c_str(),
-                                 [&e](benchmark::State& s) { fijo(s, e, QStringLiteral("qz")); })
-        ->Unit(benchmark::kMillisecond)->UseRealTime();
-    benchmark::RegisterBenchmark(nombre("SentenciaSuelta").c_str(),
-                                 [&e](benchmark::State& s) { suelta(s, e, orv::CaminoTexto::Indice); })
-        ->Unit(benchmark::kMillisecond)->UseRealTime();
-    benchmark::RegisterBenchmark(nombre("SentenciaSinIndice").c_str(),
-                                 [&e](benchmark::State& s) { suelta(s, e, orv::CaminoTexto::Recorrido); })
-        ->Unit(benchmark::kMillisecond)->UseRealTime();
+    Mide(nombre("Panel"), [&e](benchmark::State& s) { panel(s, e); });
+    Mide(nombre("Panel/DosLetrasSinResultado"),
+         [&e](benchmark::State& s) { fijo(s, e, QStringLiteral("qz")); });
+    Mide(nombre("SentenciaSuelta"),
+         [&e](benchmark::State& s) { suelta(s, e, orv::CaminoTexto::Indice); });
+    Mide(nombre("SentenciaSinIndice"),
+         [&e](benchmark::State& s) { suelta(s, e, orv::CaminoTexto::Recorrido); });
 }
 
 } // namespace

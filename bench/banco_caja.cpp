@@ -106,9 +106,7 @@ void fechaAbiertaDesnuda(benchmark::State& s, orv::Almacen& a) {
 
 void registra(orv::Almacen& a, const QString& motor) {
     const auto banco = [&](const QString& nombre, auto f) {
-        benchmark::RegisterBenchmark(qPrintable(nombre + u'/' + motor), [&a, f](benchmark::State& s) { f(s, a); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
+        Mide(qPrintable(nombre + u'/' + motor), [&a, f](benchmark::State& s) { f(s, a); });
     };
     for (const auto& [dias, nombre] : {std::pair{1, "Dia"}, {30, "Mes"}, {1095, "TresAnios"}}) {
         const int d = dias;

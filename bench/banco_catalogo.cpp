@@ -180,26 +180,25 @@ void prepara(Catalogo& c, const QString& destino, const char* motor) {
 
 void registra(Catalogo& c, const QString& motor) {
     auto nombre = [&motor](const char* que) { return (QStringLiteral("Catalogo/") + QLatin1String(que) + u'/' + motor).toStdString(); };
-    auto ms = [](benchmark::internal::Benchmark* b) { b->Unit(benchmark::kMillisecond)->UseRealTime(); };
-    ms(benchmark::RegisterBenchmark(nombre("PrimerasFilasDelPanel").c_str(), [&c](benchmark::State& s) { primerasFilas(s, c); }));
-    ms(benchmark::RegisterBenchmark(nombre("PrimerasFilasDelPanel/Piso").c_str(), [&c](benchmark::State& s) { primerasFilasPiso(s, c); }));
-    ms(benchmark::RegisterBenchmark(nombre("BuscaCodigoPorTecla").c_str(),
-                                    [&c](benchmark::State& s) { buscaPorTecla(s, c, QStringLiteral("Codigo"), c.codigos); }));
-    ms(benchmark::RegisterBenchmark(nombre("BuscaCodigoPorTecla/Piso").c_str(), [&c](benchmark::State& s) {
+    Mide(nombre("PrimerasFilasDelPanel"), [&c](benchmark::State& s) { primerasFilas(s, c); });
+    Mide(nombre("PrimerasFilasDelPanel/Piso"), [&c](benchmark::State& s) { primerasFilasPiso(s, c); });
+    Mide(nombre("BuscaCodigoPorTecla"),
+         [&c](benchmark::State& s) { buscaPorTecla(s, c, QStringLiteral("Codigo"), c.codigos); });
+    Mide(nombre("BuscaCodigoPorTecla/Piso"), [&c](benchmark::State& s) {
         buscaPorTeclaPiso(s, c, QStringLiteral("Codigo"), c.codigos);
-    }));
-    ms(benchmark::RegisterBenchmark(nombre("PrimeraTeclaDelCodigo").c_str(),
-                                    [&c](benchmark::State& s) { primeraTecla(s, c, QStringLiteral("Codigo"), c.codigos); }));
-    ms(benchmark::RegisterBenchmark(nombre("PrimeraTeclaDelCgoProveedor").c_str(),
-                                    [&c](benchmark::State& s) { primeraTecla(s, c, QStringLiteral("CgoProveedor"), c.proveedores); }));
-    ms(benchmark::RegisterBenchmark(nombre("BuscaCgoProveedorPorTecla").c_str(), [&c](benchmark::State& s) {
+    });
+    Mide(nombre("PrimeraTeclaDelCodigo"),
+         [&c](benchmark::State& s) { primeraTecla(s, c, QStringLiteral("Codigo"), c.codigos); });
+    Mide(nombre("PrimeraTeclaDelCgoProveedor"),
+         [&c](benchmark::State& s) { primeraTecla(s, c, QStringLiteral("CgoProveedor"), c.proveedores); });
+    Mide(nombre("BuscaCgoProveedorPorTecla"), [&c](benchmark::State& s) {
         buscaPorTecla(s, c, QStringLiteral("CgoProveedor"), c.proveedores);
-    }));
-    ms(benchmark::RegisterBenchmark(nombre("BuscaCgoProveedorPorTecla/Piso").c_str(), [&c](benchmark::State& s) {
+    });
+    Mide(nombre("BuscaCgoProveedorPorTecla/Piso"), [&c](benchmark::State& s) {
         buscaPorTeclaPiso(s, c, QStringLiteral("CgoProveedor"), c.proveedores);
-    }));
-    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea").c_str(), [&c](benchmark::State& s) { banco::escaneaALinea(s, *c.a, c.escaneados); }));
-    ms(benchmark::RegisterBenchmark(nombre("EscaneoALinea/Piso").c_str(), [&c](benchmark::State& s) { banco::escaneaALineaPiso(s, *c.a, c.escaneados); }));
+    });
+    Mide(nombre("EscaneoALinea"), [&c](benchmark::State& s) { banco::escaneaALinea(s, *c.a, c.escaneados); });
+    Mide(nombre("EscaneoALinea/Piso"), [&c](benchmark::State& s) { banco::escaneaALineaPiso(s, *c.a, c.escaneados); });
 }
 
 } // namespace

@@ -86,23 +86,15 @@ void saldosArmado(benchmark::State& estado, orv::Almacen& a) {
 }
 
 void registra(const std::string& motor, orv::Almacen& a, qint64 id, const QString& carpeta) {
-    benchmark::RegisterBenchmark(("CuentaCliente/SaldoYPrimeraPagina/100k/" + motor).c_str(),
-                                 [&a, id](benchmark::State& s) { pantallaCuenta(s, a, id); })
-        ->Unit(benchmark::kMillisecond)
-        ->UseRealTime();
-    benchmark::RegisterBenchmark(("CuentaCliente/SentenciaDesnuda/100k/" + motor).c_str(),
-                                 [&a, id](benchmark::State& s) { sentenciaDesnuda(s, a, id); })
-        ->Unit(benchmark::kMillisecond)
-        ->UseRealTime();
-    benchmark::RegisterBenchmark(("SaldosClientes/PDF/10k/" + motor).c_str(),
-                                 [&a, carpeta](benchmark::State& s) { saldosPdf(s, a, carpeta); })
-        ->Unit(benchmark::kMillisecond)
-        ->UseRealTime()
+    Mide("CuentaCliente/SaldoYPrimeraPagina/100k/" + motor,
+         [&a, id](benchmark::State& s) { pantallaCuenta(s, a, id); });
+    Mide("CuentaCliente/SentenciaDesnuda/100k/" + motor,
+         [&a, id](benchmark::State& s) { sentenciaDesnuda(s, a, id); });
+    Mide("SaldosClientes/PDF/10k/" + motor,
+         [&a, carpeta](benchmark::State& s) { saldosPdf(s, a, carpeta); })
         ->Iterations(3);
-    benchmark::RegisterBenchmark(("SaldosClientes/Armado/10k/" + motor).c_str(),
-                                 [&a](benchmark::State& s) { saldosArmado(s, a); })
-        ->Unit(benchmark::kMillisecond)
-        ->UseRealTime()
+    Mide("SaldosClientes/Armado/10k/" + motor,
+         [&a](benchmark::State& s) { saldosArmado(s, a); })
         ->Iterations(3);
 }
 

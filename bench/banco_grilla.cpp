@@ -95,13 +95,12 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "%s: %lld filas de caja generadas en %.1f s\n", motor, o.filasCaja,
                          double(t.elapsed()) / 1000.0);
             orv::Almacen& almacen = *a;
-            const auto ms = [](benchmark::internal::Benchmark* b) { b->Unit(benchmark::kMillisecond)->UseRealTime(); };
-            ms(benchmark::RegisterBenchmark("Grilla/PrimeraPaginaPintada/1M",
-                                            [&almacen](benchmark::State& s) { primeraPagina(s, almacen); }));
-            ms(benchmark::RegisterBenchmark("Grilla/BuscaCercaDelFinal/1M",
-                                            [&almacen](benchmark::State& s) { buscaCercaDelFinal(s, almacen); }));
-            ms(benchmark::RegisterBenchmark("Grilla/PrimeraBusquedaCercaDelFinal/1M",
-                                            [&almacen](benchmark::State& s) { primeraBusqueda(s, almacen); }));
+            Mide("Grilla/PrimeraPaginaPintada/1M",
+                 [&almacen](benchmark::State& s) { primeraPagina(s, almacen); });
+            Mide("Grilla/BuscaCercaDelFinal/1M",
+                 [&almacen](benchmark::State& s) { buscaCercaDelFinal(s, almacen); });
+            Mide("Grilla/PrimeraBusquedaCercaDelFinal/1M",
+                 [&almacen](benchmark::State& s) { primeraBusqueda(s, almacen); });
         },
         Motores::SoloSQLite);
 }

@@ -71,24 +71,23 @@ int main(int argc, char** argv) {
             pdf = QDir(carpeta).filePath(QStringLiteral("informe.pdf"));
             std::fprintf(stderr, "%s: %lld comprobantes en el mes\n", motor,
                          a->valor(QStringLiteral("SELECT count(*) FROM Comprobantes")).toLongLong());
-            const auto ms = [](benchmark::internal::Benchmark* b) { b->Unit(benchmark::kMillisecond)->UseRealTime(); };
-            ms(benchmark::RegisterBenchmark("Informe/ListaFacturas10000/Armado", [&](benchmark::State& s) {
+            Mide("Informe/ListaFacturas10000/Armado", [&](benchmark::State& s) {
                 for (auto _ : s) benchmark::DoNotOptimize(orv::ArmaInforme(*a, lista, mes, kMascara, kAhora).filas);
-            }));
-            ms(benchmark::RegisterBenchmark("Informe/ListaFacturas10000/PDF", [&](benchmark::State& s) {
+            });
+            Mide("Informe/ListaFacturas10000/PDF", [&](benchmark::State& s) {
                 int paginas = 0;
                 for (auto _ : s) paginas = orv::GuardaInforme(*a, lista, mes, kMascara, kAhora, pdf);
                 s.counters["paginas"] = paginas;
-            }));
+            });
             for (const char* plantilla : {"factura.rpt", "factura_discrimina_iva.rpt"}) {
                 const orv::DefinicionInforme d =
                     orv::LeeDefinicion(orv::BuscaDefinicion(QString::fromLatin1(plantilla), QString()));
-                ms(benchmark::RegisterBenchmark((std::string("Comprobante/") + plantilla + "/PDF").c_str(),
-                                                [&a, d, &id, &pdf](benchmark::State& s) {
-                                                    for (auto _ : s)
-                                                        orv::GuardaInforme(*a, d, orv::SeleccionComprobante(id), kMascara,
-                                                                           kAhora, pdf);
-                                                }));
+                Mide(std::string("Comprobante/") + plantilla + "/PDF",
+                     [&a, d, &id, &pdf](benchmark::State& s) {
+                         for (auto _ : s)
+                             orv::GuardaInforme(*a, d, orv::SeleccionComprobante(id), kMascara,
+                                                kAhora, pdf);
+                                                });
             }
         },
         Motores::SoloSQLite);

@@ -177,13 +177,12 @@ void prepara(Escenario& e, const QString& destino, const char* motor) {
 
 void registra(Escenario& e, const QString& destino, const std::string& motor) {
     const std::string n = "Registro/Venta50Lineas/" + motor;
-    const auto ms = [](benchmark::internal::Benchmark* b) { return b->Unit(benchmark::kMillisecond)->UseRealTime(); };
-    ms(benchmark::RegisterBenchmark(n.c_str(), [&e](benchmark::State& s) { registro(s, e); }));
-    ms(benchmark::RegisterBenchmark((n + "/SentenciasSueltas").c_str(), [&e](benchmark::State& s) { piso(s, e, lineasSueltas); }));
-    ms(benchmark::RegisterBenchmark((n + "/EnConjunto").c_str(), [&e](benchmark::State& s) { piso(s, e, lineasEnConjunto); }));
+    Mide(n, [&e](benchmark::State& s) { registro(s, e); });
+    Mide(n + "/SentenciasSueltas", [&e](benchmark::State& s) { piso(s, e, lineasSueltas); });
+    Mide(n + "/EnConjunto", [&e](benchmark::State& s) { piso(s, e, lineasEnConjunto); });
     if (motor == "PostgreSQL")
-        ms(benchmark::RegisterBenchmark("Registro/CuatroTerminalesPor100Ventas/PostgreSQL",
-                                        [&e, destino](benchmark::State& s) { cuatroTerminales(s, e, destino); }))
+        Mide("Registro/CuatroTerminalesPor100Ventas/PostgreSQL",
+             [&e, destino](benchmark::State& s) { cuatroTerminales(s, e, destino); })
             ->Iterations(1)
             ->Repetitions(3);
 }

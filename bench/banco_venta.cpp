@@ -3,6 +3,7 @@
 // manejador del panel "Vender" y, como piso, las mismas órdenes SQL sueltas.
 
 #include "escaneo.h"
+#include "esquema_pg.h"
 
 #include "app/configuracion.h"
 #include "app/estado.h"
@@ -90,18 +91,10 @@ int main(int argc, char** argv) {
         p.entra();
         QApplication::processEvents();
 
-        benchmark::RegisterBenchmark("Venta/EscaneoALinea/Logica", [&e](benchmark::State& s) { banco::escaneaALinea(s, *e.a, e.nuevos); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-        benchmark::RegisterBenchmark("Venta/EscaneoSumaALinea/Logica", [&e](benchmark::State& s) { sumaALinea(s, e); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-        benchmark::RegisterBenchmark("Venta/EscaneoALinea/Panel", [&e, &p](benchmark::State& s) { panel(s, e, p); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
-        benchmark::RegisterBenchmark("Venta/EscaneoALinea/SQLSuelto", [&e](benchmark::State& s) { banco::escaneaALineaPiso(s, *e.a, e.nuevos); })
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
+        Mide("Venta/EscaneoALinea/Logica", [&e](benchmark::State& s) { banco::escaneaALinea(s, *e.a, e.nuevos); });
+        Mide("Venta/EscaneoSumaALinea/Logica", [&e](benchmark::State& s) { sumaALinea(s, e); });
+        Mide("Venta/EscaneoALinea/Panel", [&e, &p](benchmark::State& s) { panel(s, e, p); });
+        Mide("Venta/EscaneoALinea/SQLSuelto", [&e](benchmark::State& s) { banco::escaneaALineaPiso(s, *e.a, e.nuevos); });
         benchmark::RunSpecifiedBenchmarks();
     } catch (const orv::ErrorAlmacen& e) {
         std::fprintf(stderr, "Error del almacén: %s\n", qPrintable(e.descripcion()));

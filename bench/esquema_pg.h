@@ -10,6 +10,8 @@
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <functional>
+#include <string>
+#include <utility>
 #include <QRandomGenerator>
 #include <QUrl>
 #include <QUrlQuery>
@@ -38,6 +40,12 @@ struct EsquemaPostgreSQL {
         }
     }
 };
+
+// Registra una medición en milisegundos de tiempo real, como las informan todos los bancos.
+template <typename Medicion>
+benchmark::internal::Benchmark* Mide(const std::string& nombre, Medicion medicion) {
+    return benchmark::RegisterBenchmark(nombre.c_str(), std::move(medicion))->Unit(benchmark::kMillisecond)->UseRealTime();
+}
 
 enum class Motores { Ambos, SoloSQLite };
 
