@@ -123,10 +123,9 @@ void exigeExistenciaComoSeLeyo(Almacen& a, qint64 idArticulo, const QString& exi
     q.next();
     const QString ahora = numeroSimple(q.value(0));
     if (ahora != existenciaAlAbrir.trimmed())
-        throw Aviso(QStringLiteral("La existencia cambió mientras editaba el artículo (ahora es %1). "
+        throw AvisoAtencion(QStringLiteral("La existencia cambió mientras editaba el artículo (ahora es %1). "
                                    "Cierre la ficha y vuelva a abrirla para corregirla.")
-                        .arg(ahora.isEmpty() ? QStringLiteral("vacía") : ahora),
-                    QStringLiteral("Atención"), Icono::Exclamacion);
+                        .arg(ahora.isEmpty() ? QStringLiteral("vacía") : ahora));
 }
 
 } // namespace

@@ -24,13 +24,11 @@ void agregaFiltros(const FiltroCaja& f, QString& sql, QVariantList& parametros) 
     }
 }
 
-Aviso atencion(const QString& texto) { return Aviso(texto, QStringLiteral("Atención"), Icono::Exclamacion); }
-
 // Un importe escrito: positivo y dentro de los topes.
 QVariant importe(const std::optional<Dinero>& d) {
     if (!d) return Dinero().aVariant();
     ExigeImporteEnRango(*d);
-    if (*d <= Dinero()) throw atencion(QStringLiteral("El importe del movimiento debe ser mayor que cero."));
+    if (*d <= Dinero()) throw AvisoAtencion(QStringLiteral("El importe del movimiento debe ser mayor que cero."));
     return d->aVariant();
 }
 
@@ -81,13 +79,13 @@ std::optional<QDate> FechaDeMovimiento(const Almacen& a, qint64 idCaja) {
 
 qint64 GuardaMovimientoCaja(Almacen& a, std::optional<qint64> idCaja, const MovimientoCaja& m, qint32 idUsuario) {
     // 1. Lo que se escribió, antes de tocar el almacén.
-    if (!m.fecha.isValid()) throw atencion(QStringLiteral("Ingrese la fecha del movimiento."));
-    if (!m.idCuenta) throw atencion(QStringLiteral("Seleccione una cuenta de la lista!"));
-    if (m.formaPago.trimmed().isEmpty()) throw atencion(QStringLiteral("Seleccione la forma de pago!"));
+    if (!m.fecha.isValid()) throw AvisoAtencion(QStringLiteral("Ingrese la fecha del movimiento."));
+    if (!m.idCuenta) throw AvisoAtencion(QStringLiteral("Seleccione una cuenta de la lista!"));
+    if (m.formaPago.trimmed().isEmpty()) throw AvisoAtencion(QStringLiteral("Seleccione la forma de pago!"));
     ExigeTexto(m.formaPago, 50, QStringLiteral("F.Pago"));
     ExigeTexto(m.detalles, kLargoDetalles, QStringLiteral("Detalles"));
-    if (m.ingreso && m.egreso) throw atencion(QStringLiteral("Un movimiento es un ingreso o un egreso, no los dos."));
-    if (!m.ingreso && !m.egreso) throw atencion(QStringLiteral("Ingrese el importe del movimiento."));
+    if (m.ingreso && m.egreso) throw AvisoAtencion(QStringLiteral("Un movimiento es un ingreso o un egreso, no los dos."));
+    if (!m.ingreso && !m.egreso) throw AvisoAtencion(QStringLiteral("Ingrese el importe del movimiento."));
     const QVariant ingreso = importe(m.ingreso);
     const QVariant egreso = importe(m.egreso);
 

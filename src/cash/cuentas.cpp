@@ -69,7 +69,7 @@ void BorraCuenta(Almacen& a, qint64 idCuenta) {
     // 2. Las que el sistema busca por nombre no se quedan sin ninguna.
     if (esUnicaDelSistema(a, CuentasDelSistema(), QStringLiteral("Cuentas"), QStringLiteral("idCuenta"), QStringLiteral("Cuenta"),
                           idCuenta, nombre))
-        throw Aviso(avisoCuentaFija(nombre), QStringLiteral("Atención"), Icono::Exclamacion);
+        throw AvisoAtencion(avisoCuentaFija(nombre));
     // 3. El borrado; los movimientos de la cuenta no se tocan.
     a.ejecuta(QStringLiteral("DELETE FROM Cuentas WHERE idCuenta = ?"), {idCuenta});
     tr.confirmar();
@@ -87,7 +87,7 @@ std::optional<FormaPago> LeeFormaPago(const Almacen& a, qint64 idTipoFormaPago) 
 qint64 GuardaFormaPago(Almacen& a, std::optional<qint64> idTipoFormaPago, const FormaPago& f) {
     // 1. El nombre: no vacío y como cabe en la columna.
     const QString nombre = f.nombre.trimmed();
-    if (nombre.isEmpty()) throw Aviso(QStringLiteral("Ingrese el nombre de la forma de pago."), QStringLiteral("Atención"), Icono::Exclamacion);
+    if (nombre.isEmpty()) throw AvisoAtencion(QStringLiteral("Ingrese el nombre de la forma de pago."));
     ExigeTexto(nombre, kLargoNombre, QStringLiteral("Nombre"));
     Transaccion tr(a);
     const QVariantList valores = {nombre, f.aCuenta ? 1 : 0, f.tarjeta ? 1 : 0};
@@ -104,7 +104,7 @@ qint64 GuardaFormaPago(Almacen& a, std::optional<qint64> idTipoFormaPago, const 
         if (antes->nombre != nombre && esUnicaDelSistema(a, FormasPagoDelSistema(), QStringLiteral("FormasDePago"),
                                                          QStringLiteral("idTipoFormaPago"), QStringLiteral("FormaPago"), id,
                                                          antes->nombre))
-            throw Aviso(avisoFormaFija(antes->nombre, "cambiar su nombre"), QStringLiteral("Atención"), Icono::Exclamacion);
+            throw AvisoAtencion(avisoFormaFija(antes->nombre, "cambiar su nombre"));
         a.ejecuta(QStringLiteral("UPDATE FormasDePago SET FormaPago = ?, EsACuenta = ?, EsTarjetaCredito = ? WHERE idTipoFormaPago = ?"),
                   valores + QVariantList{id});
     }
@@ -118,7 +118,7 @@ void BorraFormaPago(Almacen& a, qint64 idTipoFormaPago) {
     if (!f) return;
     if (esUnicaDelSistema(a, FormasPagoDelSistema(), QStringLiteral("FormasDePago"), QStringLiteral("idTipoFormaPago"),
                           QStringLiteral("FormaPago"), idTipoFormaPago, f->nombre))
-        throw Aviso(avisoFormaFija(f->nombre, "borrar"), QStringLiteral("Atención"), Icono::Exclamacion);
+        throw AvisoAtencion(avisoFormaFija(f->nombre, "borrar"));
     a.ejecuta(QStringLiteral("DELETE FROM FormasDePago WHERE idTipoFormaPago = ?"), {idTipoFormaPago});
     tr.confirmar();
 }

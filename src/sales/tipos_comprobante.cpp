@@ -107,10 +107,9 @@ qint64 GuardaTipo(Almacen& a, std::optional<qint64> idTipoComprobante, const Tip
         a.valor(QStringLiteral("SELECT COALESCE(Correlativo, 0) FROM TiposDeComprobantes WHERE idTipoComprobante = ?"),
                 {*idTipoComprobante});
     if (!ahora.isValid() || ahora.isNull()) throw Aviso(QStringLiteral("No encontrado!!"));
-    throw Aviso(QStringLiteral("Otro puesto registró un comprobante de este tipo mientras lo editaba: el último número "
-                               "es ahora %1. No se guardó nada; revise el número y vuelva a guardar.")
-                    .arg(ahora.toLongLong()),
-                QStringLiteral("Atención"), Icono::Exclamacion);
+    throw AvisoAtencion(QStringLiteral("Otro puesto registró un comprobante de este tipo mientras lo editaba: el último "
+                                       "número es ahora %1. No se guardó nada; revise el número y vuelva a guardar.")
+                            .arg(ahora.toLongLong()));
 }
 
 void BorraTipo(Almacen& a, qint64 idTipoComprobante) {

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <exception>
+#include <utility>
 
 namespace orv {
 
@@ -24,5 +25,8 @@ private:
     Icono icono_;
     QByteArray utf8_;
 };
+
+// Aviso con título "Atención" y signo de exclamación: algo que el usuario puede corregir.
+inline Aviso AvisoAtencion(QString texto) { return Aviso(std::move(texto), QStringLiteral("Atención"), Icono::Exclamacion); }
 
 } // namespace orv

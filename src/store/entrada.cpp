@@ -136,8 +136,7 @@ void ExigeTexto(const QString& texto, int maximo, const QString& campo) {
         throw Aviso(campo + QStringLiteral(": el texto tiene un carácter nulo, que no se puede guardar."));
     const qsizetype caracteres = CuentaCaracteres(texto);
     if (caracteres > maximo)
-        throw Aviso(campo + QStringLiteral(": admite hasta %1 caracteres (tiene %2).").arg(maximo).arg(caracteres),
-                    QStringLiteral("Atención"), Icono::Exclamacion);
+        throw AvisoAtencion(campo + QStringLiteral(": admite hasta %1 caracteres (tiene %2).").arg(maximo).arg(caracteres));
 }
 
 qsizetype CuentaCaracteres(QStringView texto) {
