@@ -43,6 +43,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
          indexaCodigosPorBytes},
         {8, QStringLiteral("Arqueo de caja al cerrar el día e índice de los totales de caja"), creaArqueoCaja},
         {9, QStringLiteral("Índice de la cuenta corriente de cada cliente por fecha"), indexaCuentasClientes},
+        {10, QStringLiteral("Borrador de la compra propio de cada terminal"), borradorCompraPorTerminal},
     };
     return pasos;
 }

@@ -392,4 +392,11 @@ void indexaCuentasClientes(Almacen& a) {
     a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Comisiones_Cuenta ON Comisiones (idVendedor, Fecha, idCuentaVendedor)"));
 }
 
+void borradorCompraPorTerminal(Almacen& a) {
+    const Existente e = leeExistente(a);
+    if (!e.tablas.value(comparable(QStringLiteral("TmpFacCompra"))).contains(QStringLiteral("pcred")))
+        a.ejecuta(ddl(a.dialecto(), QStringLiteral("ALTER TABLE TmpFacCompra ADD COLUMN PCRed {LARGO}")));
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS TmpFacCompra_PCRed ON TmpFacCompra (PCRed)"));
+}
+
 } // namespace orv

@@ -70,6 +70,10 @@ void creaArqueoCaja(Almacen& a);
 // datos.
 void indexaCuentasClientes(Almacen& a);
 
+// Paso 10: el borrador de la compra es de cada terminal, como el de la venta: la columna PCRed de
+// TmpFacCompra y su índice. Las líneas que hubiera quedan sin terminal y ninguna compra las toma.
+void borradorCompraPorTerminal(Almacen& a);
+
 // Tabla del índice de texto de las descripciones en SQLite.
 inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
 
