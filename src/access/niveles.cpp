@@ -35,7 +35,7 @@ const std::vector<Permiso>& Permisos() {
         {s("VeUsuarios"), s("Usuarios"), P::Visualizar, {s("Label37")}},
         {s("VeRubros"), s("Rubros"), P::Visualizar, {s("Command6")}},
         {s("VePlanCuentas"), s("Plan de cuentas"), P::Visualizar, {s("Command36")}},
-        {s("VeCompras"), s("Compras"), P::Visualizar, {s("Command44")}},
+        {s("VeCompras"), s("Compras"), P::Visualizar, {s("Command44"), s("cmdNuevaCompra")}},
         {s("VeSaldoProveedores"), s("Saldo de Proveedores"), P::Visualizar, {s("Command39")}},
         {s("VeSaldoClientes"), s("Cuenta corriente Clientes"), P::Visualizar, {s("Command9")}},
         {s("VePreCostos"), s("Precios de costo"), P::Visualizar, {}},

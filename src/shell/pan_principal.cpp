@@ -217,7 +217,14 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
     venta_->fijaSalida(salida_);
     venta_->fijaReloj(&reloj_);
     connect(venta_, &PanelVenta::comprobanteRegistrado, this, &PanPrincipal::refrescaCaja);
-    proveedores_ = new PanelProveedores(almacen_, estado_, pila_);
+    // Una compra puede dar de alta un artículo desde su ficha y cambia el stock, la caja y los costos.
+    proveedores_ = new PanelProveedores(almacen_, estado_, conf_, reloj_,
+                                        {[this] { return articulos_->articuloNuevo(); },
+                                         [this] {
+                                             articulos_->refresca();
+                                             refrescaCaja();
+                                         }},
+                                        pila_);
     usuarios_ = new PanelUsuarios(almacen_, pila_);
     paneles_ = {articulos_, clientes_, caja_, venta_, armaInformes(), nullptr, armaUtilidades(), proveedores_,
                 usuarios_};

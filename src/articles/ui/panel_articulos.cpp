@@ -217,12 +217,20 @@ bool PanelArticulos::abreFicha(qint64 id) {
         panNueProve proveedor(almacen_, std::nullopt, estado_.ClaveImpositiva, &ficha);
         proveedor.exec();
     });
-    return ficha.exec() == QDialog::Accepted;
+    const bool aceptada = ficha.exec() == QDialog::Accepted;
+    ultimoGrabado_ = ficha.idArticulo();
+    return aceptada;
 }
 
 void PanelArticulos::nuevo() {
     abreFicha(0);
     cambiados();
+}
+
+qint64 PanelArticulos::articuloNuevo() {
+    const bool grabado = abreFicha(0);
+    cambiados();
+    return grabado ? ultimoGrabado_ : 0;
 }
 
 void PanelArticulos::editar() {

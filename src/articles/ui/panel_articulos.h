@@ -48,6 +48,8 @@ public:
     void filtraDescripcion(const QString& texto);
 
     void nuevo();        // Command1
+    // La ficha de un artículo nuevo abierta desde otra pantalla (la compra): su id, o 0 si no se grabó.
+    qint64 articuloNuevo();
     void editar();       // Command3 y doble clic
     void quitar();       // Command2
     void movStock();     // Command5
@@ -93,6 +95,7 @@ private:
     QCheckBox* chkMuesFoto_ = nullptr;
     panFoto* foto_ = nullptr;
     bool anchosPuestos_ = false;
+    qint64 ultimoGrabado_ = 0; // el artículo de la última ficha aceptada
 };
 
 } // namespace orv

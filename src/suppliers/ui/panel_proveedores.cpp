@@ -1,6 +1,7 @@
 #include "suppliers/ui/panel_proveedores.h"
 
 #include "suppliers/proveedores.h"
+#include "suppliers/ui/pan_nue_compra.h"
 #include "suppliers/ui/pan_nue_prove.h"
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
@@ -15,8 +16,9 @@
 
 namespace orv {
 
-PanelProveedores::PanelProveedores(Almacen& almacen, const EstadoAplicacion& estado, QWidget* padre)
-    : QWidget(padre), almacen_(almacen), estado_(estado) {
+PanelProveedores::PanelProveedores(Almacen& almacen, const EstadoAplicacion& estado, const Configuracion& conf,
+                                   const Reloj& reloj, AccionesProveedores acciones, QWidget* padre)
+    : QWidget(padre), almacen_(almacen), estado_(estado), conf_(conf), reloj_(reloj), acciones_(std::move(acciones)) {
     setObjectName(QStringLiteral("PanelProveedores"));
     text13_ = CajaBusqueda(QStringLiteral("Text13"), QStringLiteral("<Por Nombre>"),
                            QStringLiteral("Muestra sólo los proveedores cuya razón social o contacto lo contiene"), 320,
@@ -63,6 +65,8 @@ QVBoxLayout* PanelProveedores::armaBotones() {
     columna->addWidget(BotonPosterior(QStringLiteral("Command39"), QStringLiteral("Cuenta y saldos"), this));
     columna->addWidget(BotonPosterior(QStringLiteral("Command43"), QStringLiteral("Ingresar pago"), this));
     columna->addWidget(BotonPosterior(QStringLiteral("Command44"), QStringLiteral("Compras..."), this));
+    columna->addSpacing(12);
+    columna->addWidget(boton("cmdNuevaCompra", QStringLiteral("Nueva compra..."), &PanelProveedores::nuevaCompra));
     columna->addStretch(1);
     return columna;
 }
@@ -107,6 +111,16 @@ void PanelProveedores::quitar() {
     const auto id = idActual();
     if (!id) return;
     if (Intenta(this, [&] { BorraProveedor(almacen_, *id); })) Intenta(this, [this] { grilla_->refresca(); });
+}
+
+void PanelProveedores::nuevaCompra() {
+    const auto fila = grilla_->filaActual();
+    const auto id = idActual();
+    if (!fila || !id) return;
+    panNueCompra compra(almacen_, estado_, conf_, reloj_, *id, fila->value(QStringLiteral("RazonSocial")).toString(),
+                        std::nullopt, this);
+    compra.fijaArticuloNuevo(acciones_.articuloNuevo);
+    if (compra.exec() == QDialog::Accepted && acciones_.compraRegistrada) acciones_.compraRegistrada();
 }
 
 } // namespace orv
