@@ -19,6 +19,7 @@
 #include "articles/ui/pan_foto.h"
 #include "articles/ui/pan_lis_pre.h"
 #include "articles/ui/panel_articulos.h"
+#include "suppliers/ui/pan_nue_compra.h"
 #include "suppliers/ui/pan_nue_prove.h"
 #include "cash/ui/pan_caja.h"
 #include "cash/ui/pan_corte_caja.h"
@@ -69,6 +70,7 @@
 #include <QTableWidget>
 #include <tuple>
 #include <QLineEdit>
+#include <QSqlQuery>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -390,6 +392,34 @@ int main(int argc, char** argv) {
                 estado.ClaveImpositiva, &w);
             proveedor.show();
             guarda(proveedor, QStringLiteral("nue_prove") + sufijo);
+            {
+                // Una compra a medio ingresar, con líneas leídas por código, y una de ejemplo reabierta.
+                const qint64 prove = almacen->valor(QStringLiteral("SELECT min(idProveedor) FROM Proveedores")).toLongLong();
+                const QString razon =
+                    almacen->valor(QStringLiteral("SELECT RazonSocial FROM Proveedores WHERE idProveedor = ?"), {prove}).toString();
+                orv::panNueCompra compra(*almacen, estado, conf, reloj, prove, razon, std::nullopt, &w);
+                QSqlQuery q = almacen->consulta(
+                    QStringLiteral("SELECT Codigo FROM Articulos WHERE IdProveedor = ? ORDER BY idArticulo LIMIT 6 OFFSET 12"), {prove});
+                int n = 0;
+                while (q.next()) {
+                    compra.findChild<QLineEdit*>(QStringLiteral("txtCodigo"))->setText(q.value(0).toString());
+                    compra.buscaPorCodigo();
+                    compra.findChild<QLineEdit*>(QStringLiteral("txtCant"))->setText(QString::number(12 * (1 + n++ % 3)));
+                    compra.agrega();
+                }
+                compra.findChild<QLineEdit*>(QStringLiteral("txPorImp"))->setText(QStringLiteral("21"));
+                compra.findChild<QLineEdit*>(QStringLiteral("txPtoVta"))->setText(QStringLiteral("0003"));
+                compra.findChild<QLineEdit*>(QStringLiteral("txNroComproba"))->setText(QStringLiteral("00018844"));
+                compra.resize(std::min(t.width() - 40, 1120), std::min(t.height() - 40, 760));
+                compra.show();
+                guarda(compra, QStringLiteral("nue_compra") + sufijo);
+                compra.reject();
+                orv::panNueCompra reabierta(*almacen, estado, conf, reloj, prove, razon,
+                                            almacen->valor(QStringLiteral("SELECT min(idCompra) FROM Compras")).toLongLong(), &w);
+                reabierta.resize(std::min(t.width() - 40, 1120), std::min(t.height() - 40, 760));
+                reabierta.show();
+                guarda(reabierta, QStringLiteral("nue_compra_reabierta") + sufijo);
+            }
             orv::PanIngrStock ingrStock(*almacen, conf, reloj, idArticulo, &w);
             ingrStock.show();
             guarda(ingrStock, QStringLiteral("ingr_stock") + sufijo);

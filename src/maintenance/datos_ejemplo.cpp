@@ -1,5 +1,6 @@
 #include "maintenance/datos_ejemplo.h"
 
+#include "maintenance/compras_ejemplo.h"
 #include "maintenance/ventas_ejemplo.h"
 
 #include "store/aviso.h"
@@ -575,6 +576,7 @@ void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
     cargaArticulos(a, azar, proveedores, reloj.hoy());
     cargaClientes(a, azar);
     cargaTiposDeComprobante(a);
+    CargaComprasEjemplo(a, reloj.hoy(), 1, 1);
     CargaVentasEjemplo(a, reloj.hoy());
     t.confirmar();
 }

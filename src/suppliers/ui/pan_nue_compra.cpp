@@ -20,6 +20,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTimer>
@@ -68,6 +69,7 @@ panNueCompra::panNueCompra(Almacen& almacen, const EstadoAplicacion& estado, con
     grilla_->setObjectName(QStringLiteral("DBGrid1"));
     grilla_->fijaClave(QStringLiteral("idTmpFacCompra"));
     grilla_->setMinimumHeight(150);
+    grilla_->permiteAgrupar(false);
     capa->addWidget(grilla_, 1);
 
     auto* pie = new QHBoxLayout;
@@ -85,7 +87,10 @@ panNueCompra::panNueCompra(Almacen& almacen, const EstadoAplicacion& estado, con
     else
         Intenta(this, [this] { VaciaBorradorCompra(almacen_, estado_.IdRed); });
     refrescaLineas();
-    TamanioDeLectura(this, 1180);
+    // Lo más ancho que la pantalla deja, para ver la descripción y los importes de cada línea.
+    const QRect libre = screen() ? screen()->availableGeometry() : QRect(0, 0, 1280, 800);
+    resize(qMin(1120, libre.width() - 40), qMin(760, libre.height() - 40));
+    CentrarVentana(this);
     txtCodigo_->setFocus();
 }
 
@@ -97,7 +102,10 @@ void panNueCompra::fijaArticuloNuevo(std::function<qint64()> f) {
 QLineEdit* panNueCompra::campo(const char* nombre, int ancho, bool aDerecha) {
     auto* e = new QLineEdit(this);
     e->setObjectName(QString::fromLatin1(nombre));
-    if (ancho > 0) e->setMaximumWidth(ancho);
+    if (ancho > 0) {
+        e->setMinimumWidth(ancho / 2);
+        e->setMaximumWidth(ancho);
+    }
     if (aDerecha) e->setAlignment(Qt::AlignRight);
     return e;
 }
@@ -129,6 +137,8 @@ QWidget* panNueCompra::armaEntrada() {
     command4_ = BotonPanel(QStringLiteral("Command4"), QStringLiteral("&Quitar"), this);
     command6_ = BotonPanel(QStringLiteral("Command6"), QStringLiteral("&Nuevo Artículo.."), this);
     command6_->setEnabled(false);
+    // Caben a 1024 puntos de ancho junto a los campos de la línea.
+    for (QPushButton* b : {command3_, command4_, command6_}) b->setMinimumWidth(100);
     lblAviso_ = new QLabel(this);
     lblAviso_->setObjectName(QStringLiteral("lblAviso"));
     lblAviso_->setStyleSheet(QStringLiteral("color: #b3261e; font-weight: bold;"));

@@ -192,7 +192,8 @@ void panNueCompra::refrescaLineas() {
         grilla_->fijaTitulo(QStringLiteral("Codigo"), QStringLiteral("Código"));
         grilla_->fijaTitulo(QStringLiteral("Descripcion"), QStringLiteral("Descripción"));
         for (const char* c : {"Unitario", "SubTotal"}) grilla_->fijaMascara(QString::fromLatin1(c), estado_.MascaraMoneda);
-        grilla_->fijaAnchoColumna(QStringLiteral("Descripcion"), 420);
+        grilla_->fijaAnchoColumna(QStringLiteral("Codigo"), 130);
+        grilla_->fijaAnchoColumna(QStringLiteral("Descripcion"), 360);
     });
     recalcula();
 }
