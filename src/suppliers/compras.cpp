@@ -76,9 +76,9 @@ void entraStock(Almacen& a, const DatosCompra& d, qint64 idCompra, const QString
     MueveStock(a, QStringLiteral("TmpFacCompra WHERE PCRed = ?"), d.idRed, true, true);
     a.ejecuta(QStringLiteral("UPDATE Articulos SET UltimaFechaCompra = ?, "
                              "PrecioCosto = CASE WHEN ? = 1 THEN c.Unitario ELSE Articulos.PrecioCosto END "
-                             "FROM (SELECT t.idArticulo, t.Unitario FROM TmpFacCompra t WHERE t.PCRed = ? AND t.idTmpFacCompra = "
-                             "(SELECT MAX(u.idTmpFacCompra) FROM TmpFacCompra u WHERE u.PCRed = t.PCRed AND u.idArticulo = t.idArticulo)) "
-                             "AS c WHERE Articulos.idArticulo = c.idArticulo"),
+                             "FROM (SELECT t.idArticulo, t.Unitario FROM TmpFacCompra t INNER JOIN (SELECT MAX(idTmpFacCompra) AS ultima "
+                             "FROM TmpFacCompra WHERE PCRed = ? GROUP BY idArticulo) AS u ON t.idTmpFacCompra = u.ultima) AS c "
+                             "WHERE Articulos.idArticulo = c.idArticulo"),
               {d.fecha, d.asignaCostos ? 1 : 0, d.idRed});
     a.ejecuta(QStringLiteral("INSERT INTO MovimientoStock (idArticulo, Fecha, idTipoMovimiento, idComprobante, Comprobante, "
                              "Ingreso, Egreso, Observaciones) SELECT t.idArticulo, ?, 1, ?, ?, COALESCE(t.Cantidad, 0), 0, ? "
