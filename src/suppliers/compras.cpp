@@ -216,4 +216,52 @@ std::optional<CompraGuardada> CargaCompra(Almacen& a, qint32 idRed, qint64 idCom
     return g;
 }
 
+ConsultaConParametros ComprasDeProveedor(qint64 idProveedor, const std::optional<FiltroCompras>& filtro) {
+    ConsultaConParametros c{QStringLiteral("SELECT idCompra, Fecha, TipComprobante, LetComprobante, SucComprobante, NroComprobante, "
+                                           "Neto, Iva1, Total, Cancelada, RegistraStock, RegistraCaja, Referencia FROM Compras "
+                                           "WHERE idProveedor = ?"),
+                            {idProveedor}};
+    if (filtro) {
+        c.sql += QStringLiteral(" AND (TipComprobante = ? OR ? = '<Todos>') AND Fecha >= ? AND Fecha <= ?");
+        c.parametros << CortaTexto(filtro->tipo, 10) << filtro->tipo << filtro->desde << filtro->hasta;
+    }
+    c.sql += QStringLiteral(" ORDER BY Fecha, idCompra");
+    return c;
+}
+
+void BorraCompra(Almacen& a, qint64 idCompra) {
+    Transaccion tr(a);
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT idProveedor, RegistraCaja, RegistraStock, idCta, Fecha, LetComprobante, "
+                                            "SucComprobante, NroComprobante FROM Compras WHERE idCompra = ?") +
+                                 (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                             {idCompra});
+    if (!q.next()) return;
+    const QVariant idProveedor = q.value(0), idCta = q.value(3), fecha = q.value(4);
+    const bool caja = siNo(q.value(1)), stock = siNo(q.value(2));
+    const QString numero = NumeroDocumentoCompra(q.value(5).toString(), q.value(6).toLongLong(), q.value(7).toLongLong());
+    q.finish();
+    // 1. Toda su cuenta, el pago en el acto incluido; los pagos aparte quedan.
+    a.ejecuta(QStringLiteral("DELETE FROM CtaProve WHERE idProveedor = ? AND idCompra = ?"), {idProveedor, idCompra});
+    // 2. Su salida de caja: por cuenta, fecha y número, y sólo la de una compra.
+    if (caja)
+        a.ejecuta(QStringLiteral("DELETE FROM Caja WHERE idCuenta = ? AND Fecha = ? AND idComprobante = ? "
+                                 "AND substr(Detalles, 1, 6) = 'Compra'"),
+                  {idCta, fecha, idCompra});
+    // 3. El stock que su diario dice que entró, y ese diario.
+    if (stock) {
+        const QString diario = QStringLiteral("MovimientoStock WHERE Comprobante = ? AND idTipoMovimiento = 1 AND Fecha = ? "
+                                              "AND idComprobante = ?");
+        const QVariantList clave = {CortaTexto(numero, 20), fecha, idCompra};
+        BloqueaArticulos(a, QStringLiteral("SELECT idArticulo FROM ") + diario, clave);
+        a.ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = COALESCE(StockActual, 0) - s.Ingreso FROM (SELECT idArticulo, "
+                                 "SUM(COALESCE(Ingreso, 0)) AS Ingreso FROM ") +
+                      diario + QStringLiteral(" GROUP BY idArticulo) AS s WHERE Articulos.idArticulo = s.idArticulo"),
+                  clave);
+        a.ejecuta(QStringLiteral("DELETE FROM ") + diario, clave);
+    }
+    // 4. La compra.
+    a.ejecuta(QStringLiteral("DELETE FROM Compras WHERE idCompra = ?"), {idCompra});
+    tr.confirmar();
+}
+
 } // namespace orv

@@ -72,4 +72,21 @@ struct CompraGuardada {
 };
 std::optional<CompraGuardada> CargaCompra(Almacen& a, qint32 idRed, qint64 idCompra);
 
+// ---- Registro de compras de un proveedor ----
+
+// Las compras del proveedor por fecha, de un tipo (o "<Todos>") entre dos fechas; sin filtro, todas.
+// El tipo se compara como se guarda, en sus primeros 10 caracteres.
+struct FiltroCompras {
+    QString tipo = QStringLiteral("<Todos>");
+    QDate desde;
+    QDate hasta;
+};
+ConsultaConParametros ComprasDeProveedor(qint64 idProveedor, const std::optional<FiltroCompras>& filtro);
+
+// "Borrar": deshace la compra por su cuenta, en una transacción: su cuenta entera (también el pago en
+// el acto), su salida de caja (por cuenta, fecha y número de compra) y, si movió stock, lo que su
+// diario dice que entró, borrando ese diario. Los renglones quedan y el costo no vuelve. No mira la
+// fecha cerrada. Si otra terminal ya la borró, no hace nada.
+void BorraCompra(Almacen& a, qint64 idCompra);
+
 } // namespace orv

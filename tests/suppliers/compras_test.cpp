@@ -1,11 +1,13 @@
 // Compras: las líneas del borrador y los totales del documento; cada fila que escribe una compra al
 // contado y una en cuenta corriente, con y sin costos; la corrección de una compra (lo que se
 // deshace y lo que queda); los rechazos y una falla a mitad de camino que dejan la compra anterior
-// entera; y dos terminales con su propio borrador. En los dos motores.
+// entera; dos terminales con su propio borrador; el borrado frente a la corrección; y la cuenta del
+// proveedor con sus pagos. En los dos motores.
 
 #include "apoyo/base_prueba.h"
 #include "apoyo/filas.h"
 #include "suppliers/compras.h"
+#include "suppliers/cuenta_proveedor.h"
 
 namespace orv {
 namespace {
@@ -281,6 +283,153 @@ TEST_P(Compras, DosTerminalesConSuPropioBorrador) {
     EXPECT_EQ(Filas(almacen(), QStringLiteral("SELECT Codigo, StockActual, PrecioCosto FROM Articulos ORDER BY idArticulo")),
               QStringList({"7790001|25|100", "7790002|2|40", "7790003|4|300"}));
     EXPECT_EQ(Filas(almacen(), QStringLiteral("SELECT PCRed FROM TmpFacCompra GROUP BY PCRed")), QStringList{"1"});
+}
+
+// El borrado y la corrección deshacen la compra de maneras distintas: el borrado vuelve el stock por
+// el diario y lo borra, deja los renglones y borra sólo la caja de una compra con su cuenta, fecha y
+// número; la corrección vuelve el stock por los renglones y deja el diario.
+TEST_P(Compras, BorradoFrenteACorreccion) {
+    struct Caso {
+        const char* nombre;
+        bool borra;
+        QStringList esperado; // renglones, stock y costo, diario, caja, cuenta
+    };
+    const QString y = QString::number(yerba_);
+    const Caso casos[] = {
+        {"borrado", true,
+         {"D|" + y + "|10|90|900", "A|7790001|10|90", "J|VENTA :FACT|10", "P|0|50"}},
+        {"corrección sin líneas nuevas", false,
+         {"A|7790001|10|90", "M|" + y + "|10", "J|VENTA :FACT|10", "P|0|50"}},
+    };
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.nombre);
+        for (const char* t : {"Compras", "DetCompras", "MovimientoStock", "Caja", "CtaProve", "TmpFacCompra"})
+            almacen().ejecuta(QStringLiteral("DELETE FROM ") + QString::fromLatin1(t));
+        almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = 10, PrecioCosto = 800 WHERE idArticulo = ?"), {yerba_});
+        linea(almacen(), 1, yerba_, "10", "100", "10");
+        DatosCompra d = contado("7");
+        d.asignaCostos = true;
+        const qint64 id = RegistraCompra(almacen(), d).idCompra;
+        // Un pago aparte y una venta con el mismo número, el mismo día y la misma cuenta.
+        almacen().ejecuta(QStringLiteral("INSERT INTO CtaProve (idProveedor, idCompra, Fecha, Haber) VALUES (?, 0, '2026-11-21', 50)"),
+                          {proveedor_});
+        almacen().ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso) "
+                                         "VALUES (?, ?, '2026-11-20', 'VENTA :FACT', 10)"),
+                          {cuenta_, id});
+        if (c.borra) {
+            BorraCompra(almacen(), id);
+            BorraCompra(almacen(), id); // otra terminal ya la borró: nada más cambia
+        } else {
+            // Corregida con otra fecha y sin stock: sale entera la anterior.
+            DatosCompra g = CargaCompra(almacen(), 1, id)->datos;
+            g.registraStock = g.registraCaja = false;
+            g.formaPago = QStringLiteral("CTA CTE");
+            g.idFormaPago = ctaCte_;
+            // Lo que escribe la compra nueva no interesa aquí.
+            const qint64 nueva = RegistraCompra(almacen(), g).idCompra;
+            for (const char* t : {"Compras", "DetCompras", "CtaProve"})
+                almacen().ejecuta(QStringLiteral("DELETE FROM %1 WHERE idCompra = ?").arg(QString::fromLatin1(t)), {nueva});
+        }
+        QStringList r;
+        for (const char* sql : {"SELECT 'D', idArticulo, Cantidad, PrecioUnitario, SubTotal FROM DetCompras",
+                                "SELECT 'A', Codigo, StockActual, PrecioCosto FROM Articulos WHERE Codigo = '7790001'",
+                                "SELECT 'M', idArticulo, Ingreso FROM MovimientoStock", "SELECT 'J', Detalles, Ingreso FROM Caja",
+                                "SELECT 'P', Debe, Haber FROM CtaProve", "SELECT 'C', idCompra FROM Compras"})
+            r << Filas(almacen(), QString::fromLatin1(sql));
+        EXPECT_EQ(r, c.esperado);
+    }
+}
+
+// La cuenta de un proveedor en dinero exacto: compras al contado (saldo 0) y en cuenta corriente,
+// pagos con y sin documentos elegidos y con y sin caja, el borrado de una compra y "Quitar".
+TEST_P(Compras, CuentaDelProveedorConPagosYBorrados) {
+    const auto saldo = [&] { return SaldoProveedor(almacen(), proveedor_).value_or(Dinero(-999999)).aTexto(); };
+    EXPECT_FALSE(SaldoProveedor(almacen(), proveedor_));
+    linea(almacen(), 1, yerba_, "10", "100");
+    RegistraCompra(almacen(), contado("1"));
+    EXPECT_EQ(saldo(), QStringLiteral("0.0000"));
+    DatosCompra cuenta = contado("2");
+    cuenta.idFormaPago = ctaCte_;
+    cuenta.formaPago = QStringLiteral("CTA CTE");
+    cuenta.pendiente = true;
+    const qint64 debe = RegistraCompra(almacen(), cuenta).idCompra;
+    cuenta.numero = QStringLiteral("3");
+    cuenta.descuento = QStringLiteral("0");
+    const qint64 otra = RegistraCompra(almacen(), cuenta).idCompra;
+    EXPECT_EQ(saldo(), QStringLiteral("2299.0000")); // 1089 + 1210
+    EXPECT_EQ(ComprasImpagas(almacen(), proveedor_, QStringLiteral("###,###,##0.00")),
+              (QList<CompraImpaga>{{debe, "A-0001-00000002 20/11/2026 1,089.00"}, {otra, "A-0001-00000003 20/11/2026 1,210.00"}}));
+
+    PagoProveedor pago{proveedor_, {debe, otra}, "1,000.50", "EFVO", cuenta_, QDate(2026, 11, 22), "Cheque 123",
+                       "transferencia", true, 7};
+    // Rechazos: nada se escribe y las compras siguen impagas.
+    struct Rechazo {
+        const char* importe;
+        bool sinCuenta, cerrado;
+        QString aviso;
+    };
+    const Rechazo rechazos[] = {{"mil", false, false, QStringLiteral("Error, el importe es incorrecto!")},
+                                {"100", true, false, QStringLiteral("Error, ingrese una cuenta correcta!")},
+                                {"100", false, true, QStringLiteral("Error, fecha cerrada para ingresar movimientos!")}};
+    almacen().ejecuta(QStringLiteral("INSERT INTO CorteCaja (Fecha) VALUES ('2026-11-25')"));
+    for (const Rechazo& x : rechazos) {
+        PagoProveedor p = pago;
+        p.importe = QString::fromLatin1(x.importe);
+        if (x.sinCuenta) p.idCuenta.reset();
+        if (x.cerrado) p.fecha = QDate(2026, 11, 25);
+        EXPECT_EQ(AvisoDe([&] { RegistraPagoProveedor(almacen(), p); }), x.aviso);
+    }
+    EXPECT_EQ(saldo(), QStringLiteral("2299.0000"));
+    // El pago cancela los dos documentos aunque no alcance para ambos.
+    const qint64 idPago = RegistraPagoProveedor(almacen(), pago);
+    EXPECT_EQ(saldo(), QStringLiteral("1298.5000"));
+    EXPECT_TRUE(ComprasImpagas(almacen(), proveedor_, QString()).isEmpty());
+    EXPECT_EQ(Filas(almacen(), QStringLiteral("SELECT idComprobante, Detalles, Egreso, FormaPago, idUsuario FROM Caja "
+                                              "WHERE Detalles LIKE 'PAGO%'")),
+              QStringList{QStringLiteral("%1|PAGO A PROVE. Distribuidora Norte//transferencia|1000.5|EFVO|7").arg(idPago)});
+    // Sin documentos y sin caja: baja la cuenta y la caja no.
+    pago.comprasCanceladas.clear();
+    pago.registraCaja = false;
+    pago.importe = QStringLiteral("298.5");
+    RegistraPagoProveedor(almacen(), pago);
+    EXPECT_EQ(saldo(), QStringLiteral("1000.0000"));
+    EXPECT_EQ(CuentaRegistros(almacen(), QStringLiteral("SELECT 1 FROM Caja WHERE Detalles LIKE 'PAGO%'")), 1);
+    // Una compra cancelada se borra igual (aun con la fecha cerrada); los pagos aparte quedan.
+    almacen().ejecuta(QStringLiteral("INSERT INTO CorteCaja (Fecha) VALUES ('2026-11-20')"));
+    BorraCompra(almacen(), otra);
+    EXPECT_EQ(saldo(), QStringLiteral("-210.0000"));
+    // "Quitar" el primer pago sube el saldo y deja las compras canceladas.
+    QuitaMovimientoProveedor(almacen(), idPago);
+    EXPECT_EQ(saldo(), QStringLiteral("790.5000"));
+    EXPECT_TRUE(ComprasImpagas(almacen(), proveedor_, QString()).isEmpty());
+    EXPECT_EQ(CompraDeMovimiento(almacen(), almacen().valor(QStringLiteral("SELECT MIN(idMovCta) FROM CtaProve")).toLongLong()),
+              std::optional<qint64>(almacen().valor(QStringLiteral("SELECT MIN(idCompra) FROM Compras")).toLongLong()));
+    EXPECT_FALSE(CompraDeMovimiento(almacen(), almacen().valor(QStringLiteral("SELECT MAX(idMovCta) FROM CtaProve")).toLongLong()));
+}
+
+// El registro de compras del proveedor: sin filtro todas; por tipo (también "ORDEN DE COMPRA", que se
+// guarda cortado) y fechas; con las fechas al revés, ninguna.
+TEST_P(Compras, RegistroFiltradoPorTipoYFechas) {
+    const char* tipos[] = {"FACTURA", "ORDEN DE COMPRA", "REMITO"};
+    int n = 0;
+    for (const char* tipo : tipos) {
+        linea(almacen(), 1, yerba_, "1", "100");
+        DatosCompra d = contado(QByteArray::number(++n).constData());
+        d.tipo = QString::fromLatin1(tipo);
+        d.fecha = QDate(2026, 11, 10 * n);
+        RegistraCompra(almacen(), d);
+    }
+    const auto lista = [&](std::optional<FiltroCompras> f) {
+        const ConsultaConParametros c = ComprasDeProveedor(proveedor_, f);
+        return Filas(almacen(), QStringLiteral("SELECT NroComprobante FROM (") + c.sql + QStringLiteral(") AS q"), c.parametros)
+            .join(u',');
+    };
+    EXPECT_EQ(lista(std::nullopt), QStringLiteral("1,2,3"));
+    const QDate d1(2026, 11, 1), d2(2026, 11, 30);
+    EXPECT_EQ(lista(FiltroCompras{QStringLiteral("<Todos>"), d1, d2}), QStringLiteral("1,2,3"));
+    EXPECT_EQ(lista(FiltroCompras{QStringLiteral("ORDEN DE COMPRA"), d1, d2}), QStringLiteral("2"));
+    EXPECT_EQ(lista(FiltroCompras{QStringLiteral("<Todos>"), QDate(2026, 11, 15), d2}), QStringLiteral("2,3"));
+    EXPECT_EQ(lista(FiltroCompras{QStringLiteral("<Todos>"), d2, d1}), QString());
 }
 
 ORV_AMBOS_MOTORES(Compras);
