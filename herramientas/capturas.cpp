@@ -19,6 +19,9 @@
 #include "articles/ui/pan_foto.h"
 #include "articles/ui/pan_lis_pre.h"
 #include "articles/ui/panel_articulos.h"
+#include "suppliers/ui/pan_compras.h"
+#include "suppliers/ui/pan_cta_prove.h"
+#include "suppliers/ui/pan_ingr_pago_prove.h"
 #include "suppliers/ui/pan_nue_compra.h"
 #include "suppliers/ui/pan_nue_prove.h"
 #include "cash/ui/pan_caja.h"
@@ -70,6 +73,7 @@
 #include <QTableWidget>
 #include <tuple>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QSqlQuery>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -419,6 +423,25 @@ int main(int argc, char** argv) {
                 reabierta.resize(std::min(t.width() - 40, 1120), std::min(t.height() - 40, 760));
                 reabierta.show();
                 guarda(reabierta, QStringLiteral("nue_compra_reabierta") + sufijo);
+                // El registro de compras del proveedor, su cuenta con un pago y el pago eligiendo documentos.
+                const orv::ContextoCompras contexto{*almacen, estado, conf, reloj, *w.salidaInformes(), {}, {}};
+                orv::panCompras registro(contexto, prove, &w);
+                registro.resize(std::min(t.width() - 40, 1000), std::min(t.height() - 60, 580));
+                registro.show();
+                guarda(registro, QStringLiteral("compras") + sufijo);
+                orv::panCtaProve cuenta(contexto, prove, &w);
+                cuenta.resize(std::min(t.width() - 40, 920), std::min(t.height() - 60, 560));
+                cuenta.show();
+                guarda(cuenta, QStringLiteral("cta_prove") + sufijo);
+                // El pago, a un proveedor que tiene su remito impago.
+                orv::panIngrPagoProve pago(
+                    contexto, almacen->valor(QStringLiteral("SELECT MIN(idProveedor) FROM Compras WHERE Cancelada = 0")).toLongLong(),
+                    &w);
+                if (auto* lista = pago.findChild<QListWidget*>(QStringLiteral("List1")); lista && lista->count() > 0)
+                    lista->item(0)->setSelected(true);
+                pago.findChild<QLineEdit*>(QStringLiteral("txTot"))->setText(QStringLiteral("15,000.00"));
+                pago.show();
+                guarda(pago, QStringLiteral("ingr_pago_prove") + sufijo);
             }
             orv::PanIngrStock ingrStock(*almacen, conf, reloj, idArticulo, &w);
             ingrStock.show();

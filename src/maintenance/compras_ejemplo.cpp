@@ -2,6 +2,7 @@
 
 #include "store/aviso.h"
 #include "suppliers/compras.h"
+#include "suppliers/cuenta_proveedor.h"
 
 #include <QSqlQuery>
 
@@ -67,6 +68,22 @@ void CargaComprasEjemplo(Almacen& a, const QDate& hoy, qint32 idRed, qint32 idUs
         }
     }
     VaciaBorradorCompra(a, idRed);
+    // El primer proveedor ya cobró una parte de su remito, en efectivo.
+    if (!proveedores.isEmpty()) {
+        PagoProveedor p;
+        p.idProveedor = proveedores.first().first;
+        p.comprasCanceladas << a.valor(QStringLiteral("SELECT MAX(idCompra) FROM Compras WHERE idProveedor = ?"), {p.idProveedor})
+                                   .toLongLong();
+        p.importe = QStringLiteral("20000");
+        p.formaPago = QStringLiteral("EFVO");
+        p.idCuenta = cuenta;
+        p.fecha = hoy.addDays(-3);
+        p.referencia = QStringLiteral("Recibo 0001-00004410");
+        p.detalle = QStringLiteral("Pago a cuenta del remito");
+        p.registraCaja = true;
+        p.idUsuario = idUsuario;
+        RegistraPagoProveedor(a, p);
+    }
     t.confirmar();
 }
 

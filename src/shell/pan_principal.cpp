@@ -217,9 +217,9 @@ void PanPrincipal::armaPaneles(QWidget* centro) {
     venta_->fijaSalida(salida_);
     venta_->fijaReloj(&reloj_);
     connect(venta_, &PanelVenta::comprobanteRegistrado, this, &PanPrincipal::refrescaCaja);
-    // Una compra puede dar de alta un artículo desde su ficha y cambia el stock, la caja y los costos.
-    proveedores_ = new PanelProveedores(almacen_, estado_, conf_, reloj_,
-                                        {[this] { return articulos_->articuloNuevo(); },
+    // Una compra puede dar de alta un artículo desde su ficha; compras, pagos y borrados cambian el
+    // stock, la caja y los costos.
+    proveedores_ = new PanelProveedores({almacen_, estado_, conf_, reloj_, *salida_, [this] { return articulos_->articuloNuevo(); },
                                          [this] {
                                              articulos_->refresca();
                                              refrescaCaja();

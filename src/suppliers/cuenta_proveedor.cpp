@@ -61,9 +61,9 @@ QList<CompraImpaga> ComprasImpagas(const Almacen& a, qint64 idProveedor, const Q
 qint64 RegistraPagoProveedor(Almacen& a, const PagoProveedor& p) {
     // 1. La fecha abierta, la cuenta y el importe, antes de escribir nada.
     ExigeFechaAbierta(a, p.fecha);
-    if (!p.idCuenta) throw Aviso(QStringLiteral("Error, ingrese una cuenta correcta!"));
+    if (!p.idCuenta) throw Aviso(kCuentaIncorrecta);
     const std::optional<Dinero> importe = LeeImporte(p.importe.trimmed());
-    if (!importe) throw Aviso(QStringLiteral("Error, el importe es incorrecto!"));
+    if (!importe) throw Aviso(kImporteIncorrecto);
     ExigeImporteEnRango(*importe);
     ExigeTexto(p.referencia, 100, QStringLiteral("Referencia"));
     ExigeTexto(p.detalle, 255, QStringLiteral("Observaciones"));

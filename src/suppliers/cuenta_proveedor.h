@@ -48,6 +48,8 @@ struct PagoProveedor {
 };
 
 inline const QString kPagoAsentado = QStringLiteral("Pago asentado correctamente !");
+inline const QString kCuentaIncorrecta = QStringLiteral("Error, ingrese una cuenta correcta!");
+inline const QString kImporteIncorrecto = QStringLiteral("Error, el importe es incorrecto!");
 
 // Un pago: con la fecha cerrada, sin cuenta o con un importe que no se lee, el aviso de cada caso y
 // nada escrito. Si no, en una transacción: las compras elegidas quedan canceladas, la línea de

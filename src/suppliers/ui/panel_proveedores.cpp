@@ -1,7 +1,9 @@
 #include "suppliers/ui/panel_proveedores.h"
 
 #include "suppliers/proveedores.h"
-#include "suppliers/ui/pan_nue_compra.h"
+#include "suppliers/ui/pan_compras.h"
+#include "suppliers/ui/pan_cta_prove.h"
+#include "suppliers/ui/pan_ingr_pago_prove.h"
 #include "suppliers/ui/pan_nue_prove.h"
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
@@ -16,9 +18,8 @@
 
 namespace orv {
 
-PanelProveedores::PanelProveedores(Almacen& almacen, const EstadoAplicacion& estado, const Configuracion& conf,
-                                   const Reloj& reloj, AccionesProveedores acciones, QWidget* padre)
-    : QWidget(padre), almacen_(almacen), estado_(estado), conf_(conf), reloj_(reloj), acciones_(std::move(acciones)) {
+PanelProveedores::PanelProveedores(const ContextoCompras& c, QWidget* padre)
+    : QWidget(padre), c_(c), almacen_(c.almacen), estado_(c.estado) {
     setObjectName(QStringLiteral("PanelProveedores"));
     text13_ = CajaBusqueda(QStringLiteral("Text13"), QStringLiteral("<Por Nombre>"),
                            QStringLiteral("Muestra sólo los proveedores cuya razón social o contacto lo contiene"), 320,
@@ -61,10 +62,9 @@ QVBoxLayout* PanelProveedores::armaBotones() {
     columna->addWidget(command42_);
     columna->addWidget(boton("Command41", QStringLiteral("Quitar"), &PanelProveedores::quitar));
     columna->addSpacing(12);
-    // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
-    columna->addWidget(BotonPosterior(QStringLiteral("Command39"), QStringLiteral("Cuenta y saldos"), this));
-    columna->addWidget(BotonPosterior(QStringLiteral("Command43"), QStringLiteral("Ingresar pago"), this));
-    columna->addWidget(BotonPosterior(QStringLiteral("Command44"), QStringLiteral("Compras..."), this));
+    columna->addWidget(boton("Command39", QStringLiteral("Cuenta y saldos"), &PanelProveedores::cuenta));
+    columna->addWidget(boton("Command43", QStringLiteral("Ingresar pago"), &PanelProveedores::pago));
+    columna->addWidget(boton("Command44", QStringLiteral("Compras..."), &PanelProveedores::compras));
     columna->addSpacing(12);
     columna->addWidget(boton("cmdNuevaCompra", QStringLiteral("Nueva compra..."), &PanelProveedores::nuevaCompra));
     columna->addStretch(1);
@@ -113,14 +113,31 @@ void PanelProveedores::quitar() {
     if (Intenta(this, [&] { BorraProveedor(almacen_, *id); })) Intenta(this, [this] { grilla_->refresca(); });
 }
 
+void PanelProveedores::cuenta() {
+    if (const auto id = idActual()) {
+        panCtaProve cuenta(c_, *id, this);
+        cuenta.exec();
+    }
+}
+
+void PanelProveedores::pago() {
+    if (const auto id = idActual()) {
+        panIngrPagoProve pago(c_, *id, this);
+        pago.exec();
+    }
+}
+
+void PanelProveedores::compras() {
+    if (const auto id = idActual()) {
+        panCompras compras(c_, *id, this);
+        compras.exec();
+    }
+}
+
 void PanelProveedores::nuevaCompra() {
     const auto fila = grilla_->filaActual();
     const auto id = idActual();
-    if (!fila || !id) return;
-    panNueCompra compra(almacen_, estado_, conf_, reloj_, *id, fila->value(QStringLiteral("RazonSocial")).toString(),
-                        std::nullopt, this);
-    compra.fijaArticuloNuevo(acciones_.articuloNuevo);
-    if (compra.exec() == QDialog::Accepted && acciones_.compraRegistrada) acciones_.compraRegistrada();
+    if (fila && id) AbreIngresoCompra(c_, *id, fila->value(QStringLiteral("RazonSocial")).toString(), std::nullopt, this);
 }
 
 } // namespace orv

@@ -1,16 +1,11 @@
 #pragma once
 // Panel "Proveedores" de la ventana principal: la lista por razón social con su búsqueda por nombre,
-// la ficha (nuevo, editar, doble clic), el borrado y el ingreso de una compra del proveedor. Cuenta,
-// pagos y el registro de compras tienen su botón, apagado hasta que sus pantallas formen parte del
-// programa.
+// la ficha (nuevo, editar, doble clic), el borrado, y las puertas a la cuenta, los pagos, el registro
+// de compras y el ingreso de una compra del proveedor de la fila actual.
 
-#include "app/configuracion.h"
-#include "app/estado.h"
-#include "store/almacen.h"
-#include "store/reloj.h"
+#include "suppliers/ui/contexto_compras.h"
 
 #include <QWidget>
-#include <functional>
 #include <optional>
 
 class QLineEdit;
@@ -21,18 +16,10 @@ namespace orv {
 
 class Grilla;
 
-struct AccionesProveedores {
-    // Abre la ficha de un artículo nuevo; su id, o 0 si no se grabó ("Nuevo Artículo.." de la compra).
-    std::function<qint64()> articuloNuevo;
-    // Una compra registrada: cambió el stock, la caja o los costos.
-    std::function<void()> compraRegistrada;
-};
-
 class PanelProveedores : public QWidget {
     Q_OBJECT
 public:
-    PanelProveedores(Almacen& almacen, const EstadoAplicacion& estado, const Configuracion& conf, const Reloj& reloj,
-                     AccionesProveedores acciones, QWidget* padre = nullptr);
+    PanelProveedores(const ContextoCompras& c, QWidget* padre = nullptr);
 
     Grilla* grilla() const { return grilla_; }
 
@@ -41,6 +28,9 @@ public:
     void nuevo();  // Command40
     void editar(); // Command42 y doble clic
     void quitar(); // Command41
+    void cuenta();  // Command39
+    void pago();    // Command43
+    void compras(); // Command44
     // "Nueva compra...": el ingreso de una compra del proveedor de la fila actual.
     void nuevaCompra();
 
@@ -52,11 +42,9 @@ private:
     std::optional<qint64> idActual() const;
     bool abreFicha(std::optional<qint64> id);
 
+    ContextoCompras c_;
     Almacen& almacen_;
     const EstadoAplicacion& estado_;
-    const Configuracion& conf_;
-    const Reloj& reloj_;
-    AccionesProveedores acciones_;
     Grilla* grilla_ = nullptr;
     QLineEdit* text13_ = nullptr;
     QPushButton* command42_ = nullptr;
