@@ -9,6 +9,7 @@
 #include "articles/ui/pan_ingr_stock.h"
 #include "articles/ui/pan_lis_pre.h"
 #include "articles/ui/pan_rubros.h"
+#include "production/ui/pan_produccion.h"
 #include "reports/ui/lanzadores.h"
 #include "suppliers/ui/pan_nue_prove.h"
 #include "widgets/grilla.h"
@@ -136,9 +137,9 @@ QVBoxLayout* PanelArticulos::armaBotones() {
     columna->addSpacing(12);
     columna->addWidget(boton("Command6", QStringLiteral("Rubros"), &PanelArticulos::rubros));
     columna->addWidget(boton("Command45", QStringLiteral("Lista de precios"), &PanelArticulos::listaPrecios));
-    // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
+    // Su pantalla todavía no forma parte del programa: se ve, apagado, y lo dice.
     columna->addWidget(BotonPosterior(QStringLiteral("Command37"), QStringLiteral("Cambio Precios"), this));
-    columna->addWidget(BotonPosterior(QStringLiteral("Command35"), QStringLiteral("Producción"), this));
+    columna->addWidget(boton("Command35", QStringLiteral("Producción"), &PanelArticulos::produccion));
     columna->addStretch(1);
     return columna;
 }
@@ -262,6 +263,12 @@ void PanelArticulos::ajustarInventario() {
     panCambStock cambios(almacen_, this);
     cambios.exec();
     refresca();
+}
+
+void PanelArticulos::produccion() {
+    PanProduccion produccion(almacen_, estado_, reloj_, salida_, this);
+    produccion.exec();
+    refresca(); // las corridas cambian existencias
 }
 
 void PanelArticulos::listaPrecios() {
