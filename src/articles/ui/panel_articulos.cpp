@@ -8,6 +8,7 @@
 #include "articles/ui/pan_foto.h"
 #include "articles/ui/pan_ingr_stock.h"
 #include "articles/ui/pan_lis_pre.h"
+#include "articles/ui/pan_gen_matriz.h"
 #include "articles/ui/pan_rubros.h"
 #include "production/ui/pan_produccion.h"
 #include "reports/ui/lanzadores.h"
@@ -217,6 +218,12 @@ bool PanelArticulos::abreFicha(qint64 id) {
     ficha.fijaNuevoProveedor([this, &ficha] {
         panNueProve proveedor(almacen_, std::nullopt, estado_.ClaveImpositiva, &ficha);
         proveedor.exec();
+    });
+    ficha.fijaGeneraMatriz([this, &ficha](const QString& codigo, const QString& descripcion, const QString& existencia,
+                                          const QList<VarianteMatriz>& filas) -> std::optional<QList<VarianteMatriz>> {
+        panGenMatriz generador(almacen_, conf_, codigo, descripcion, existencia, filas, &ficha);
+        if (!generador.listo() || generador.exec() != QDialog::Accepted) return std::nullopt;
+        return generador.filas();
     });
     return ficha.exec() == QDialog::Accepted;
 }
