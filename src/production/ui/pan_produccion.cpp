@@ -132,6 +132,7 @@ QLayout* PanProduccion::armaCamposCorrida(QWidget* solapa) {
     txTot_->clear();
     dt1_ = CampoFecha(QStringLiteral("dt1"), solapa);
     dt1_->setDate(reloj_.hoy());
+    dt1_->setMaximumWidth(160);
     campos->addRow(QStringLiteral("Artículo a producir :"), cbArt_);
     campos->addRow(QStringLiteral("Cantidad a producir :"), txCantAProd_);
     campos->addRow(QStringLiteral("Costos de Mano de Obra :"), txManoObra_);
