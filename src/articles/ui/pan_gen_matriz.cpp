@@ -1,6 +1,7 @@
 #include "articles/ui/pan_gen_matriz.h"
 
 #include "widgets/mensajes.h"
+#include "widgets/paneles.h"
 #include "widgets/ventanas.h"
 
 #include <QAbstractItemDelegate>
@@ -25,13 +26,6 @@ const QString kSeparador = QStringLiteral("CaracterSeparador");
 const QString kSinTitulo = QStringLiteral("AgregarTituloCaracteristica");
 const QString kEnDescripcion = QStringLiteral("AgregarCaracteristicaEnDescripcion");
 enum Columna { kCodigo = 0, kDescripcion, kCaracteristicas, kStock };
-
-QPushButton* boton(const char* nombre, const QString& texto, QWidget* padre) {
-    auto* b = new QPushButton(texto, padre);
-    b->setObjectName(QString::fromLatin1(nombre));
-    b->setAutoDefault(false);
-    return b;
-}
 
 } // namespace
 
@@ -156,19 +150,14 @@ QWidget* panGenMatriz::armaResultado() {
 
 QLayout* panGenMatriz::armaBotones() {
     auto* fila = new QHBoxLayout;
-    command3_ = boton("Command3", QStringLiteral("Ingresar"), this);
+    command3_ = BotonEnFila(fila, "Command3", QStringLiteral("Ingresar"), this, 0);
     command3_->setEnabled(false);
-    QPushButton* todas = boton("cmdTodas", QStringLiteral("Todas las combinaciones"), this);
+    QPushButton* todas = BotonEnFila(fila, "cmdTodas", QStringLiteral("Todas las combinaciones"), this, 0);
     todas->setToolTip(QStringLiteral("Una fila por cada combinación de los valores elegidos en las listas"));
-    QPushButton* quita = boton("Command4", QStringLiteral("Quitar"), this);
-    QPushButton* acepta = boton("Command1", QStringLiteral("&Aceptar"), this);
-    QPushButton* cancela = boton("Command2", QStringLiteral("&Cancelar"), this);
-    fila->addWidget(command3_);
-    fila->addWidget(todas);
-    fila->addWidget(quita);
+    QPushButton* quita = BotonEnFila(fila, "Command4", QStringLiteral("Quitar"), this, 0);
     fila->addStretch(1);
-    fila->addWidget(acepta);
-    fila->addWidget(cancela);
+    QPushButton* acepta = BotonEnFila(fila, "Command1", QStringLiteral("&Aceptar"), this, 0);
+    QPushButton* cancela = BotonEnFila(fila, "Command2", QStringLiteral("&Cancelar"), this, 0);
     connect(command3_, &QPushButton::clicked, this, &panGenMatriz::ingresar);
     connect(todas, &QPushButton::clicked, this, &panGenMatriz::todas);
     connect(quita, &QPushButton::clicked, this, &panGenMatriz::quitar);

@@ -2,6 +2,7 @@
 
 #include "articles/matriz.h"
 #include "widgets/mensajes.h"
+#include "widgets/paneles.h"
 #include "widgets/ventanas.h"
 
 #include <QGridLayout>
@@ -14,17 +15,6 @@
 #include <QVBoxLayout>
 
 namespace orv {
-
-namespace {
-
-QPushButton* boton(const char* nombre, const QString& texto, QWidget* padre) {
-    auto* b = new QPushButton(texto, padre);
-    b->setObjectName(QString::fromLatin1(nombre));
-    b->setAutoDefault(false);
-    return b;
-}
-
-} // namespace
 
 panNueCaracMatriz::panNueCaracMatriz(Almacen& almacen, QWidget* padre) : QDialog(padre), almacen_(almacen) {
     setObjectName(QStringLiteral("panNueCaracMatriz"));
@@ -73,12 +63,10 @@ panMatrices::panMatrices(Almacen& almacen, QWidget* padre) : QDialog(padre), alm
     auto* izquierda = new QVBoxLayout;
     list1_ = new QListWidget(this);
     list1_->setObjectName(QStringLiteral("List1"));
-    QPushButton* nueva = boton("Command1", QStringLiteral("&Nueva característica..."), this);
-    QPushButton* elimina = boton("Command2", QStringLiteral("&Eliminar"), this);
     izquierda->addWidget(new QLabel(QStringLiteral("Características :"), this));
     izquierda->addWidget(list1_, 1);
-    izquierda->addWidget(nueva);
-    izquierda->addWidget(elimina);
+    QPushButton* nueva = BotonEnFila(izquierda, "Command1", QStringLiteral("&Nueva característica..."), this, 0);
+    QPushButton* elimina = BotonEnFila(izquierda, "Command2", QStringLiteral("&Eliminar"), this, 0);
     cuerpo->addLayout(izquierda, 1);
     auto* solapas = new QTabWidget(this);
     solapas->addTab(armaElementos(), QStringLiteral("Elementos"));
@@ -86,8 +74,7 @@ panMatrices::panMatrices(Almacen& almacen, QWidget* padre) : QDialog(padre), alm
     capa->addLayout(cuerpo, 1);
     auto* pie = new QHBoxLayout;
     pie->addStretch(1);
-    QPushButton* cerrar = boton("cmdCerrar", QStringLiteral("&Cerrar"), this);
-    pie->addWidget(cerrar);
+    QPushButton* cerrar = BotonEnFila(pie, "cmdCerrar", QStringLiteral("&Cerrar"), this);
     capa->addLayout(pie);
 
     connect(nueva, &QPushButton::clicked, this, &panMatrices::nueva);
@@ -109,12 +96,10 @@ QWidget* panMatrices::armaElementos() {
     text1_ = new QLineEdit(w);
     text1_->setObjectName(QStringLiteral("Text1"));
     text1_->setMaxLength(kLargoMatriz);
-    command3_ = boton("Command3", QStringLiteral("Agregar"), w);
-    QPushButton* quita = boton("Command4", QStringLiteral("Quitar"), w);
     auto* fila = new QHBoxLayout;
     fila->addWidget(text1_, 1);
-    fila->addWidget(command3_);
-    fila->addWidget(quita);
+    command3_ = BotonEnFila(fila, "Command3", QStringLiteral("Agregar"), w, 0);
+    QPushButton* quita = BotonEnFila(fila, "Command4", QStringLiteral("Quitar"), w, 0);
     capa->addWidget(label3_);
     capa->addWidget(list2_, 1);
     capa->addLayout(fila);

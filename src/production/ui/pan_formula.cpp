@@ -1,6 +1,7 @@
 #include "production/ui/pan_formula.h"
 
 #include "store/formato.h"
+#include "widgets/paneles.h"
 #include "widgets/listas.h"
 #include "widgets/mensajes.h"
 #include "widgets/ventanas.h"
@@ -20,13 +21,6 @@
 namespace orv {
 
 namespace {
-
-QPushButton* boton(const char* nombre, const QString& texto, QWidget* padre) {
-    auto* b = new QPushButton(texto, padre);
-    b->setObjectName(QString::fromLatin1(nombre));
-    b->setAutoDefault(false);
-    return b;
-}
 
 QString cantidadTexto(double c) { return QString::number(c, 'g', 15); }
 
@@ -88,14 +82,16 @@ QLayout* panFormula::armaEleccion() {
     text1_->setObjectName(QStringLiteral("Text1"));
     text1_->setAlignment(Qt::AlignRight);
     text1_->setMaximumWidth(90);
-    QPushButton* agrega = boton("Command1", QStringLiteral("Agregar M.Prima :"), this);
     g->addWidget(new QLabel(QStringLiteral("Artículo a producir ? :"), this), 0, 0);
     g->addWidget(cboArticulos_, 0, 1, 1, 3);
     g->addWidget(new QLabel(QStringLiteral("Materia Prima ?"), this), 1, 0);
     g->addWidget(cboMat_, 1, 1);
     g->addWidget(new QLabel(QStringLiteral("Cant. ?"), this), 1, 2);
     g->addWidget(text1_, 1, 3);
-    g->addWidget(agrega, 2, 3);
+    auto* filaAgrega = new QHBoxLayout;
+    filaAgrega->addStretch(1);
+    QPushButton* agrega = BotonEnFila(filaAgrega, "Command1", QStringLiteral("Agregar M.Prima :"), this, 0);
+    g->addLayout(filaAgrega, 2, 0, 1, 4);
     g->setColumnStretch(1, 1);
     connect(agrega, &QPushButton::clicked, this, &panFormula::agregaMateria);
     connect(text1_, &QLineEdit::returnPressed, this, &panFormula::agregaMateria);
@@ -104,21 +100,18 @@ QLayout* panFormula::armaEleccion() {
 
 QLayout* panFormula::armaBotones() {
     auto* fila = new QHBoxLayout;
-    QPushButton* quita = boton("Command2", QStringLiteral("Quitar M.Prima"), this);
+    QPushButton* quita = BotonEnFila(fila, "Command2", QStringLiteral("Quitar M.Prima"), this, 0);
     text2_ = new QLineEdit(this);
     text2_->setObjectName(QStringLiteral("Text2"));
     text2_->setReadOnly(true);
     text2_->setAlignment(Qt::AlignRight);
     text2_->setMaximumWidth(140);
-    QPushButton* acepta = boton("Command4", QStringLiteral("&Aceptar"), this);
-    QPushButton* cancela = boton("Command3", QStringLiteral("&Cancelar"), this);
-    fila->addWidget(quita);
     fila->addStretch(1);
     fila->addWidget(new QLabel(QStringLiteral("Costo Total :"), this));
     fila->addWidget(text2_);
     fila->addSpacing(20);
-    fila->addWidget(acepta);
-    fila->addWidget(cancela);
+    QPushButton* acepta = BotonEnFila(fila, "Command4", QStringLiteral("&Aceptar"), this, 0);
+    QPushButton* cancela = BotonEnFila(fila, "Command3", QStringLiteral("&Cancelar"), this, 0);
     connect(quita, &QPushButton::clicked, this, &panFormula::quitaMateria);
     connect(acepta, &QPushButton::clicked, this, &panFormula::acepta);
     connect(cancela, &QPushButton::clicked, this, &QDialog::reject);
