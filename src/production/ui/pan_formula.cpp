@@ -1,5 +1,6 @@
 #include "production/ui/pan_formula.h"
 
+#include "articles/movimientos_stock.h"
 #include "store/formato.h"
 #include "widgets/paneles.h"
 #include "widgets/listas.h"
@@ -56,6 +57,14 @@ panFormula::panFormula(Almacen& almacen, const EstadoAplicacion& estado, std::op
             for (const LineaFormula& l : LeeFormula(almacen_, *editado_)) agregaFila(l);
         });
         SelComboId(cboArticulos_, *editado_);
+        // Un artículo marcado como materia prima después de cargar su fórmula la sigue teniendo.
+        if (cboArticulos_->currentIndex() < 0)
+            Intenta(this, [this] {
+                if (const auto d = DescripcionArticulo(almacen_, *editado_)) {
+                    cboArticulos_->addItem(*d, *editado_);
+                    cboArticulos_->setCurrentIndex(cboArticulos_->count() - 1);
+                }
+            });
     }
     totaliza();
     resize(720, 480);

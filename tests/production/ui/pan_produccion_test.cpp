@@ -60,6 +60,14 @@ TEST_F(PantallasProduccion, FormulaTotalAlertasYCorrida) {
     EXPECT_EQ(prueba::Filas(a(), "SELECT idArticuloFinal, idArticuloMP, Cantidad, CostoTotal FROM FormulaProduccion ORDER BY idItemFormula"),
               (QStringList{"1|2|2|6", "1|3|0.5|1.25"}));
 
+    {
+        // Marcado después como materia prima, el artículo sigue con su fórmula para editarla.
+        a().ejecuta("UPDATE Articulos SET esMateriaPrima = 1 WHERE idArticulo = 1");
+        panFormula f(a(), estado_, 1);
+        EXPECT_EQ(Textos(f, {"cboArticulos", "Text2"}), (QStringList{"Sandwich", "7.25"}));
+        a().ejecuta("UPDATE Articulos SET esMateriaPrima = 0 WHERE idArticulo = 1");
+    }
+
     SalidaInformes salida(a(), *conf_, estado_, reloj_, nullptr);
     PanProduccion p(a(), estado_, reloj_, salida);
     EXPECT_EQ(p.formulas()->modelo().rowCount(), 1);
