@@ -19,6 +19,10 @@
 #include "articles/ui/pan_foto.h"
 #include "articles/ui/pan_lis_pre.h"
 #include "articles/ui/panel_articulos.h"
+#include "articles/ui/pan_gen_matriz.h"
+#include "articles/ui/pan_matrices.h"
+#include "production/ui/pan_formula.h"
+#include "production/ui/pan_produccion.h"
 #include "suppliers/ui/pan_compras.h"
 #include "suppliers/ui/pan_cta_prove.h"
 #include "suppliers/ui/pan_ingr_pago_prove.h"
@@ -70,6 +74,8 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPrinter>
+#include <QListWidget>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <tuple>
 #include <QLineEdit>
@@ -452,6 +458,48 @@ int main(int argc, char** argv) {
             orv::panCambStock cambStock(*almacen, &w);
             cambStock.show();
             guarda(cambStock, QStringLiteral("camb_stock") + sufijo);
+        }
+        if (t.width() >= 1024) {
+            // Producción: las fórmulas, una corrida por registrar con sus alertas, los registros y el
+            // editor de una fórmula.
+            orv::PanProduccion produccion(*almacen, estado, reloj, *w.salidaInformes(), &w);
+            produccion.show();
+            guarda(produccion, QStringLiteral("produccion_formulas") + sufijo);
+            produccion.solapas()->setCurrentIndex(1);
+            auto* cbArt = produccion.findChild<QComboBox*>(QStringLiteral("cbArt"));
+            cbArt->setCurrentIndex(cbArt->count() - 1);
+            produccion.findChild<QLineEdit*>(QStringLiteral("txCantAProd"))->setText(QStringLiteral("30"));
+            produccion.findChild<QLineEdit*>(QStringLiteral("txManoObra"))->setText(QStringLiteral("2500"));
+            guarda(produccion, QStringLiteral("produccion_corrida") + sufijo);
+            produccion.solapas()->setCurrentIndex(2);
+            guarda(produccion, QStringLiteral("produccion_registros") + sufijo);
+            orv::panFormula formula(*almacen, estado,
+                                    almacen->valor(QStringLiteral("SELECT min(idArticuloFinal) FROM FormulaProduccion")).toLongLong(),
+                                    &w);
+            formula.show();
+            guarda(formula, QStringLiteral("formula") + sufijo);
+
+            // Matriz: las características y el generador con filas de a una y de todas las combinaciones.
+            orv::panMatrices matrices(*almacen, &w);
+            matrices.caracteristicas()->setCurrentRow(0);
+            matrices.show();
+            guarda(matrices, QStringLiteral("matrices") + sufijo);
+            orv::panNueCaracMatriz nueCarac(*almacen, &w);
+            nueCarac.show();
+            guarda(nueCarac, QStringLiteral("nue_carac_matriz") + sufijo);
+            orv::panGenMatriz generador(*almacen, conf, QStringLiteral("050041"), QStringLiteral("Guardapolvo"),
+                                        QStringLiteral("5"), {}, &w);
+            const auto elige = [&generador](int lista, std::initializer_list<int> filas) {
+                for (int f : filas) generador.listas()[lista]->item(f)->setSelected(true);
+            };
+            elige(0, {2});
+            elige(1, {0});
+            generador.ingresar();
+            elige(0, {0, 1});
+            elige(1, {1, 2, 3});
+            generador.todas();
+            generador.show();
+            guarda(generador, QStringLiteral("gen_matriz") + sufijo);
         }
         {
             // La caja de un viernes (el día cerrado), un movimiento escrito a mano, los catálogos y el

@@ -3,6 +3,9 @@
 #include "maintenance/compras_ejemplo.h"
 #include "maintenance/ventas_ejemplo.h"
 
+#include "articles/matriz.h"
+#include "production/produccion.h"
+
 #include "store/aviso.h"
 #include "store/dinero.h"
 #include "store/rutinas.h"
@@ -12,6 +15,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -565,6 +569,81 @@ void cargaEmpresa(Almacen& a) {
                QDate(2009, 3, 2)});
 }
 
+// ---- Producción y matriz --------------------------------------------------------------------
+
+// Dos artículos que la fiambrería arma con sus materias primas (pan de miga, jamón y queso), con su
+// fórmula y una corrida de ayer si alcanzan las existencias.
+struct Elaborado {
+    const char* descripcion;
+    int numero; // dentro de la fiambrería, después de los que vende
+    std::vector<std::pair<const char*, const char*>> formula; // materia prima (comienzo) y cantidad
+};
+
+void cargaProduccion(Almacen& a, const QDate& hoy) {
+    const qint64 idRubro = a.valor(QStringLiteral("SELECT idRubro FROM Rubros WHERE Rubro = ?"), {u("Fiambrería")}).toLongLong();
+    const qint64 articulos = a.valor(QStringLiteral("SELECT count(*) FROM Articulos WHERE idRubro = ?"), {idRubro}).toLongLong();
+    const QList<MateriaPrima> materias = MateriasPrimas(a);
+    const Elaborado elaborados[] = {
+        {"Sándwiches de miga jamón y queso x 12", 1, {{"Pan de miga", "0.5"}, {"Jamón cocido", "0.12"}, {"Queso de máquina", "0.1"}}},
+        {"Picada de fiambres para dos", 2, {{"Jamón cocido", "0.15"}, {"Queso de máquina", "0.2"}}},
+    };
+    for (const Elaborado& e : elaborados) {
+        QList<LineaFormula> lineas;
+        for (const auto& [materia, cantidad] : e.formula)
+            for (const MateriaPrima& mp : materias)
+                if (mp.descripcion.startsWith(u(materia))) {
+                    lineas << LineaDeFormula(mp, u(cantidad));
+                    break;
+                }
+        // Costo de la fórmula a diez centavos, 40 % de margen y el precio con IVA exacto.
+        const qint64 costo = (CostoDeFormula(lineas).diezmilesimos() / 100 + 9) / 10 * 10;
+        const qint64 venta = (costo * 140 + 50) / 100;
+        const QString doce = QStringLiteral("77990010%1").arg(idRubro * 100 + e.numero, 4, 10, QLatin1Char('0'));
+        const qint64 id = a.inserta(
+            QStringLiteral("INSERT INTO Articulos (idRubro, IdProveedor, Codigo, Descripcion, StockActual, StockMinimo, PrecioCosto, "
+                           "PrecioVenta, PrecioFinal, UtilidadPorcentaje, CgoProveedor, ImprimeCodigoBarra, esMateriaPrima) "
+                           "VALUES (?, (SELECT MIN(IdProveedor) FROM Articulos WHERE idRubro = ?), ?, ?, 0, 2, ?, ?, ?, 40, ?, 1, 0)"),
+            {idRubro, idRubro, QStringLiteral("%1%2").arg(idRubro, 2, 10, QLatin1Char('0')).arg(articulos + e.numero, 4, 10, QLatin1Char('0')),
+             u(e.descripcion), importe(costo), importe(venta), Dinero::desdeDiezmilesimos(venta * 121).aVariant(),
+             doce + QString::number(verificadorEan13(doce))},
+            QStringLiteral("idArticulo"));
+        GuardaFormula(a, id, lineas, std::nullopt);
+        // Ayer se armaron hasta cuatro, lo que permitieron las existencias.
+        const double alcanza = a.valor(QStringLiteral("SELECT MIN(m.StockActual / f.Cantidad) FROM FormulaProduccion f "
+                                                      "INNER JOIN Articulos m ON m.idArticulo = f.idArticuloMP WHERE f.idArticuloFinal = ?"),
+                                       {id}).toDouble();
+        if (const int cuantos = std::min(4, int(alcanza)); cuantos > 0)
+            RegistraProduccion(a, {id, QString::number(cuantos), QStringLiteral("1500"), hoy.addDays(-1)});
+    }
+}
+
+// Las características de la matriz y un delantal escolar en dos colores y cuatro talles, grabado
+// como lo hace la ficha: un artículo por combinación.
+void cargaMatriz(Almacen& a) {
+    const QStringList colores = {u("Blanco"), u("Azul marino"), u("Rojo")};
+    const QStringList talles = {u("6"), u("8"), u("10"), u("12")};
+    const QStringList existentes = Caracteristicas(a);
+    if (!existentes.contains(u("Color"))) AgregaCaracteristica(a, u("Color"), colores);
+    if (!existentes.contains(u("Talle"))) AgregaCaracteristica(a, u("Talle"), talles);
+    const QVariant idRubro = a.valor(QStringLiteral("SELECT idRubro FROM Rubros WHERE Rubro = ?"), {u("Librería")});
+    const qint64 articulos = a.valor(QStringLiteral("SELECT count(*) FROM Articulos WHERE idRubro = ?"), {idRubro}).toLongLong();
+    DatosArticulo base;
+    base.descripcion = u("Delantal escolar");
+    base.idRubro = idRubro;
+    base.idProveedor = a.valor(QStringLiteral("SELECT MIN(IdProveedor) FROM Articulos WHERE idRubro = ?"), {idRubro});
+    base.stockMinimo = u("1");
+    base.precioCosto = u("8500.00");
+    base.precioVenta = u("12750.00");
+    base.utilidad = u("50");
+    const QString doce = QStringLiteral("779900200001");
+    base.cgoProveedor = doce + QString::number(verificadorEan13(doce));
+    QList<Eleccion> blancoYAzul, cuatroTalles;
+    for (const QString& c : colores.mid(0, 2)) blancoYAzul << Eleccion{u("Color"), c};
+    for (const QString& t : talles) cuatroTalles << Eleccion{u("Talle"), t};
+    const QString codigo = QStringLiteral("%1%2").arg(idRubro.toLongLong(), 2, 10, QLatin1Char('0')).arg(articulos + 1, 4, 10, QLatin1Char('0'));
+    GrabaArticuloConMatriz(a, base, Combinaciones(codigo, base.descripcion, u("3"), {blancoYAzul, cuatroTalles}, {}), u("21"));
+}
+
 } // namespace
 
 void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
@@ -578,6 +657,8 @@ void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
     cargaTiposDeComprobante(a);
     CargaComprasEjemplo(a, reloj.hoy(), 1, 1);
     CargaVentasEjemplo(a, reloj.hoy());
+    cargaProduccion(a, reloj.hoy());
+    cargaMatriz(a);
     t.confirmar();
 }
 

@@ -2,6 +2,7 @@
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
 #include "articles/ui/pan_borr_mov_stock.h"
+#include "articles/ui/pan_matrices.h"
 #include "articles/ui/panel_articulos.h"
 #include "cash/ui/panel_caja.h"
 #include "customers/ui/panel_clientes.h"
@@ -297,6 +298,18 @@ QWidget* PanPrincipal::armaUtilidades() {
     cs->addWidget(borraStock);
     cs->addWidget(reset);
     capa->addWidget(sistema);
+
+    // Herramientas del catálogo: las características de la matriz de artículos.
+    auto* herramientas = new QGroupBox(QStringLiteral("Herramientas"), w);
+    herramientas->setMaximumWidth(460);
+    auto* ch = new QVBoxLayout(herramientas);
+    auto* matrices = Enlace(QStringLiteral("lblMatrices"), QStringLiteral("Matrices de artículos"), herramientas);
+    ch->addWidget(matrices);
+    capa->addWidget(herramientas);
+    connect(matrices, &QPushButton::clicked, this, [this] {
+        panMatrices dialogo(almacen_, this);
+        dialogo.exec();
+    });
     capa->addStretch(1);
 
     connect(usuarios, &QPushButton::clicked, this, [this] {

@@ -228,7 +228,10 @@ void PanArticulo::armaBotones(QBoxLayout* capa) {
     command2_ = new QPushButton(QStringLiteral("&Cancelar"), this);
     command2_->setObjectName(QStringLiteral("Command2"));
     for (QPushButton* b : {command1_, command2_, command4_}) b->setAutoDefault(false);
+    lblMatriz_ = new QLabel(this);
+    lblMatriz_->setObjectName(QStringLiteral("lblMatriz"));
     pie->addWidget(command4_);
+    pie->addWidget(lblMatriz_);
     pie->addStretch(1);
     pie->addWidget(command1_);
     pie->addWidget(command2_);
@@ -236,9 +239,7 @@ void PanArticulo::armaBotones(QBoxLayout* capa) {
     capa->addLayout(pie);
     connect(command1_, &QPushButton::clicked, this, &PanArticulo::acepta);
     connect(command2_, &QPushButton::clicked, this, &QDialog::reject);
-    connect(command4_, &QPushButton::clicked, this, [this] {
-        if (alGeneraMatriz_) alGeneraMatriz_();
-    });
+    connect(command4_, &QPushButton::clicked, this, &PanArticulo::generaMatriz);
     connect(nuevoRubro_, &QToolButton::clicked, this, [this] {
         if (!alNuevoRubro_) return;
         alNuevoRubro_();
@@ -261,9 +262,25 @@ void PanArticulo::fijaNuevoProveedor(std::function<void()> f) {
     nuevoProveedor_->setEnabled(static_cast<bool>(alNuevoProveedor_));
 }
 
-void PanArticulo::fijaGeneraMatriz(std::function<void()> f) {
+void PanArticulo::fijaGeneraMatriz(GeneradorMatriz f) {
     alGeneraMatriz_ = std::move(f);
     command4_->setEnabled(static_cast<bool>(alGeneraMatriz_) && id_ == 0);
+}
+
+void PanArticulo::generaMatriz() {
+    if (!alGeneraMatriz_ || id_ != 0) return;
+    const QString codigo = text1_[kCodigo]->text().trimmed();
+    const QString descripcion = text1_[kDescripcion]->text().trimmed();
+    if (codigo.isEmpty() || descripcion.isEmpty()) {
+        MensajeError(QStringLiteral("Ingrese el código y la descripción para poder hacer la matriz de artículos!"), this);
+        return;
+    }
+    const auto filas = alGeneraMatriz_(codigo, descripcion, text1_[kExistencia]->text(), matriz_);
+    if (!filas) return;
+    matriz_ = *filas;
+    lblMatriz_->setText(matriz_.isEmpty() ? QString()
+                                          : QStringLiteral("Matriz: %1 artículo%2 por grabar").arg(matriz_.size())
+                                                .arg(matriz_.size() == 1 ? QString() : QStringLiteral("s")));
 }
 
 // Las listas se vuelven a llenar conservando lo elegido (después de un rubro o proveedor nuevo).
@@ -433,7 +450,11 @@ DatosArticulo PanArticulo::datos() const {
 
 void PanArticulo::acepta() {
     const DatosArticulo d = datos();
-    if (Intenta(this, [&] { id_ = GrabaArticulo(almacen_, id_, d, conf_.lee(clave::miscelaneas, QStringLiteral("CoefIva"))); }))
+    const QString coefIva = conf_.lee(clave::miscelaneas, QStringLiteral("CoefIva"));
+    if (Intenta(this, [&] {
+            if (matriz_.isEmpty() || id_ != 0) id_ = GrabaArticulo(almacen_, id_, d, coefIva);
+            else id_ = GrabaArticuloConMatriz(almacen_, d, matriz_, coefIva).front();
+        }))
         accept();
 }
 

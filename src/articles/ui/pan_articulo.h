@@ -6,6 +6,7 @@
 #include "app/configuracion.h"
 #include "app/estado.h"
 #include "articles/articulos.h"
+#include "articles/matriz.h"
 #include "store/almacen.h"
 
 #include <QDialog>
@@ -36,8 +37,14 @@ public:
     void fijaNuevoRubro(std::function<void()> f);
     // Proveedor nuevo (OsenXPButton2): después se vuelve a llenar la lista de proveedores.
     void fijaNuevoProveedor(std::function<void()> f);
-    // "Generar matriz..." (Command4): sólo para un artículo nuevo.
-    void fijaGeneraMatriz(std::function<void()> f);
+    // "Generar matriz..." (Command4), sólo para un artículo nuevo: recibe el código, la
+    // descripción, la existencia y las filas ya generadas, y devuelve las filas nuevas (nada si el
+    // usuario desistió). Con filas, "&Aceptar" graba un artículo por fila.
+    using GeneradorMatriz = std::function<std::optional<QList<VarianteMatriz>>(
+        const QString& codigo, const QString& descripcion, const QString& existencia, const QList<VarianteMatriz>& filas)>;
+    void fijaGeneraMatriz(GeneradorMatriz f);
+    void generaMatriz();
+    const QList<VarianteMatriz>& matriz() const { return matriz_; }
 
     // El artículo grabado (después de aceptar) o el que se editaba; 0 si no se grabó uno nuevo.
     qint64 idArticulo() const { return id_; }
@@ -102,7 +109,9 @@ private:
     QToolButton* nuevoProveedor_;
     std::function<void()> alNuevoRubro_;
     std::function<void()> alNuevoProveedor_;
-    std::function<void()> alGeneraMatriz_;
+    GeneradorMatriz alGeneraMatriz_;
+    QList<VarianteMatriz> matriz_;
+    QLabel* lblMatriz_;
 };
 
 } // namespace orv

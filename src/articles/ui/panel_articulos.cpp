@@ -8,7 +8,9 @@
 #include "articles/ui/pan_foto.h"
 #include "articles/ui/pan_ingr_stock.h"
 #include "articles/ui/pan_lis_pre.h"
+#include "articles/ui/pan_gen_matriz.h"
 #include "articles/ui/pan_rubros.h"
+#include "production/ui/pan_produccion.h"
 #include "reports/ui/lanzadores.h"
 #include "suppliers/ui/pan_nue_prove.h"
 #include "widgets/grilla.h"
@@ -136,9 +138,9 @@ QVBoxLayout* PanelArticulos::armaBotones() {
     columna->addSpacing(12);
     columna->addWidget(boton("Command6", QStringLiteral("Rubros"), &PanelArticulos::rubros));
     columna->addWidget(boton("Command45", QStringLiteral("Lista de precios"), &PanelArticulos::listaPrecios));
-    // Sus pantallas todavía no forman parte del programa: se ven, apagadas, y lo dicen.
+    // Su pantalla todavía no forma parte del programa: se ve, apagado, y lo dice.
     columna->addWidget(BotonPosterior(QStringLiteral("Command37"), QStringLiteral("Cambio Precios"), this));
-    columna->addWidget(BotonPosterior(QStringLiteral("Command35"), QStringLiteral("Producción"), this));
+    columna->addWidget(boton("Command35", QStringLiteral("Producción"), &PanelArticulos::produccion));
     columna->addStretch(1);
     return columna;
 }
@@ -217,6 +219,12 @@ bool PanelArticulos::abreFicha(qint64 id) {
         panNueProve proveedor(almacen_, std::nullopt, estado_.ClaveImpositiva, &ficha);
         proveedor.exec();
     });
+    ficha.fijaGeneraMatriz([this, &ficha](const QString& codigo, const QString& descripcion, const QString& existencia,
+                                          const QList<VarianteMatriz>& filas) -> std::optional<QList<VarianteMatriz>> {
+        panGenMatriz generador(almacen_, conf_, codigo, descripcion, existencia, filas, &ficha);
+        if (!generador.listo() || generador.exec() != QDialog::Accepted) return std::nullopt;
+        return generador.filas();
+    });
     const bool aceptada = ficha.exec() == QDialog::Accepted;
     ultimoGrabado_ = ficha.idArticulo();
     return aceptada;
@@ -270,6 +278,12 @@ void PanelArticulos::ajustarInventario() {
     panCambStock cambios(almacen_, this);
     cambios.exec();
     refresca();
+}
+
+void PanelArticulos::produccion() {
+    PanProduccion produccion(almacen_, estado_, reloj_, salida_, this);
+    produccion.exec();
+    refresca(); // las corridas cambian existencias
 }
 
 void PanelArticulos::listaPrecios() {

@@ -1,6 +1,7 @@
 // La ficha del artículo conducida con el teclado: derechos, cuentas de precio mientras se escribe,
 // orden de carga, código propuesto, foco y la foto.
 
+#include "apoyo/filas.h"
 #include "apoyo/modal.h"
 #include "apoyo/pantalla_prueba.h"
 #include "articles/articulos.h"
@@ -173,8 +174,28 @@ TEST_F(PanArticuloPrueba, LasPuertasSeHabilitanSoloConSuFuncion) {
     for (const char* n : {"OsenXPButton1", "OsenXPButton2"}) EXPECT_FALSE(hijo<QToolButton>(p, n)->isEnabled()) << n;
     EXPECT_FALSE(hijo<QPushButton>(p, "Command4")->isEnabled());
     p.fijaNuevoRubro([&] { a().ejecuta("INSERT INTO Rubros (Rubro) VALUES ('Limpieza')"); });
-    p.fijaGeneraMatriz([] {});
+    // La matriz pide código y descripción; con filas, "&Aceptar" graba una por fila y no el artículo base.
+    int pedidos = 0;
+    p.fijaGeneraMatriz([&](const QString& codigo, const QString& descripcion, const QString& existencia,
+                           const QList<VarianteMatriz>& filas) -> std::optional<QList<VarianteMatriz>> {
+        ++pedidos;
+        return filas + QList<VarianteMatriz>{{codigo, descripcion + " Rojo", "Col:Rojo", existencia},
+                                             {SiguienteCodigo(codigo), descripcion + " Azul", "Col:Azul", "1"}};
+    });
     EXPECT_TRUE(hijo<QPushButton>(p, "Command4")->isEnabled());
+    auto caja = prueba::respondeCaja("Aceptar");
+    p.generaMatriz();
+    EXPECT_EQ(caja->texto, "Ingrese el código y la descripción para poder hacer la matriz de artículos!");
+    EXPECT_EQ(pedidos, 0);
+    hijo<QLineEdit>(p, "Text1_0")->setText("0099");
+    hijo<QLineEdit>(p, "Text1_1")->setText("Remera");
+    hijo<QLineEdit>(p, "Text1_2")->setText("4");
+    p.generaMatriz();
+    EXPECT_EQ(p.matriz().size(), 2);
+    hijo<QPushButton>(p, "Command1")->click();
+    EXPECT_EQ(prueba::Filas(a(), "SELECT Codigo, Descripcion, DescripcionMatriz, StockActual FROM Articulos ORDER BY idArticulo"),
+              (QStringList{"0099|Remera Rojo|Col:Rojo|4", "0100|Remera Azul|Col:Azul|1"}));
+    a().ejecuta("DELETE FROM Articulos");
     hijo<QToolButton>(p, "OsenXPButton1")->click();
     EXPECT_EQ(hijo<QComboBox>(p, "Combo1")->findText("Limpieza") >= 0, true);
     // Esc cierra sin grabar.
