@@ -4,6 +4,7 @@
 #include "articles/ui/pan_borr_mov_stock.h"
 #include "articles/ui/panel_articulos.h"
 #include "cash/ui/panel_caja.h"
+#include "customers/ui/pan_comisiones.h"
 #include "customers/ui/panel_clientes.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
@@ -128,6 +129,14 @@ void PanPrincipal::armaVentana() {
 
     connect(usuarios_, &PanelUsuarios::usuariosCambiados, venta_, &PanelVenta::llenaVendedores);
     connect(venta_, &PanelVenta::agrandarPulsado, this, &PanPrincipal::command55);
+
+    // Comisiones del vendedor de la fila, desde el panel de usuarios; una liquidación puede
+    // asentarse en la caja.
+    connect(usuarios_, &PanelUsuarios::comisionesPedidas, this, [this](qint64 idUsuario) {
+        PanComisiones pantalla(almacen_, estado_, reloj_, *salida_, idUsuario, this);
+        pantalla.exec();
+        refrescaCaja();
+    });
 }
 
 // Columna de botones laterales, con la marca arriba.
