@@ -5,6 +5,7 @@
 #include "articles/ui/panel_articulos.h"
 #include "cash/ui/panel_caja.h"
 #include "customers/ui/pan_comisiones.h"
+#include "customers/ui/pan_tabla_premios_vip.h"
 #include "customers/ui/panel_clientes.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
@@ -299,6 +300,19 @@ QWidget* PanPrincipal::armaUtilidades() {
     cs->addWidget(borraStock);
     cs->addWidget(reset);
     capa->addWidget(sistema);
+
+    // Los premios que canjean los clientes con tarjeta.
+    auto* clientesVip = new QGroupBox(QStringLiteral("Clientes con tarjeta"), w);
+    clientesVip->setMaximumWidth(460);
+    auto* cv = new QVBoxLayout(clientesVip);
+    auto* premios = Enlace(QStringLiteral("lblTablaPremiosVIP"), QStringLiteral("Tabla de premios VIP"), clientesVip);
+    cv->addWidget(premios);
+    capa->addWidget(clientesVip);
+    connect(premios, &QPushButton::clicked, this, [this] {
+        PanTablaPremiosVIP pantalla(almacen_, conf_, estado_, reloj_, this);
+        pantalla.exec();
+    });
+
     capa->addStretch(1);
 
     connect(usuarios, &QPushButton::clicked, this, [this] {

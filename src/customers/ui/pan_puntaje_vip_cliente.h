@@ -1,0 +1,54 @@
+#pragma once
+// panPuntajeVipCliente ("Puntaje Vip"): el diario de puntos de un cliente con tarjeta en un período,
+// con lo obtenido, lo cobrado en premios y la diferencia, y el cobro de un premio.
+
+#include "app/estado.h"
+#include "store/almacen.h"
+#include "store/reloj.h"
+
+#include <QDialog>
+#include <optional>
+
+class QComboBox;
+class QDateEdit;
+class QHBoxLayout;
+class QLineEdit;
+class QVBoxLayout;
+
+namespace orv {
+
+class Grilla;
+
+class PanPuntajeVipCliente : public QDialog {
+    Q_OBJECT
+public:
+    // Con un cliente con tarjeta, la pantalla lo trae elegido y muestra su diario del día.
+    PanPuntajeVipCliente(Almacen& almacen, const EstadoAplicacion& estado, const Reloj& reloj, std::optional<qint64> idCliente,
+                         QWidget* padre = nullptr);
+
+    Grilla* grilla() const { return grilla_; }
+    // Los tres totales como se ven: obtenidos, cobrados en premios, diferencia.
+    QStringList totales() const;
+
+    void mostrar();      // btnOk
+    void cobrarPremio(); // OsenXPButton1
+
+private:
+    QHBoxLayout* armaFiltros();
+    void armaGrilla();
+    QHBoxLayout* armaPie();
+    std::optional<qint64> cliente() const;
+
+    Almacen& almacen_;
+    const EstadoAplicacion& estado_;
+    const Reloj& reloj_;
+    QComboBox* cboVendedores_ = nullptr;
+    QDateEdit* dt1_ = nullptr;
+    QDateEdit* dt2_ = nullptr;
+    Grilla* grilla_ = nullptr;
+    QLineEdit* txTotComis_ = nullptr;
+    QLineEdit* txTotCancel_ = nullptr;
+    QLineEdit* txDif_ = nullptr;
+};
+
+} // namespace orv
