@@ -80,7 +80,9 @@ bool BorraPremio(Almacen& a, qint64 idTablaVIP) {
 }
 
 ConsultaConParametros ConsultaPuntosCliente(qint64 idCliente, const QDate& desde, const QDate& hasta) {
-    return {QStringLiteral("SELECT Vip.Fecha, Vip.PuntosVIP, TiposDeComprobantes.Tipo, Comprobantes.Factura, Comprobantes.Total, "
+    return {QStringLiteral("SELECT Vip.Fecha, Vip.PuntosVIP, "
+                           "CASE WHEN Vip.idComprobante = 0 THEN 'Premio VIP' ELSE TiposDeComprobantes.Tipo END AS Tipo, "
+                           "Comprobantes.Factura, Comprobantes.Total, "
                            "Usuarios.NombreCompleto, Vip.idVip, Vip.idCliente, Vip.idUsuario, Vip.idComprobante "
                            "FROM Vip LEFT JOIN Comprobantes ON Vip.idComprobante = Comprobantes.idComprobante "
                            "LEFT JOIN TiposDeComprobantes ON Comprobantes.idTipoComprobante = TiposDeComprobantes.idTipoComprobante "

@@ -44,7 +44,8 @@ bool BorraPremio(Almacen& a, qint64 idTablaVIP);
 
 // ----- Puntos de un cliente
 
-// Las filas del diario del cliente entre dos días, con el comprobante y el operador, por fecha.
+// Las filas del diario del cliente entre dos días, con el comprobante (un premio, "Premio VIP") y
+// el operador, por fecha.
 ConsultaConParametros ConsultaPuntosCliente(qint64 idCliente, const QDate& desde, const QDate& hasta);
 
 struct TotalesPuntos {

@@ -113,7 +113,10 @@ TEST_P(Puntos, ElCobroDeUnPremioYSusRechazos) {
     };
     for (const auto& c : casos)
         EXPECT_EQ(AvisoDe([&] { CobraPremio(almacen(), c.cliente, c.premio, c.dia, 6); }), QString::fromUtf8(c.aviso)) << c.que;
-    EXPECT_EQ(Filas(almacen(), kDiario), (QStringList{"501|2026-11-23|6|0|-80", "501|2026-11-23|6|0|-80", "501|2026-11-22|6|0|-10"}));
+    const ConsultaConParametros diario = ConsultaPuntosCliente(kAna, kHoy.addDays(-1), kHoy);
+    EXPECT_EQ(Filas(almacen(), diario.sql, diario.parametros),
+              (QStringList{"2026-11-22|-10|Premio VIP|NULL|NULL|NULL|3|501|6|0", "2026-11-23|-80|Premio VIP|NULL|NULL|NULL|1|501|6|0",
+                           "2026-11-23|-80|Premio VIP|NULL|NULL|NULL|2|501|6|0"}));
     EXPECT_EQ(Filas(almacen(), kPuntosAna), QStringList{"100"});
     EXPECT_EQ(totales(), (QStringList{"0", "160", "-160"}));
     // Lo que la pantalla dice al elegir el premio.

@@ -4,17 +4,15 @@
 // una línea.
 
 #include "app/estado.h"
+#include "customers/ui/piezas_periodo.h"
 #include "store/almacen.h"
 #include "store/reloj.h"
 
 #include <QDialog>
+#include <QList>
+#include <QPair>
 #include <optional>
 
-class QComboBox;
-class QDateEdit;
-class QLineEdit;
-class QHBoxLayout;
-class QVBoxLayout;
 
 namespace orv {
 
@@ -38,10 +36,7 @@ public:
     void quitar();   // OsenXPButton3
 
 private:
-    QHBoxLayout* armaFiltros();
     void armaGrilla();
-    QVBoxLayout* armaBotones();
-    QVBoxLayout* armaTotales();
     std::optional<qint64> vendedor() const;
     // Vuelve a leer las líneas y los totales del vendedor y el período elegidos.
     void actualiza();
@@ -50,13 +45,10 @@ private:
     const EstadoAplicacion& estado_;
     const Reloj& reloj_;
     SalidaInformes& salida_;
-    QComboBox* cboVendedores_ = nullptr;
-    QDateEdit* dt1_ = nullptr;
-    QDateEdit* dt2_ = nullptr;
+    FiltroPeriodo filtro_;
     Grilla* grilla_ = nullptr;
-    QLineEdit* txTotComis_ = nullptr;
-    QLineEdit* txTotCancel_ = nullptr;
-    QLineEdit* txDif_ = nullptr;
+    QList<QPair<QString, int>> anchos_; // de las columnas, al ligar la grilla la primera vez
+    TotalesPeriodo totales_;
 };
 
 } // namespace orv

@@ -12,25 +12,10 @@
 #include <QDateEdit>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace orv {
-
-namespace {
-
-QLineEdit* Total(const char* nombre, QWidget* padre) {
-    auto* t = new QLineEdit(QStringLiteral("0"), padre);
-    t->setObjectName(QString::fromLatin1(nombre));
-    t->setReadOnly(true);
-    t->setAlignment(Qt::AlignRight);
-    t->setMaximumWidth(120);
-    return t;
-}
-
-} // namespace
 
 PanPuntajeVipCliente::PanPuntajeVipCliente(Almacen& almacen, const EstadoAplicacion& estado, const Reloj& reloj,
                                            std::optional<qint64> idCliente, QWidget* padre)
@@ -41,49 +26,26 @@ PanPuntajeVipCliente::PanPuntajeVipCliente(Almacen& almacen, const EstadoAplicac
 
     auto* capa = new QVBoxLayout(this);
     capa->setContentsMargins(16, 14, 16, 14);
-    capa->addLayout(armaFiltros());
+    filtro_ = ArmaFiltroPeriodo(this, QStringLiteral("Cliente :"));
+    LlenaCombo(filtro_.lista, almacen_,
+               QStringLiteral("SELECT idVendedor, Nombre FROM Vendedores WHERE LENGTH(NroClienteVIP) > 0 ORDER BY Nombre"), {},
+               QStringLiteral("Nombre"), QStringLiteral("idVendedor"));
+    filtro_.lista->setCurrentIndex(-1);
+    filtro_.desde->setDate(reloj_.hoy());
+    filtro_.hasta->setDate(reloj_.hoy());
+    connect(filtro_.mostrar, &QPushButton::clicked, this, &PanPuntajeVipCliente::mostrar);
+    capa->addLayout(filtro_.fila);
     armaGrilla();
     capa->addWidget(grilla_, 1);
     capa->addLayout(armaPie());
 
     if (idCliente) {
-        SelComboId(cboVendedores_, *idCliente);
+        SelComboId(filtro_.lista, *idCliente);
         if (cliente()) mostrar();
     }
     resize(900, 540);
     CentrarVentana(this);
-    cboVendedores_->setFocus();
-}
-
-// Cliente con tarjeta y período, con "Mostrar".
-QHBoxLayout* PanPuntajeVipCliente::armaFiltros() {
-    auto* fila = new QHBoxLayout;
-    cboVendedores_ = new QComboBox(this);
-    cboVendedores_->setObjectName(QStringLiteral("cboVendedores"));
-    cboVendedores_->setMinimumWidth(240);
-    LlenaCombo(cboVendedores_, almacen_,
-               QStringLiteral("SELECT idVendedor, Nombre FROM Vendedores WHERE LENGTH(NroClienteVIP) > 0 ORDER BY Nombre"), {},
-               QStringLiteral("Nombre"), QStringLiteral("idVendedor"));
-    cboVendedores_->setCurrentIndex(-1);
-    dt1_ = CampoFecha(QStringLiteral("dt1"), this);
-    dt1_->setDate(reloj_.hoy());
-    dt2_ = CampoFecha(QStringLiteral("dt2"), this);
-    dt2_->setDate(reloj_.hoy());
-    const std::pair<const char*, QWidget*> campos[] = {{"Cliente :", cboVendedores_}, {"Desde :", dt1_}, {"Hasta :", dt2_}};
-    for (const auto& [texto, campo] : campos) {
-        auto* etiqueta = new QLabel(QString::fromUtf8(texto), this);
-        etiqueta->setBuddy(campo);
-        fila->addWidget(etiqueta);
-        fila->addWidget(campo);
-        fila->addSpacing(8);
-    }
-    auto* ok = new QPushButton(QStringLiteral("Mostrar"), this);
-    ok->setObjectName(QStringLiteral("btnOk"));
-    ok->setDefault(true);
-    connect(ok, &QPushButton::clicked, this, &PanPuntajeVipCliente::mostrar);
-    fila->addWidget(ok);
-    fila->addStretch(1);
-    return fila;
+    filtro_.lista->setFocus();
 }
 
 void PanPuntajeVipCliente::armaGrilla() {
@@ -92,11 +54,14 @@ void PanPuntajeVipCliente::armaGrilla() {
     grilla_->fijaTextoAgrupar(QStringLiteral("Arrastrar aquí columnas para agrupar"));
     grilla_->fijaClave(QStringLiteral("idVip"));
     grilla_->fijaTituloImpresion(QStringLiteral("Puntaje VIP"));
-    const std::pair<const char*, const char*> titulos[] = {{"Fecha", "Fecha"},          {"PuntosVIP", "Puntos"},
-                                                           {"Tipo", "Comprobante"},     {"Factura", "Número"},
-                                                           {"Total", "Total"},          {"NombreCompleto", "Operador"}};
-    for (const auto& [campo, titulo] : titulos) grilla_->fijaTitulo(QString::fromLatin1(campo), QString::fromUtf8(titulo));
-    grilla_->fijaMascara(QStringLiteral("Total"), estado_.MascaraMoneda);
+    anchos_ = PanelLista::fijaColumnas(*grilla_,
+                                       {{"Fecha", "Fecha", 90},
+                                        {"PuntosVIP", "Puntos", 70},
+                                        {"Tipo", "Comprobante", 170},
+                                        {"Factura", "Número", 130},
+                                        {"Total", "Total", 110, true},
+                                        {"NombreCompleto", "Operador", 200}},
+                                       estado_.MascaraMoneda);
     for (const char* oculta : {"idVip", "idCliente", "idUsuario", "idComprobante"}) grilla_->ocultaColumna(QString::fromLatin1(oculta));
 }
 
@@ -107,44 +72,31 @@ QHBoxLayout* PanPuntajeVipCliente::armaPie() {
     connect(cobrar, &QPushButton::clicked, this, &PanPuntajeVipCliente::cobrarPremio);
     fila->addWidget(cobrar, 0, Qt::AlignTop);
     fila->addStretch(1);
-    auto* f = new QFormLayout;
-    f->setLabelAlignment(Qt::AlignRight);
-    txTotComis_ = Total("txTotComis", this);
-    txTotCancel_ = Total("txTotCancel", this);
-    txDif_ = Total("txDif", this);
-    QFont fd = txDif_->font();
-    fd.setBold(true);
-    txDif_->setFont(fd);
-    f->addRow(QStringLiteral("Total puntos obtenidos :"), txTotComis_);
-    f->addRow(QStringLiteral("Total en premios cobrados :"), txTotCancel_);
-    f->addRow(QStringLiteral("Diferencia :"), txDif_);
-    fila->addLayout(f);
+    totales_ = ArmaTotalesPeriodo(this, QStringLiteral("Total puntos obtenidos :"), QStringLiteral("Total en premios cobrados :"),
+                                  120);
+    fila->addLayout(totales_.capa);
     return fila;
 }
 
 std::optional<qint64> PanPuntajeVipCliente::cliente() const {
-    if (cboVendedores_->currentIndex() < 0) return std::nullopt;
-    return cboVendedores_->currentData().toLongLong();
+    if (filtro_.lista->currentIndex() < 0) return std::nullopt;
+    return filtro_.lista->currentData().toLongLong();
 }
 
-QStringList PanPuntajeVipCliente::totales() const { return {txTotComis_->text(), txTotCancel_->text(), txDif_->text()}; }
+QStringList PanPuntajeVipCliente::totales() const { return totales_.textos(); }
 
 void PanPuntajeVipCliente::mostrar() {
     const std::optional<qint64> id = cliente();
     if (!id) return MensajeAtencion(QStringLiteral("Seleccione un cliente!"), this);
-    for (QLineEdit* t : {txTotComis_, txTotCancel_, txDif_}) t->setText(QStringLiteral("0"));
+    totales_.ceros();
     Intenta(this, [&] {
-        const ConsultaConParametros c = ConsultaPuntosCliente(*id, dt1_->date(), dt2_->date());
+        const ConsultaConParametros c = ConsultaPuntosCliente(*id, filtro_.desde->date(), filtro_.hasta->date());
         const bool primera = grilla_->modelo().columnCount() == 0;
         grilla_->fijaConsulta(c.sql, c.parametros);
         if (primera)
-            for (const auto& [campo, ancho] : {std::pair{"Fecha", 90}, {"PuntosVIP", 70}, {"Tipo", 170}, {"Factura", 130},
-                                               {"Total", 110}, {"NombreCompleto", 200}})
-                grilla_->fijaAnchoColumna(QString::fromLatin1(campo), ancho);
-        const TotalesPuntos t = TotalesPuntosCliente(almacen_, *id, dt1_->date(), dt2_->date());
-        txTotComis_->setText(QString::number(t.obtenidos));
-        txTotCancel_->setText(QString::number(t.cobrados));
-        txDif_->setText(QString::number(t.diferencia()));
+            for (const auto& [campo, ancho] : anchos_) grilla_->fijaAnchoColumna(campo, ancho);
+        const TotalesPuntos t = TotalesPuntosCliente(almacen_, *id, filtro_.desde->date(), filtro_.hasta->date());
+        totales_.muestra(QString::number(t.obtenidos), QString::number(t.cobrados), QString::number(t.diferencia()));
     });
 }
 

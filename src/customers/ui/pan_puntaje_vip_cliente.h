@@ -3,17 +3,16 @@
 // con lo obtenido, lo cobrado en premios y la diferencia, y el cobro de un premio.
 
 #include "app/estado.h"
+#include "customers/ui/piezas_periodo.h"
 #include "store/almacen.h"
 #include "store/reloj.h"
 
 #include <QDialog>
+#include <QList>
+#include <QPair>
 #include <optional>
 
-class QComboBox;
-class QDateEdit;
 class QHBoxLayout;
-class QLineEdit;
-class QVBoxLayout;
 
 namespace orv {
 
@@ -34,7 +33,6 @@ public:
     void cobrarPremio(); // OsenXPButton1
 
 private:
-    QHBoxLayout* armaFiltros();
     void armaGrilla();
     QHBoxLayout* armaPie();
     std::optional<qint64> cliente() const;
@@ -42,13 +40,10 @@ private:
     Almacen& almacen_;
     const EstadoAplicacion& estado_;
     const Reloj& reloj_;
-    QComboBox* cboVendedores_ = nullptr;
-    QDateEdit* dt1_ = nullptr;
-    QDateEdit* dt2_ = nullptr;
+    FiltroPeriodo filtro_;
     Grilla* grilla_ = nullptr;
-    QLineEdit* txTotComis_ = nullptr;
-    QLineEdit* txTotCancel_ = nullptr;
-    QLineEdit* txDif_ = nullptr;
+    QList<QPair<QString, int>> anchos_; // de las columnas, al ligar la grilla la primera vez
+    TotalesPeriodo totales_;
 };
 
 } // namespace orv

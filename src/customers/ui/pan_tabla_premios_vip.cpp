@@ -2,6 +2,7 @@
 
 #include "customers/puntos.h"
 #include "customers/ui/pan_nue_tabla_vip.h"
+#include "customers/ui/piezas_periodo.h"
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
 #include "widgets/paneles.h"
@@ -28,29 +29,16 @@ PanTablaPremiosVIP::PanTablaPremiosVIP(Almacen& almacen, const Configuracion& co
     armaGrilla();
     auto* cuerpo = new QHBoxLayout;
     cuerpo->addWidget(grilla_, 1);
-    auto* columna = new QVBoxLayout;
-    columna->setSpacing(6);
-    const std::tuple<const char*, const char*, void (PanTablaPremiosVIP::*)()> botones[] = {
-        {"OsenXPButton1", "Agregar...", &PanTablaPremiosVIP::agregar},
-        {"OsenXPButton3", "Editar...", &PanTablaPremiosVIP::editar},
-        {"OsenXPButton2", "Quitar", &PanTablaPremiosVIP::quitar},
-        {"OsenXPButton4", "Imprimir", &PanTablaPremiosVIP::imprimir}};
-    for (const auto& [nombre, texto, accion] : botones) {
-        QPushButton* b = BotonPanel(QString::fromLatin1(nombre), QString::fromUtf8(texto), this);
-        connect(b, &QPushButton::clicked, this, accion);
-        columna->addWidget(b);
-    }
-    columna->addStretch(1);
-    auto* salir = new QPushButton(QStringLiteral("Salir"), this);
-    salir->setObjectName(QStringLiteral("OsenXPButton5"));
-    salir->setAutoDefault(false);
-    connect(salir, &QPushButton::clicked, this, &QDialog::accept);
-    columna->addWidget(salir);
-    cuerpo->addLayout(columna);
+    cuerpo->addLayout(ColumnaBotones(this,
+                                     {{"OsenXPButton1", "Agregar...", [this] { agregar(); }},
+                                      {"OsenXPButton3", "Editar...", [this] { editar(); }},
+                                      {"OsenXPButton2", "Quitar", [this] { quitar(); }},
+                                      {"OsenXPButton4", "Imprimir", [this] { imprimir(); }}},
+                                     "OsenXPButton5"));
     capa->addLayout(cuerpo, 1);
 
     carga();
-    resize(860, 480);
+    resize(960, 480);
     CentrarVentana(this);
     grilla_->setFocus();
 }
@@ -61,11 +49,15 @@ void PanTablaPremiosVIP::armaGrilla() {
     grilla_->fijaTextoAgrupar(QStringLiteral("Arrastrar aquí columnas para agrupar"));
     grilla_->fijaClave(QStringLiteral("idTablaVIP"));
     grilla_->fijaTituloImpresion(QStringLiteral("Tabla de premios VIP"));
-    const std::pair<const char*, const char*> titulos[] = {
-        {"Codigo", "Código"},           {"Descripcion", "Artículo"},           {"Cantidad", "Cantidad"},
-        {"PuntosRequeridos", "Puntos"}, {"VigenciaDESDE", "Vigente desde"},   {"VigenciaHASTA", "Vigente hasta"},
-        {"idTablaVIP", "Nro."}};
-    for (const auto& [campo, titulo] : titulos) grilla_->fijaTitulo(QString::fromLatin1(campo), QString::fromUtf8(titulo));
+    anchos_ = PanelLista::fijaColumnas(*grilla_,
+                                       {{"Codigo", "Código", 120},
+                                        {"Descripcion", "Artículo", 250},
+                                        {"Cantidad", "Cantidad", 70},
+                                        {"PuntosRequeridos", "Puntos", 70},
+                                        {"VigenciaDESDE", "Vigente desde", 105},
+                                        {"VigenciaHASTA", "Vigente hasta", 105},
+                                        {"idTablaVIP", "Nro.", 50}},
+                                       estado_.MascaraMoneda);
     grilla_->ocultaColumna(QStringLiteral("idArticulo"));
     connect(grilla_, &Grilla::filaActivada, this, &PanTablaPremiosVIP::editar);
 }
@@ -76,10 +68,7 @@ void PanTablaPremiosVIP::carga() {
         const bool primera = grilla_->modelo().columnCount() == 0;
         grilla_->fijaConsulta(c.sql, c.parametros);
         if (primera)
-            for (const auto& [campo, ancho] : {std::pair{"Codigo", 100}, {"Descripcion", 260}, {"Cantidad", 70},
-                                               {"PuntosRequeridos", 70}, {"VigenciaDESDE", 100}, {"VigenciaHASTA", 100},
-                                               {"idTablaVIP", 50}})
-                grilla_->fijaAnchoColumna(QString::fromLatin1(campo), ancho);
+            for (const auto& [campo, ancho] : anchos_) grilla_->fijaAnchoColumna(campo, ancho);
     });
 }
 

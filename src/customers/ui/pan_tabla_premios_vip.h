@@ -8,6 +8,8 @@
 #include "store/reloj.h"
 
 #include <QDialog>
+#include <QList>
+#include <QPair>
 
 namespace orv {
 
@@ -36,6 +38,7 @@ private:
     const EstadoAplicacion& estado_;
     const Reloj& reloj_;
     Grilla* grilla_ = nullptr;
+    QList<QPair<QString, int>> anchos_; // de las columnas, al ligar la grilla la primera vez
 };
 
 } // namespace orv
