@@ -35,7 +35,14 @@
 #include "cash/ui/panel_caja.h"
 #include "store/formato.h"
 #include "customers/cuenta.h"
+#include "customers/comisiones.h"
+#include "customers/ui/pan_cobra_premio.h"
+#include "customers/ui/pan_comisiones.h"
+#include "customers/ui/pan_liq.h"
 #include "customers/ui/pan_liq_comision.h"
+#include "customers/ui/pan_nue_tabla_vip.h"
+#include "customers/ui/pan_puntaje_vip_cliente.h"
+#include "customers/ui/pan_tabla_premios_vip.h"
 #include "customers/ui/pan_resumen_cuenta.h"
 #include "customers/ui/pan_ve_comisiones.h"
 #include "customers/ui/pan_vendedores.h"
@@ -265,6 +272,41 @@ int main(int argc, char** argv) {
             guarda(resumen, QStringLiteral("resumen_cuenta") + sufijo);
             // La misma cobranza en cada tamaño: ésta se quita antes del próximo.
             if (cobro.recibo()) orv::BorraLineaCuenta(*almacen, *cobro.recibo());
+        }
+        {
+            // Comisiones de la vendedora del ejemplo (con su liquidación de hace diez días) y la
+            // liquidación que propone la diferencia; la tabla de premios y uno en edición; el diario
+            // de puntos del cliente con tarjeta en el último mes y el cobro de un premio elegido.
+            const qint64 vendedora = almacen->valor(QStringLiteral("SELECT MIN(idUsuario) FROM DetComisiones")).toLongLong();
+            orv::PanComisiones comisiones(*almacen, estado, reloj, *w.salidaInformes(), vendedora, &w);
+            comisiones.resize(std::min(t.width() - 40, 1000), std::min(t.height() - 60, 640));
+            comisiones.show();
+            guarda(comisiones, QStringLiteral("comisiones") + sufijo);
+            const orv::TotalesComisiones tot =
+                orv::TotalesComisionesVendedor(*almacen, vendedora, reloj.hoy().addDays(-30), reloj.hoy());
+            orv::PanLiq liq(*almacen, reloj, orv::Formato(tot.diferencia(), QStringLiteral("0.00##")), &w);
+            liq.findChild<QCheckBox*>(QStringLiteral("chkCaja"))->setChecked(true);
+            liq.show();
+            guarda(liq, QStringLiteral("liq_comisiones") + sufijo);
+            orv::PanTablaPremiosVIP premios(*almacen, conf, estado, reloj, &w);
+            premios.show();
+            guarda(premios, QStringLiteral("tabla_premios_vip") + sufijo);
+            const qint64 premio = almacen->valor(QStringLiteral("SELECT MIN(idTablaVIP) FROM TablaVIP")).toLongLong();
+            orv::PanNueTablaVIP edicion(*almacen, conf, estado.MascaraMoneda, reloj, premio, &w);
+            edicion.show();
+            guarda(edicion, QStringLiteral("nue_tabla_vip") + sufijo);
+            const qint64 conTarjeta =
+                almacen->valor(QStringLiteral("SELECT MIN(idVendedor) FROM Vendedores WHERE LENGTH(NroClienteVIP) > 0")).toLongLong();
+            orv::PanPuntajeVipCliente puntos(*almacen, estado, reloj, conTarjeta, &w);
+            puntos.findChild<QDateEdit*>(QStringLiteral("dt1"))->setDate(reloj.hoy().addDays(-30));
+            puntos.mostrar();
+            puntos.resize(std::min(t.width() - 40, 1000), std::min(t.height() - 60, 600));
+            puntos.show();
+            guarda(puntos, QStringLiteral("puntaje_vip_cliente") + sufijo);
+            orv::PanCobraPremio cobro(*almacen, reloj, estado.idUsuarioActual, conTarjeta, &w);
+            cobro.premios()->setCurrentIndex(0);
+            cobro.show();
+            guarda(cobro, QStringLiteral("cobra_premio") + sufijo);
         }
         // Venta con un cliente elegido, normal y agrandada.
         w.botPrincipal(3);

@@ -644,6 +644,60 @@ void cargaMatriz(Almacen& a) {
     GrabaArticuloConMatriz(a, base, Combinaciones(codigo, base.descripcion, u("3"), {blancoYAzul, cuatroTalles}, {}), u("21"));
 }
 
+
+// Vendedores, comisiones y premios: dos vendedores (sin contraseña: el supervisor se la pone),
+// las ventas de mostrador repartidas entre ellos con su comisión sobre el neto, como las deja la
+// venta, una liquidación pagada por caja hace diez días, y tres premios para los clientes con
+// tarjeta (uno vencido) con uno ya cobrado hace cinco días.
+void cargaVendedoresYPremios(Almacen& a, const QDate& hoy) {
+    const qint64 nivel = a.inserta(QStringLiteral("INSERT INTO Niveles (Nombre, VeVentas, VeClientes) VALUES (?, 1, 1)"),
+                                   {u("Vendedores")}, QStringLiteral("idNivel"));
+    const struct {
+        const char *nombre, *usuario;
+        double comision;
+    } vendedores[] = {{"Carla Gómez", "carla", 3}, {"Martín Ruiz", "martin", 2.5}};
+    QList<qint64> ids;
+    for (const auto& v : vendedores)
+        ids << a.inserta(QStringLiteral("INSERT INTO Usuarios (NombreCompleto, NombreUsuario, idNivel, Comision) VALUES (?, ?, ?, ?)"),
+                         {u(v.nombre), u(v.usuario), nivel, v.comision}, QStringLiteral("idUsuario"));
+    // Las ventas de contado al consumidor final: las pares de Carla, las impares de Martín.
+    for (int i = 0; i < 2; ++i)
+        a.ejecuta(QStringLiteral("UPDATE Comprobantes SET idVendio = ?, Comision = ? "
+                                 "WHERE idVendedor = 1 AND EsComercial <> 0 AND TipoStock = 0 AND idComprobante % 2 = ?"),
+                  {ids[i], vendedores[i].comision, i});
+    a.ejecuta(QStringLiteral("INSERT INTO DetComisiones (Fecha, Detalle, idUsuario, idComprobante, Porcentaje, Importe) "
+                             "SELECT Fecha, 'Comision x Vta', idVendio, idComprobante, Comision, "
+                             "ROUND(CAST(ImporteNeto * Comision / 100 AS NUMERIC), 4) FROM Comprobantes WHERE idVendio > 0 ORDER BY idComprobante"));
+    const QDate pago = hoy.addDays(-10);
+    const Dinero aPagar = Dinero::desdeVariant(
+        a.valor(QStringLiteral("SELECT SUM(Importe) FROM DetComisiones WHERE idUsuario = ? AND Fecha < ?"), {ids[0], pago}));
+    a.ejecuta(QStringLiteral("INSERT INTO DetComisiones (Fecha, Detalle, idUsuario, idComprobante, Porcentaje, Importe) "
+                             "VALUES (?, ?, ?, 0, 0, ?)"),
+              {pago, u("Liquidación"), ids[0], (-aPagar).aVariant()});
+    a.ejecuta(QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso, Egreso, FormaPago, idUsuario) "
+                             "VALUES ((SELECT MIN(idCuenta) FROM Cuentas WHERE Cuenta = 'Gastos Generales'), 0, ?, ?, 0, ?, "
+                             "'EFVO', (SELECT COALESCE(MIN(idUsuario), 1) FROM Usuarios))"),
+              {pago, u("Liq.Comisiones a Carla Gómez"), aPagar.aVariant()});
+    // Premios: los puntos pedidos, a la medida de lo que junta el cliente con tarjeta del ejemplo.
+    const qint64 conTarjeta =
+        a.valor(QStringLiteral("SELECT MIN(idVendedor) FROM Vendedores WHERE LENGTH(NroClienteVIP) > 0")).toLongLong();
+    const qint64 puntos =
+        a.valor(QStringLiteral("SELECT COALESCE(PuntosVIP, 0) FROM Vendedores WHERE idVendedor = ?"), {conTarjeta}).toLongLong();
+    const qint64 chico = std::max<qint64>(10, puntos / 40 * 10), grande = std::max<qint64>(50, (puntos * 2) / 10 * 10);
+    const struct {
+        const char* articulo; // la primera descripción que empieza así
+        double cantidad;
+        int desde, hasta;     // días desde hoy
+        qint64 puntos;
+    } premios[] = {{"Chocolate con leche", 2, -30, 90, chico}, {"Yerba mate", 1, -30, 90, grande}, {"Cuaderno", 3, -90, -31, chico}};
+    for (const auto& p : premios)
+        a.ejecuta(QStringLiteral("INSERT INTO TablaVIP (idArticulo, Cantidad, VigenciaDESDE, VigenciaHASTA, PuntosRequeridos) "
+                                 "SELECT MIN(idArticulo), ?, ?, ?, ? FROM Articulos WHERE Descripcion LIKE ?"),
+                  {p.cantidad, hoy.addDays(p.desde), hoy.addDays(p.hasta), p.puntos, u(p.articulo) + u("%")});
+    if (conTarjeta > 0 && puntos >= chico)
+        a.ejecuta(QStringLiteral("INSERT INTO Vip (idCliente, Fecha, idUsuario, idComprobante, PuntosVIP) VALUES (?, ?, 1, 0, ?)"),
+                  {conTarjeta, hoy.addDays(-5), -chico});
+}
 } // namespace
 
 void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
@@ -659,6 +713,7 @@ void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
     CargaVentasEjemplo(a, reloj.hoy());
     cargaProduccion(a, reloj.hoy());
     cargaMatriz(a);
+    cargaVendedoresYPremios(a, reloj.hoy());
     t.confirmar();
 }
 

@@ -5,6 +5,8 @@
 #include "articles/ui/pan_matrices.h"
 #include "articles/ui/panel_articulos.h"
 #include "cash/ui/panel_caja.h"
+#include "customers/ui/pan_comisiones.h"
+#include "customers/ui/pan_tabla_premios_vip.h"
 #include "customers/ui/panel_clientes.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
@@ -129,6 +131,14 @@ void PanPrincipal::armaVentana() {
 
     connect(usuarios_, &PanelUsuarios::usuariosCambiados, venta_, &PanelVenta::llenaVendedores);
     connect(venta_, &PanelVenta::agrandarPulsado, this, &PanPrincipal::command55);
+
+    // Comisiones del vendedor de la fila, desde el panel de usuarios; una liquidación puede
+    // asentarse en la caja.
+    connect(usuarios_, &PanelUsuarios::comisionesPedidas, this, [this](qint64 idUsuario) {
+        PanComisiones pantalla(almacen_, estado_, reloj_, *salida_, idUsuario, this);
+        pantalla.exec();
+        refrescaCaja();
+    });
 }
 
 // Columna de botones laterales, con la marca arriba.
@@ -310,6 +320,19 @@ QWidget* PanPrincipal::armaUtilidades() {
         panMatrices dialogo(almacen_, this);
         dialogo.exec();
     });
+
+    // Los premios que canjean los clientes con tarjeta.
+    auto* clientesVip = new QGroupBox(QStringLiteral("Clientes con tarjeta"), w);
+    clientesVip->setMaximumWidth(460);
+    auto* cv = new QVBoxLayout(clientesVip);
+    auto* premios = Enlace(QStringLiteral("lblTablaPremiosVIP"), QStringLiteral("Tabla de premios VIP"), clientesVip);
+    cv->addWidget(premios);
+    capa->addWidget(clientesVip);
+    connect(premios, &QPushButton::clicked, this, [this] {
+        PanTablaPremiosVIP pantalla(almacen_, conf_, estado_, reloj_, this);
+        pantalla.exec();
+    });
+
     capa->addStretch(1);
 
     connect(usuarios, &QPushButton::clicked, this, [this] {

@@ -87,6 +87,15 @@ QDateEdit* CampoFecha(const QString& nombre, QWidget* padre) {
     return d;
 }
 
+QLineEdit* CampoTotal(const char* nombre, QWidget* padre, int anchoMaximo) {
+    auto* t = new QLineEdit(padre);
+    t->setObjectName(QString::fromLatin1(nombre));
+    t->setReadOnly(true);
+    t->setAlignment(Qt::AlignRight);
+    t->setMaximumWidth(anchoMaximo);
+    return t;
+}
+
 QLabel* TituloPanel(const QString& texto, QWidget* padre) {
     auto* t = new QLabel(texto, padre);
     t->setObjectName(QStringLiteral("lblTituloPanel"));

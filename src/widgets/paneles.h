@@ -44,6 +44,8 @@ QPushButton* BotonIcono(const QString& nombre, QStyle::StandardPixmap dibujo, co
 std::optional<qint64> ClaveActual(const Grilla& grilla, const QString& campo);
 // Fecha con calendario desplegable, dd/MM/yyyy.
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
+// Campo de sólo lectura para un total, alineado a la derecha.
+QLineEdit* CampoTotal(const char* nombre, QWidget* padre, int anchoMaximo = 150);
 
 // Un botón de texto con su nombre al final de la fila (o columna) de botones; Enter no lo pulsa.
 QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo = 100);

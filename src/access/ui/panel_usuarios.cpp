@@ -53,6 +53,9 @@ PanelUsuarios::PanelUsuarios(Almacen& almacen, QWidget* padre) : QWidget(padre),
     auto* modificar = boton(QStringLiteral("Command10Users"), QStringLiteral("Modificar"));
     auto* nuevo = boton(QStringLiteral("Command12Users"), QStringLiteral("Nuevo"));
     auto* borrar = boton(QStringLiteral("Command11Users"), QStringLiteral("Borrar"));
+    botones->addSpacing(16);
+    auto* comisiones = boton(QStringLiteral("Command47"), QStringLiteral("Comisiones"));
+    comisiones->setToolTip(QStringLiteral("Las comisiones del vendedor y su liquidación"));
     botones->addStretch(1);
     auto* niveles = boton(QStringLiteral("Command38Users"), QStringLiteral("Niveles de acceso..."));
     capa->addLayout(botones);
@@ -61,6 +64,7 @@ PanelUsuarios::PanelUsuarios(Almacen& almacen, QWidget* padre) : QWidget(padre),
     connect(nuevo, &QPushButton::clicked, this, &PanelUsuarios::nuevo);
     connect(borrar, &QPushButton::clicked, this, &PanelUsuarios::borrar);
     connect(niveles, &QPushButton::clicked, this, &PanelUsuarios::niveles);
+    connect(comisiones, &QPushButton::clicked, this, &PanelUsuarios::comisiones);
     connect(grilla_, &Grilla::filaActivada, this, &PanelUsuarios::modificar);
 }
 
@@ -98,6 +102,12 @@ void PanelUsuarios::borrar() {
     if (!Intenta(this, [&] { BorraUsuario(almacen_, id->toLongLong()); })) return;
     refresca();
     Q_EMIT usuariosCambiados();
+}
+
+void PanelUsuarios::comisiones() {
+    const auto id = grilla_->claveActual();
+    if (!id) return;
+    Q_EMIT comisionesPedidas(id->toLongLong());
 }
 
 void PanelUsuarios::niveles() {

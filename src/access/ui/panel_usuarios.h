@@ -1,6 +1,6 @@
 #pragma once
 // Panel "Usuarios del sistema" de la ventana principal: la grilla de usuarios agrupada por nivel
-// y sus botones "Modificar", "Nuevo", "Borrar" y "Niveles de acceso...".
+// y sus botones "Modificar", "Nuevo", "Borrar", "Comisiones" y "Niveles de acceso...".
 
 #include "store/almacen.h"
 
@@ -21,12 +21,16 @@ public:
     void nuevo();
     void borrar();
     void niveles();
+    // "Comisiones": pide a la ventana las comisiones del usuario de la fila actual.
+    void comisiones();
     // Vuelve a leer la grilla, con los grupos abiertos.
     void refresca();
 
 Q_SIGNALS:
     // Cambió la lista de usuarios (nombres incluidos): la lista de vendedores se vuelve a llenar.
     void usuariosCambiados();
+    // Las comisiones del vendedor `idUsuario` (las abre la ventana, que tiene la salida de informes).
+    void comisionesPedidas(qint64 idUsuario);
 
 private:
     void edita(std::optional<qint64> id);

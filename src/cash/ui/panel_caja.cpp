@@ -32,15 +32,6 @@ namespace {
 
 const QString kTodas = QStringLiteral("<Todas>");
 
-QLineEdit* total(const char* nombre, QWidget* padre) {
-    auto* t = new QLineEdit(padre);
-    t->setObjectName(QString::fromLatin1(nombre));
-    t->setReadOnly(true);
-    t->setAlignment(Qt::AlignRight);
-    t->setMaximumWidth(150);
-    return t;
-}
-
 } // namespace
 
 PanelCaja::PanelCaja(Almacen& almacen, const EstadoAplicacion& estado, const Reloj& reloj, SalidaInformes& salida,
@@ -150,9 +141,9 @@ QVBoxLayout* PanelCaja::armaBotones() {
 QHBoxLayout* PanelCaja::armaTotales() {
     auto* fila = new QHBoxLayout;
     fila->addStretch(1);
-    text3_ = total("Text3", this);
-    text4_ = total("Text4", this);
-    text5_ = total("Text5", this);
+    text3_ = CampoTotal("Text3", this);
+    text4_ = CampoTotal("Text4", this);
+    text5_ = CampoTotal("Text5", this);
     const std::pair<const char*, QLineEdit*> totales[] = {{"Ingresos :", text3_}, {"Egresos :", text4_}, {"Diferencia :", text5_}};
     for (const auto& [texto, campo] : totales) {
         fila->addWidget(new QLabel(QString::fromLatin1(texto), this));

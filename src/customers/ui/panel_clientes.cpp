@@ -3,6 +3,7 @@
 #include "customers/clientes.h"
 #include "customers/cuenta.h"
 #include "customers/ui/pan_liq_comision.h"
+#include "customers/ui/pan_puntaje_vip_cliente.h"
 #include "customers/ui/pan_ve_comisiones.h"
 #include "customers/ui/pan_vendedores.h"
 #include "store/formato.h"
@@ -100,7 +101,7 @@ QVBoxLayout* PanelClientes::armaBotones() {
     columna->addWidget(command9_);
     columna->addWidget(boton("Command8", QStringLiteral("Ingresar cobranza"), &PanelClientes::cobranza));
     columna->addSpacing(12);
-    columna->addWidget(BotonPosterior(QStringLiteral("Command31"), QStringLiteral("Puntos VIP"), this));
+    columna->addWidget(boton("Command31", QStringLiteral("Puntos VIP"), &PanelClientes::puntosVip));
     columna->addWidget(BotonPosterior(QStringLiteral("Command48"), QStringLiteral("Histórico"), this));
     columna->addStretch(1);
     return columna;
@@ -172,6 +173,11 @@ void PanelClientes::cobranza() {
     PanLiqComision pantalla(almacen_, estado_, reloj_, salida_, *id, this);
     pantalla.exec();
     if (pantalla.registrada() && acciones_.cajaCambiada) acciones_.cajaCambiada();
+}
+
+void PanelClientes::puntosVip() {
+    PanPuntajeVipCliente pantalla(almacen_, estado_, reloj_, idActual(), this);
+    pantalla.exec();
 }
 
 } // namespace orv

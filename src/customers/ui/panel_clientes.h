@@ -44,6 +44,7 @@ public:
     void quitar();    // Command11
     void cuenta();    // Command9
     void cobranza();  // Command8
+    void puntosVip(); // Command31
     void refresca();
 
 private:
