@@ -18,6 +18,7 @@
 #include "articles/ui/pan_rubros.h"
 #include "articles/ui/pan_foto.h"
 #include "articles/ui/pan_lis_pre.h"
+#include "articles/ui/pan_cam_pre.h"
 #include "articles/ui/panel_articulos.h"
 #include "articles/ui/pan_gen_matriz.h"
 #include "articles/ui/pan_matrices.h"
@@ -500,6 +501,16 @@ int main(int argc, char** argv) {
             orv::panCambStock cambStock(*almacen, &w);
             cambStock.show();
             guarda(cambStock, QStringLiteral("camb_stock") + sufijo);
+            orv::panCamPre precios(*almacen, estado, conf, &w);
+            precios.resize(std::min(t.width() - 40, 1000), std::min(t.height() - 60, 640));
+            if (auto* rubro = precios.findChild<QComboBox*>(QStringLiteral("Combo1")); rubro && rubro->count() > 1) {
+                rubro->setCurrentIndex(1);
+                precios.muestra();
+            }
+            precios.findChild<QLineEdit*>(QStringLiteral("Text3"))->setText(QStringLiteral("8.5"));
+            precios.findChild<QLineEdit*>(QStringLiteral("Text4"))->setText(QStringLiteral("10"));
+            precios.show();
+            guarda(precios, QStringLiteral("cam_pre") + sufijo);
         }
         if (t.width() >= 1024) {
             // Producción: las fórmulas, una corrida por registrar con sus alertas, los registros y el

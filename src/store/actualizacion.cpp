@@ -44,6 +44,8 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {8, QStringLiteral("Arqueo de caja al cerrar el día e índice de los totales de caja"), creaArqueoCaja},
         {9, QStringLiteral("Índice de la cuenta corriente de cada cliente por fecha"), indexaCuentasClientes},
         {10, QStringLiteral("Borrador de la compra propio de cada terminal"), borradorCompraPorTerminal},
+        {11, QStringLiteral("Lugar libre en las páginas de artículos para cambiar precios y stock sin tocar los índices"),
+         dejaLugarEnArticulos},
     };
     return pasos;
 }

@@ -399,4 +399,14 @@ void borradorCompraPorTerminal(Almacen& a) {
     a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS TmpFacCompra_PCRed ON TmpFacCompra (PCRed)"));
 }
 
+void dejaLugarEnArticulos(Almacen& a) {
+    if (!a.esPostgreSQL()) return;
+    a.ejecuta(QStringLiteral("ALTER TABLE Articulos SET (fillfactor = 50)"));
+    // La tabla se vuelve a escribir con ese lugar libre (el nombre del índice sale del catálogo).
+    const QVariant clave = a.valor(QStringLiteral("SELECT quote_ident(c.relname) FROM pg_index i JOIN pg_class c ON c.oid = i.indexrelid "
+                                                  "WHERE i.indrelid = 'articulos'::regclass AND i.indisprimary"));
+    if (!clave.isNull()) a.ejecuta(QStringLiteral("CLUSTER Articulos USING ") + clave.toString());
+    a.ejecuta(QStringLiteral("ANALYZE Articulos"));
+}
+
 } // namespace orv

@@ -1,5 +1,7 @@
 #include "store/funciones_sqlite.h"
 
+#include "store/dinero.h"
+
 #include <QString>
 #include <sqlite3.h>
 
@@ -43,6 +45,23 @@ void contiene(sqlite3_context* ctx, int, sqlite3_value** args) {
     sqlite3_result_int(ctx, valor.contains(texto(args[1], sqlite3_value_bytes(args[1])), Qt::CaseInsensitive) ? 1 : 0);
 }
 
+// Importe × factor a cuatro decimales, exacto como en el programa (el REAL de SQLite se toma por su
+// forma decimal más corta). Nulo si el importe es nulo; un importe que no cabe, error.
+void dineroPor(sqlite3_context* ctx, int, sqlite3_value** args) {
+    if (sqlite3_value_type(args[0]) == SQLITE_NULL) {
+        sqlite3_result_null(ctx);
+        return;
+    }
+    try {
+        const Dinero importe = sqlite3_value_type(args[0]) == SQLITE_INTEGER
+                                   ? Dinero(sqlite3_value_int64(args[0]))
+                                   : Dinero::desdeDouble(sqlite3_value_double(args[0]));
+        sqlite3_result_double(ctx, importe.por(sqlite3_value_double(args[1])).aDouble());
+    } catch (const std::exception&) {
+        sqlite3_result_error(ctx, "importe fuera de rango", -1);
+    }
+}
+
 } // namespace
 
 bool RegistraFuncionesSQLite(sqlite3* db) {
@@ -53,7 +72,8 @@ bool RegistraFuncionesSQLite(sqlite3* db) {
            sqlite3_create_function_v2(db, "orv_empieza", 2, kDeterminista, nullptr, empiezaCon, nullptr, nullptr,
                                       nullptr) == SQLITE_OK &&
            sqlite3_create_function_v2(db, "orv_contiene", 2, kDeterminista, nullptr, contiene, nullptr, nullptr,
-                                      nullptr) == SQLITE_OK;
+                                      nullptr) == SQLITE_OK &&
+           sqlite3_create_function_v2(db, "orv_por", 2, kDeterminista, nullptr, dineroPor, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 void ReiniciaNumeracionDeFilas() { filasNumeradas = 0; }

@@ -8,6 +8,9 @@
 //                             fuera de ASCII (Ñ y ñ, Á y á, que el LIKE de SQLite distingue).
 //  orv_contiene(valor, texto) 1 si el valor contiene el texto, con la misma comparación.
 // Las dos últimas dan 0 si alguno es nulo; el texto va tal cual: % y _ no son comodines.
+// Y para los importes:
+//  orv_por(importe, factor)   importe × factor a cuatro decimales, con la misma cuenta exacta del
+//                             dinero del programa (nulo sigue nulo).
 
 struct sqlite3;
 

@@ -1,4 +1,5 @@
 #include "articles/ui/panel_articulos.h"
+#include "articles/ui/pan_cam_pre.h"
 
 #include "articles/articulos.h"
 #include "articles/consulta_articulos.h"
@@ -138,8 +139,7 @@ QVBoxLayout* PanelArticulos::armaBotones() {
     columna->addSpacing(12);
     columna->addWidget(boton("Command6", QStringLiteral("Rubros"), &PanelArticulos::rubros));
     columna->addWidget(boton("Command45", QStringLiteral("Lista de precios"), &PanelArticulos::listaPrecios));
-    // Su pantalla todavía no forma parte del programa: se ve, apagado, y lo dice.
-    columna->addWidget(BotonPosterior(QStringLiteral("Command37"), QStringLiteral("Cambio Precios"), this));
+    columna->addWidget(boton("Command37", QStringLiteral("Cambio Precios"), &PanelArticulos::cambioPrecios));
     columna->addWidget(boton("Command35", QStringLiteral("Producción"), &PanelArticulos::produccion));
     columna->addStretch(1);
     return columna;
@@ -228,6 +228,12 @@ bool PanelArticulos::abreFicha(qint64 id) {
     const bool aceptada = ficha.exec() == QDialog::Accepted;
     ultimoGrabado_ = ficha.idArticulo();
     return aceptada;
+}
+
+void PanelArticulos::cambioPrecios() {
+    panCamPre precios(almacen_, estado_, conf_, this);
+    precios.exec();
+    cambiados();
 }
 
 void PanelArticulos::nuevo() {

@@ -57,6 +57,7 @@ public:
     void rubros();       // Command6
     void ajustarInventario(); // Command52
     void listaPrecios(); // Command45
+    void cambioPrecios(); // Command37
     void produccion();   // Command35
     void refresca();     // Command4
     void muestraFoto(bool si); // chkMuesFoto
