@@ -12,7 +12,6 @@
 #include <QSqlQuery>
 #include <benchmark/benchmark.h>
 #include <cstdio>
-#include <list>
 #include <memory>
 
 namespace {
@@ -116,15 +115,10 @@ void prepara(Escenario& e, const QString& destino, const char* motor) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    std::list<Escenario> escenarios; // cada uno vive mientras corren sus mediciones
-    return CorreBancos(
-        argc, argv,
-        [&](const QString& destino, const QString&, const char* motor) {
-            Escenario& e = escenarios.emplace_back();
-            prepara(e, destino, motor);
-            const std::string n = std::string("Compra/200Lineas/") + motor;
-            Mide(n, [&e](benchmark::State& s) { registro(s, e); });
-            Mide(n + "/EnConjunto", [&e](benchmark::State& s) { piso(s, e); });
-        },
-        Motores::Ambos, [&] { escenarios.clear(); });
+    return CorreEscenarios<Escenario>(argc, argv, [](Escenario& e, const QString& destino, const char* motor) {
+        prepara(e, destino, motor);
+        const std::string n = std::string("Compra/200Lineas/") + motor;
+        Mide(n, [&e](benchmark::State& s) { registro(s, e); });
+        Mide(n + "/EnConjunto", [&e](benchmark::State& s) { piso(s, e); });
+    });
 }

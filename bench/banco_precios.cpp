@@ -12,7 +12,6 @@
 #include <QCoreApplication>
 #include <benchmark/benchmark.h>
 #include <cstdio>
-#include <list>
 #include <memory>
 
 namespace {
@@ -48,21 +47,16 @@ void piso(benchmark::State& s, Escenario& e) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    std::list<Escenario> escenarios; // cada uno vive mientras corren sus mediciones
-    return CorreBancos(
-        argc, argv,
-        [&](const QString& destino, const QString&, const char* motor) {
-            Escenario& e = escenarios.emplace_back();
-            e.a = orv::Almacen::abre(destino);
-            orv::actualizaEsquema(*e.a);
-            orv::OpcionesGenerador o;
-            o.articulos = 300000;
-            o.filasCaja = 100;
-            orv::generaAlmacenGrande(*e.a, o);
-            std::fprintf(stderr, "%s: 300 000 artículos\n", motor);
-            const std::string n = std::string("Precios/CambioDeTodo300000/") + motor;
-            Mide(n, [&e](benchmark::State& s) { cambio(s, e); })->Iterations(4);
-            Mide(n + "/SentenciaDesnuda", [&e](benchmark::State& s) { piso(s, e); })->Iterations(4);
-        },
-        Motores::Ambos, [&] { escenarios.clear(); });
+    return CorreEscenarios<Escenario>(argc, argv, [](Escenario& e, const QString& destino, const char* motor) {
+        e.a = orv::Almacen::abre(destino);
+        orv::actualizaEsquema(*e.a);
+        orv::OpcionesGenerador o;
+        o.articulos = 300000;
+        o.filasCaja = 100;
+        orv::generaAlmacenGrande(*e.a, o);
+        std::fprintf(stderr, "%s: 300 000 artículos\n", motor);
+        const std::string n = std::string("Precios/CambioDeTodo300000/") + motor;
+        Mide(n, [&e](benchmark::State& s) { cambio(s, e); })->Iterations(4);
+        Mide(n + "/SentenciaDesnuda", [&e](benchmark::State& s) { piso(s, e); })->Iterations(4);
+    });
 }

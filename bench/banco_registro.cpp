@@ -16,7 +16,6 @@
 #include <cstdio>
 #include <atomic>
 #include <functional>
-#include <list>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -191,12 +190,8 @@ void registra(Escenario& e, const QString& destino, const std::string& motor) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    std::list<Escenario> escenarios; // cada uno vive mientras corren sus mediciones
-    return CorreBancos(
-        argc, argv,
-        [&](const QString& destino, const QString&, const char* motor) {
-            prepara(escenarios.emplace_back(), destino, motor);
-            registra(escenarios.back(), destino, motor);
-        },
-        Motores::Ambos, [&] { escenarios.clear(); });
+    return CorreEscenarios<Escenario>(argc, argv, [](Escenario& e, const QString& destino, const char* motor) {
+        prepara(e, destino, motor);
+        registra(e, destino, motor);
+    });
 }

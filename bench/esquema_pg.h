@@ -10,6 +10,7 @@
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <functional>
+#include <list>
 #include <string>
 #include <utility>
 #include <QRandomGenerator>
@@ -77,3 +78,17 @@ inline int CorreBancos(int& argc, char** argv,
     benchmark::Shutdown();
     return salida;
 }
+
+// Lo mismo con un escenario por motor (su almacén y lo que mida): vive mientras corren sus
+// mediciones y se suelta antes de que se borre el esquema.
+template <typename Escenario>
+int CorreEscenarios(int& argc, char** argv,
+                    const std::function<void(Escenario& e, const QString& destino, const char* motor)>& prepara,
+                    Motores motores = Motores::Ambos) {
+    std::list<Escenario> escenarios;
+    return CorreBancos(
+        argc, argv,
+        [&](const QString& destino, const QString&, const char* motor) { prepara(escenarios.emplace_back(), destino, motor); },
+        motores, [&] { escenarios.clear(); });
+}
+

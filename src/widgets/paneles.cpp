@@ -96,6 +96,25 @@ QLineEdit* CampoTotal(const char* nombre, QWidget* padre, int anchoMaximo) {
     return t;
 }
 
+QLineEdit* CampoSaldo(const char* nombre, QWidget* padre) {
+    QLineEdit* t = CampoTotal(nombre, padre, 170);
+    t->setMinimumWidth(150);
+    QFont f = t->font();
+    f.setBold(true);
+    t->setFont(f);
+    return t;
+}
+
+QLabel* TituloDialogo(const char* nombre, const QString& texto, QWidget* padre) {
+    auto* t = new QLabel(texto, padre);
+    t->setObjectName(QString::fromLatin1(nombre));
+    QFont f = t->font();
+    f.setPointSizeF(f.pointSizeF() * 1.25);
+    f.setBold(true);
+    t->setFont(f);
+    return t;
+}
+
 QLabel* TituloPanel(const QString& texto, QWidget* padre) {
     auto* t = new QLabel(texto, padre);
     t->setObjectName(QStringLiteral("lblTituloPanel"));

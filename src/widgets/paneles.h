@@ -46,6 +46,10 @@ std::optional<qint64> ClaveActual(const Grilla& grilla, const QString& campo);
 QDateEdit* CampoFecha(const QString& nombre, QWidget* padre);
 // Campo de sólo lectura para un total, alineado a la derecha.
 QLineEdit* CampoTotal(const char* nombre, QWidget* padre, int anchoMaximo = 150);
+// El saldo de una cuenta: un total en negrita, de 150 a 170 puntos de ancho.
+QLineEdit* CampoSaldo(const char* nombre, QWidget* padre);
+// El título de un diálogo (el nombre de la persona o el tema), en negrita y más grande.
+QLabel* TituloDialogo(const char* nombre, const QString& texto, QWidget* padre);
 
 // Un botón de texto con su nombre al final de la fila (o columna) de botones; Enter no lo pulsa.
 QPushButton* BotonEnFila(QBoxLayout* fila, const char* nombre, const QString& texto, QWidget* padre, int anchoMinimo = 100);

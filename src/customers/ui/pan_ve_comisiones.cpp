@@ -44,14 +44,7 @@ PanVeComisiones::PanVeComisiones(Almacen& almacen, const EstadoAplicacion& estad
     arriba->addWidget(buscar);
     arriba->addWidget(dtPicker1_);
     arriba->addStretch(1);
-    text1_ = new QLineEdit(this);
-    text1_->setObjectName(QStringLiteral("Text1"));
-    text1_->setReadOnly(true);
-    text1_->setAlignment(Qt::AlignRight);
-    text1_->setMinimumWidth(150);
-    QFont fs = text1_->font();
-    fs.setBold(true);
-    text1_->setFont(fs);
+    text1_ = CampoSaldo("Text1", this);
     auto* saldo = new QLabel(QStringLiteral("SALDO :"), this);
     saldo->setBuddy(text1_);
     arriba->addWidget(saldo);

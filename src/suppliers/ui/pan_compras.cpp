@@ -25,13 +25,7 @@ panCompras::panCompras(const ContextoCompras& c, qint64 idProveedor, QWidget* pa
     auto* capa = new QVBoxLayout(this);
     capa->setContentsMargins(16, 14, 16, 14);
     Intenta(this, [this] { razon_ = RazonSocialProveedor(c_.almacen, id_); });
-    auto* lblProve = new QLabel(razon_, this);
-    lblProve->setObjectName(QStringLiteral("lblProve"));
-    QFont ft = lblProve->font();
-    ft.setPointSizeF(ft.pointSizeF() * 1.3);
-    ft.setBold(true);
-    lblProve->setFont(ft);
-    capa->addWidget(lblProve);
+    capa->addWidget(TituloDialogo("lblProve", razon_, this));
     capa->addLayout(armaFiltro());
 
     armaGrilla();

@@ -25,13 +25,7 @@ panCtaProve::panCtaProve(const ContextoCompras& c, qint64 idProveedor, QWidget* 
     auto* capa = new QVBoxLayout(this);
     capa->setContentsMargins(16, 14, 16, 14);
     Intenta(this, [this] { razon_ = RazonSocialProveedor(c_.almacen, id_); });
-    label1_ = new QLabel(QStringLiteral("Cuenta del proveedor ") + razon_, this);
-    label1_->setObjectName(QStringLiteral("Label1"));
-    QFont ft = label1_->font();
-    ft.setPointSizeF(ft.pointSizeF() * 1.3);
-    ft.setBold(true);
-    label1_->setFont(ft);
-    capa->addWidget(label1_);
+    capa->addWidget(TituloDialogo("Label1", QStringLiteral("Cuenta del proveedor ") + razon_, this));
     auto* ayuda = new QLabel(QStringLiteral("Éste es el informe de los movimientos de cuenta del proveedor seleccionado. Aquí se "
                                             "registran las compras en cuenta corriente y los pagos que efectuamos."),
                              this);
@@ -44,14 +38,7 @@ panCtaProve::panCtaProve(const ContextoCompras& c, qint64 idProveedor, QWidget* 
     auto* desde = new QLabel(QStringLiteral("Mostrar &desde :"), this);
     desde->setBuddy(dt1_);
     auto* command3 = BotonIcono(QStringLiteral("Command3"), QStyle::SP_BrowserReload, QStringLiteral("Mostrar desde la fecha"), this);
-    txTotal_ = new QLineEdit(this);
-    txTotal_->setObjectName(QStringLiteral("txTotal"));
-    txTotal_->setReadOnly(true);
-    txTotal_->setAlignment(Qt::AlignRight);
-    txTotal_->setMaximumWidth(170);
-    QFont fs = txTotal_->font();
-    fs.setBold(true);
-    txTotal_->setFont(fs);
+    txTotal_ = CampoSaldo("txTotal", this);
     auto* saldo = new QLabel(QStringLiteral("Saldo :"), this);
     saldo->setBuddy(txTotal_);
     for (QWidget* w : std::initializer_list<QWidget*>{desde, dt1_, command3}) arriba->addWidget(w);

@@ -34,7 +34,6 @@ private:
     ContextoCompras c_;
     qint64 id_;
     QString razon_;
-    QLabel* label1_ = nullptr;
     QDateEdit* dt1_ = nullptr;
     QLineEdit* txTotal_ = nullptr;
     Grilla* grilla_ = nullptr;

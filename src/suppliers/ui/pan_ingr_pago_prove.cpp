@@ -27,13 +27,7 @@ panIngrPagoProve::panIngrPagoProve(const ContextoCompras& c, qint64 idProveedor,
     capa->setContentsMargins(18, 14, 18, 12);
     QString razon;
     Intenta(this, [&] { razon = RazonSocialProveedor(c_.almacen, id_); });
-    auto* titulo = new QLabel(razon, this);
-    titulo->setObjectName(QStringLiteral("lblProve"));
-    QFont ft = titulo->font();
-    ft.setBold(true);
-    ft.setPointSizeF(ft.pointSizeF() * 1.2);
-    titulo->setFont(ft);
-    capa->addWidget(titulo);
+    capa->addWidget(TituloDialogo("lblProve", razon, this));
     list1_ = new QListWidget(this);
     list1_->setObjectName(QStringLiteral("List1"));
     list1_->setSelectionMode(QAbstractItemView::MultiSelection);

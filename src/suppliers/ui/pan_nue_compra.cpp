@@ -56,13 +56,7 @@ panNueCompra::panNueCompra(Almacen& almacen, const EstadoAplicacion& estado, con
     auto* capa = new QVBoxLayout(this);
     capa->setContentsMargins(16, 12, 16, 12);
     capa->setSpacing(8);
-    lblProve_ = new QLabel(nombreProveedor_, this);
-    lblProve_->setObjectName(QStringLiteral("lblProve"));
-    QFont f = lblProve_->font();
-    f.setBold(true);
-    f.setPointSizeF(f.pointSizeF() * 1.2);
-    lblProve_->setFont(f);
-    capa->addWidget(lblProve_);
+    capa->addWidget(TituloDialogo("lblProve", nombreProveedor_, this));
     capa->addWidget(armaEntrada());
 
     grilla_ = new Grilla(almacen_, this);

@@ -86,7 +86,6 @@ private:
     std::function<qint64()> articuloNuevo_;
     CompraRegistrada registrada_;
 
-    QLabel* lblProve_ = nullptr;
     QCheckBox* check1_ = nullptr;
     QLineEdit* txtCodigo_ = nullptr;
     QLineEdit* text1_ = nullptr;
