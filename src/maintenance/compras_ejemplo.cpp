@@ -16,6 +16,22 @@ qint64 idDe(const Almacen& a, const QString& sql, const QString& nombre) {
     return id;
 }
 
+// Al proveedor ya se le pagó en efectivo una parte de su última compra, que queda cancelada.
+void pagoDeEjemplo(Almacen& a, qint64 idProveedor, qint64 cuenta, const QDate& hoy, qint32 idUsuario) {
+    PagoProveedor p;
+    p.idProveedor = idProveedor;
+    p.comprasCanceladas << a.valor(QStringLiteral("SELECT MAX(idCompra) FROM Compras WHERE idProveedor = ?"), {idProveedor}).toLongLong();
+    p.importe = QStringLiteral("20000");
+    p.formaPago = QStringLiteral("EFVO");
+    p.idCuenta = cuenta;
+    p.fecha = hoy.addDays(-3);
+    p.referencia = QStringLiteral("Recibo 0001-00004410");
+    p.detalle = QStringLiteral("Pago a cuenta del remito");
+    p.registraCaja = true;
+    p.idUsuario = idUsuario;
+    RegistraPagoProveedor(a, p);
+}
+
 } // namespace
 
 void CargaComprasEjemplo(Almacen& a, const QDate& hoy, qint32 idRed, qint32 idUsuario) {
@@ -68,22 +84,7 @@ void CargaComprasEjemplo(Almacen& a, const QDate& hoy, qint32 idRed, qint32 idUs
         }
     }
     VaciaBorradorCompra(a, idRed);
-    // El primer proveedor ya cobró una parte de su remito, en efectivo.
-    if (!proveedores.isEmpty()) {
-        PagoProveedor p;
-        p.idProveedor = proveedores.first().first;
-        p.comprasCanceladas << a.valor(QStringLiteral("SELECT MAX(idCompra) FROM Compras WHERE idProveedor = ?"), {p.idProveedor})
-                                   .toLongLong();
-        p.importe = QStringLiteral("20000");
-        p.formaPago = QStringLiteral("EFVO");
-        p.idCuenta = cuenta;
-        p.fecha = hoy.addDays(-3);
-        p.referencia = QStringLiteral("Recibo 0001-00004410");
-        p.detalle = QStringLiteral("Pago a cuenta del remito");
-        p.registraCaja = true;
-        p.idUsuario = idUsuario;
-        RegistraPagoProveedor(a, p);
-    }
+    if (!proveedores.isEmpty()) pagoDeEjemplo(a, proveedores.first().first, cuenta, hoy, idUsuario);
     t.confirmar();
 }
 

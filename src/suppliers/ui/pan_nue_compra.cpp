@@ -158,6 +158,12 @@ QWidget* panNueCompra::armaEntrada() {
     g->addWidget(lblAviso_, 2, 4, 1, 4);
     g->setColumnStretch(5, 1);
 
+    conectaEntrada();
+    return caja;
+}
+
+// Enter y la salida de cada campo, la lista que sigue a lo escrito y los botones de la línea.
+void panNueCompra::conectaEntrada() {
     for (QLineEdit* e : {txtCodigo_, text1_, cboArticulos_, txtCant_, txtUnitario_, txtBonif_}) e->installEventFilter(this);
     connect(txtCodigo_, &QLineEdit::editingFinished, this, [this] {
         if (txtCodigo_->isModified()) buscaPorCodigo();
@@ -182,7 +188,6 @@ QWidget* panNueCompra::armaEntrada() {
         const qint64 id = articuloNuevo_ ? articuloNuevo_() : 0;
         if (id > 0) eligeDeLista(id);
     });
-    return caja;
 }
 
 QWidget* panNueCompra::armaTotales() {

@@ -60,6 +60,7 @@ protected:
 
 private:
     QWidget* armaEntrada();
+    void conectaEntrada();
     QWidget* armaTotales();
     QTabWidget* armaPestanias();
     QWidget* armaPago();
