@@ -466,7 +466,7 @@ int main(int argc, char** argv) {
                 compra.resize(std::min(t.width() - 40, 1120), std::min(t.height() - 40, 760));
                 compra.show();
                 guarda(compra, QStringLiteral("nue_compra") + sufijo);
-                compra.reject();
+                compra.hide();
                 orv::panNueCompra reabierta(*almacen, estado, conf, reloj, prove, razon,
                                             almacen->valor(QStringLiteral("SELECT min(idCompra) FROM Compras")).toLongLong(), &w);
                 reabierta.resize(std::min(t.width() - 40, 1120), std::min(t.height() - 40, 760));

@@ -55,6 +55,9 @@ public:
     void recalcula();               // Command5 y cada cambio de los porcentajes
     void acepta();                  // Command1
 
+    // "Cancelar" y Esc: con líneas cargadas, pregunta antes de cerrar sin registrar.
+    void reject() override;
+
 protected:
     bool eventFilter(QObject* o, QEvent* e) override;
 

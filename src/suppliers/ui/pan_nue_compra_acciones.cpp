@@ -259,6 +259,13 @@ void panNueCompra::acepta() {
     accept();
 }
 
+void panNueCompra::reject() {
+    if (grilla_->modelo().rowCount() > 0 &&
+        !PreguntaSiNo(QStringLiteral("La compra no se registró. ¿Cierra igual?"), QStringLiteral("Pregunta"), Icono::Pregunta, this))
+        return;
+    QDialog::reject();
+}
+
 bool panNueCompra::eventFilter(QObject* o, QEvent* e) {
     if (e->type() == QEvent::FocusIn && o == txtCant_) QMetaObject::invokeMethod(txtCant_, &QLineEdit::selectAll, Qt::QueuedConnection);
     if (!esEnter(e)) return QDialog::eventFilter(o, e);

@@ -134,6 +134,15 @@ TEST_F(PanNueCompra, CompraReabiertaYUnErrorDeTipeoNoLaPierde) {
     EXPECT_EQ(QStringList({error->titulo, error->texto}), QStringList({"Error", "Porcentaje/alicuota impositiva incorrecta!!"}));
     EXPECT_TRUE(d.isVisible());
     EXPECT_EQ(prueba::Filas(a(), QStringLiteral("SELECT idCompra, Total FROM Compras")), QStringList{QStringLiteral("%1|2320.5").arg(id)});
+    // Esc con líneas pregunta: No deja la pantalla abierta, Sí la cierra y la compra queda como estaba.
+    auto no = respondeCaja(QStringLiteral("No"));
+    QTest::keyClick(&d, Qt::Key_Escape);
+    EXPECT_EQ(no->texto, QStringLiteral("La compra no se registró. ¿Cierra igual?"));
+    EXPECT_TRUE(d.isVisible());
+    auto si = respondeCaja(QStringLiteral("Sí"));
+    QTest::keyClick(&d, Qt::Key_Escape);
+    EXPECT_FALSE(d.isVisible());
+    EXPECT_EQ(prueba::Filas(a(), QStringLiteral("SELECT count(*) FROM DetCompras")), QStringList{"1"});
 }
 
 } // namespace
