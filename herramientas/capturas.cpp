@@ -21,6 +21,9 @@
 #include "articles/ui/panel_articulos.h"
 #include "articles/ui/pan_gen_matriz.h"
 #include "articles/ui/pan_matrices.h"
+#include "articles/etiquetas.h"
+#include "articles/ui/pan_conf_etiq.h"
+#include "articles/ui/pan_etiquetas.h"
 #include "production/ui/pan_formula.h"
 #include "production/ui/pan_produccion.h"
 #include "suppliers/ui/pan_compras.h"
@@ -500,6 +503,55 @@ int main(int argc, char** argv) {
             generador.todas();
             generador.show();
             guarda(generador, QStringLiteral("gen_matriz") + sufijo);
+        }
+        if (t.width() >= 1024) {
+            // Etiquetas: el día con más compras de artículos marcados, sus entradas, la hoja de
+            // ejemplo y, una vez, la primera hoja impresa como la ve la impresora. En el comercio de
+            // ejemplo sólo la fiambrería lleva etiqueta propia y no tiene compras: aquí también la
+            // llevan los artículos de la última compra.
+            almacen->ejecuta(QStringLiteral("UPDATE Articulos SET ImprimeCodigoBarra = 1 WHERE idArticulo IN (SELECT idArticulo "
+                                            "FROM MovimientoStock WHERE idTipoMovimiento = 1 AND Fecha = (SELECT max(Fecha) "
+                                            "FROM MovimientoStock WHERE idTipoMovimiento = 1))"));
+            const QDate dia = almacen->valor(QStringLiteral("SELECT Fecha FROM ConsultaMovStock WHERE idTipoMovimiento = 1 AND "
+                                                            "Ingreso > 0 AND ImprimeCodigoBarra <> 0 GROUP BY Fecha "
+                                                            "ORDER BY sum(Ingreso) DESC, Fecha DESC"))
+                                  .toDate();
+            orv::panEtiq etiq(*almacen, reloj, &w);
+            etiq.fecha()->setDate(dia);
+            etiq.show();
+            guarda(etiq, QStringLiteral("etiq") + sufijo);
+            orv::panCgoBarra cgoBarra(*almacen, dia, &w);
+            cgoBarra.aImprimir()->item(0)->setSelected(true);
+            cgoBarra.aImprimir()->item(1)->setSelected(true);
+            cgoBarra.pasaElegidos(cgoBarra.aImprimir(), cgoBarra.disponibles());
+            cgoBarra.findChild<QLineEdit*>(QStringLiteral("Text2"))->setText(QStringLiteral("4"));
+            cgoBarra.show();
+            guarda(cgoBarra, QStringLiteral("cgo_barra") + sufijo);
+            const QString hoja = orv::NombresHojasEtiquetas(*almacen).value(0);
+            orv::panConfEtiq conf(*almacen, hoja, &w);
+            conf.show();
+            guarda(conf, QStringLiteral("conf_etiq") + sufijo);
+            if (t.width() == 1280) {
+                QStringList codigos;
+                for (int i = 0; i < cgoBarra.aImprimir()->count(); ++i) codigos << cgoBarra.aImprimir()->item(i)->text();
+                const orv::TrabajoEtiquetas trabajo = orv::PreparaImpresionEtiquetas(*almacen, hoja, codigos, QStringLiteral("4"), true);
+                constexpr double kPxPorMm = 6.0;
+                QImage imagen(int(210 * kPxPorMm), int(297 * kPxPorMm), QImage::Format_RGB32);
+                imagen.fill(Qt::white);
+                QPainter p(&imagen);
+                p.setRenderHint(QPainter::Antialiasing);
+                p.scale(kPxPorMm, kPxPorMm);
+                p.setPen(QPen(QColor(200, 200, 200), 0));
+                for (const orv::LugarEtiqueta& l : orv::TrabajoDePrueba(trabajo.hoja).lugares)
+                    p.drawRect(QRectF(l.origen, QSizeF(trabajo.hoja.ancho, trabajo.hoja.largo)));
+                orv::DibujaPaginaEtiquetas(p, trabajo.hoja, trabajo.lugares, 0, trabajo.ean13);
+                p.end();
+                const QString ruta = QDir(salida).filePath(QStringLiteral("hoja_etiquetas.png"));
+                if (imagen.save(ruta)) {
+                    ++guardadas;
+                    std::printf("%s\n", qPrintable(ruta));
+                }
+            }
         }
         {
             // La caja de un viernes (el día cerrado), un movimiento escrito a mano, los catálogos y el
