@@ -44,7 +44,9 @@
 #include "customers/ui/pan_vendedores.h"
 #include "app/estado.h"
 #include "sales/ui/pan_comprobantes.h"
+#include "sales/diseno_ticket.h"
 #include "sales/ui/pan_conf_fiscal.h"
+#include "sales/ui/pan_conf_tkt.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
@@ -327,6 +329,20 @@ int main(int argc, char** argv) {
             orv::PanNueTipoComproba nuevoTipo(*almacen, conf, 1, &w);
             nuevoTipo.show();
             guarda(nuevoTipo, QStringLiteral("nue_tipo_comproba") + sufijo);
+            {
+                // El configurador del ticket con un diseño de mostrador: encabezado, artículos y totales.
+                orv::DisenoTicket d;
+                d.puerto = QStringLiteral("/dev/usb/lp0");
+                d.lugares = QList<std::optional<QPointF>>(orv::ElementosTicket().size());
+                const std::pair<int, QPointF> lugares[] = {{0, {18, 3}},  {1, {18, 9}},  {2, {22, 15}}, {5, {2, 26}},
+                                                           {7, {50, 26}}, {6, {2, 32}},  {8, {2, 42}},  {9, {28, 110}},
+                                                           {13, {28, 118}}, {14, {2, 128}}, {16, {28, 136}}, {17, {12, 150}}};
+                for (const auto& [i, l] : lugares) d.lugares[i] = l;
+                orv::GrabaDisenoTicket(conf, d);
+                orv::panConfTkt tkt(conf, &w);
+                tkt.show();
+                guarda(tkt, QStringLiteral("conf_tkt") + sufijo);
+            }
             for (const auto& [ficha, id, nivel] :
                  {std::tuple{"articulo_nuevo", qint64(0), &estado}, std::tuple{"articulo_editar", conFoto, &estado},
                   std::tuple{"articulo_nuevo_sin_costos", qint64(0), &sinCostos},
