@@ -173,6 +173,14 @@ PaginaCodigos LeePaginaCodigos(const Configuracion& conf) {
                                                                                                 : PaginaCodigos::CP858;
 }
 
+void GrabaPaginaCodigos(const Configuracion& conf, PaginaCodigos pagina) {
+    conf.graba(clave::ticket, kClavePagina, NombrePaginaCodigos(pagina));
+}
+
+QString NombrePaginaCodigos(PaginaCodigos pagina) {
+    return pagina == PaginaCodigos::CP850 ? QStringLiteral("CP850") : QStringLiteral("CP858");
+}
+
 QByteArray CodificaTicket(const QString& texto, PaginaCodigos pagina) {
     QByteArray r;
     r.reserve(texto.size());

@@ -19,6 +19,8 @@ namespace orv {
 // CP858 (la de siempre, con el €) o CP850. Clave "PaginaCodigos" de la sección "Ticket".
 enum class PaginaCodigos { CP858, CP850 };
 PaginaCodigos LeePaginaCodigos(const Configuracion& conf);
+void GrabaPaginaCodigos(const Configuracion& conf, PaginaCodigos pagina);
+QString NombrePaginaCodigos(PaginaCodigos pagina);
 
 // El texto en la página de códigos; lo que no tiene lugar en ella sale como "?".
 QByteArray CodificaTicket(const QString& texto, PaginaCodigos pagina);

@@ -23,25 +23,12 @@
 
 namespace orv {
 
-namespace {
-
-QLabel* encabezado(const QString& texto, QWidget* padre) {
-    auto* l = new QLabel(texto, padre);
-    QFont f = l->font();
-    f.setPointSizeF(f.pointSizeF() * 1.4);
-    f.setBold(true);
-    l->setFont(f);
-    return l;
-}
-
-} // namespace
-
 panEtiq::panEtiq(Almacen& almacen, const Reloj& reloj, QWidget* padre) : QDialog(padre), almacen_(almacen) {
     setObjectName(QStringLiteral("panEtiq"));
     setWindowTitle(QStringLiteral("Etiquetas Cgo Barras"));
     setModal(true);
     auto* capa = new QVBoxLayout(this);
-    capa->addWidget(encabezado(QStringLiteral("Gestión Etiquetas código de barra"), this));
+    capa->addWidget(TituloPanel(QStringLiteral("Gestión Etiquetas código de barra"), this));
     auto* proposito = new QLabel(QStringLiteral("Desde aquí podrá imprimir las etiquetas de aquellos artículos ingresados al "
                                                 "stock que no poseen su propia etiqueta EAN13 comercial y requieren tener una."),
                                  this);

@@ -1,5 +1,6 @@
 #include "sales/ui/pan_conf_tkt.h"
 
+#include "sales/ticket.h"
 #include "widgets/ventanas.h"
 
 #include <QCheckBox>
@@ -55,6 +56,7 @@ panConfTkt::panConfTkt(const Configuracion& conf, QWidget* padre) : QDialog(padr
         cboPuerto_->setCurrentText(d.puerto);
     }
     txtConfPuerto_->setText(d.parametros);
+    cboPagina_->setCurrentText(NombrePaginaCodigos(LeePaginaCodigos(conf_)));
     cambiaPuerto();
     CentrarVentana(this);
 }
@@ -72,6 +74,11 @@ QWidget* panConfTkt::armaPuerto() {
     txtConfPuerto_->setPlaceholderText(QStringLiteral("9600,n,8,1"));
     f->addRow(QStringLiteral("Puerto :"), cboPuerto_);
     f->addRow(QStringLiteral("Parámetros :"), txtConfPuerto_);
+    // La página de códigos de la impresora: las letras acentuadas salen bien sólo con la suya.
+    cboPagina_ = new QComboBox(caja);
+    cboPagina_->setObjectName(QStringLiteral("cboPagina"));
+    cboPagina_->addItems({NombrePaginaCodigos(PaginaCodigos::CP858), NombrePaginaCodigos(PaginaCodigos::CP850)});
+    f->addRow(QStringLiteral("Página de códigos :"), cboPagina_);
     connect(cboPuerto_, &QComboBox::currentTextChanged, this, &panConfTkt::cambiaPuerto);
     return caja;
 }
@@ -173,6 +180,7 @@ bool panConfTkt::eventFilter(QObject* o, QEvent* e) {
 // 4. Cada elemento con su lugar, o vacío si está apagado; el puerto y sus parámetros.
 void panConfTkt::aceptar() {
     GrabaDisenoTicket(conf_, diseno());
+    GrabaPaginaCodigos(conf_, cboPagina_->currentIndex() == 1 ? PaginaCodigos::CP850 : PaginaCodigos::CP858);
     accept();
 }
 

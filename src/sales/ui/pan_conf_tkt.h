@@ -46,6 +46,7 @@ private:
     const Configuracion& conf_;
     QComboBox* cboPuerto_ = nullptr;
     QLineEdit* txtConfPuerto_ = nullptr;
+    QComboBox* cboPagina_ = nullptr;
     QFrame* picTkt_ = nullptr;
     QList<QCheckBox*> opciones_;
     QList<QLabel*> elementos_;

@@ -26,16 +26,17 @@ protected:
     QStringList seccion() {
         QStringList r;
         for (const ElementoTicket& e : ElementosTicket()) r << e.titulo + u'=' + conf_->lee(clave::ticket, e.titulo);
-        for (const char* c : {"Puerto", "ParametrosPuerto"})
+        for (const char* c : {"Puerto", "ParametrosPuerto", "PaginaCodigos"})
             r << QString::fromLatin1(c) + u'=' + conf_->lee(clave::ticket, QString::fromLatin1(c));
         return r;
     }
     static QStringList esperada(std::initializer_list<std::pair<int, const char*>> valores, const char* puerto,
-                                const char* parametros) {
+                                const char* parametros, const char* pagina) {
         QStringList r;
         for (const ElementoTicket& e : ElementosTicket()) r << e.titulo + u'=';
         for (const auto& [i, v] : valores) r[i] += QString::fromUtf8(v);
-        r << QStringLiteral("Puerto=") + QString::fromUtf8(puerto) << QStringLiteral("ParametrosPuerto=") + QString::fromUtf8(parametros);
+        r << QStringLiteral("Puerto=") + QString::fromUtf8(puerto) << QStringLiteral("ParametrosPuerto=") + QString::fromUtf8(parametros)
+          << QStringLiteral("PaginaCodigos=") + QString::fromUtf8(pagina);
         return r;
     }
 };
@@ -48,6 +49,8 @@ TEST_F(ConfTicket, LoUbicadoSeGuardaYVuelveASuLugar) {
         for (int i = 0; i < ElementosTicket().size(); ++i) EXPECT_FALSE(d.opcion(i)->isChecked() || d.elemento(i)->isVisible()) << i;
         hijo<QComboBox>(d, "cboPuerto")->setCurrentText(QStringLiteral("COM2"));
         hijo<QLineEdit>(d, "txtConfPuerto")->setText(QStringLiteral("9600,n,8,1"));
+        EXPECT_EQ(hijo<QComboBox>(d, "cboPagina")->currentText(), QStringLiteral("CP858"));
+        hijo<QComboBox>(d, "cboPagina")->setCurrentText(QStringLiteral("CP850"));
         for (const auto& [i, x, y] : {std::tuple{0, 10.0, 2.0}, std::tuple{8, 1.0, 30.0}, std::tuple{13, 40.0, 60.4}, std::tuple{5, 3.0, 9.0}}) {
             d.opcion(i)->setChecked(true);
             d.ubica(i, QPointF(x, y));
@@ -56,7 +59,7 @@ TEST_F(ConfTicket, LoUbicadoSeGuardaYVuelveASuLugar) {
         QTest::mouseClick(hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
         EXPECT_EQ(d.result(), QDialog::Accepted);
     }
-    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1"));
+    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1", "CP850"));
     // Al volver: encendidos y en su lugar; Cancelar no escribe nada.
     panConfTkt d(*conf_);
     d.show();
@@ -65,10 +68,10 @@ TEST_F(ConfTicket, LoUbicadoSeGuardaYVuelveASuLugar) {
         if (d.opcion(i)->isChecked() && d.elemento(i)->isVisible())
             vistos << QStringLiteral("%1@%2,%3").arg(i).arg(d.elemento(i)->x()).arg(d.elemento(i)->y());
     EXPECT_EQ(vistos, (QStringList{"0@30,6", "8@3,90", "13@120,181"}));
-    EXPECT_EQ(prueba::Textos(d, {"cboPuerto", "txtConfPuerto"}), (QStringList{"COM2", "9600,n,8,1"}));
+    EXPECT_EQ(prueba::Textos(d, {"cboPuerto", "txtConfPuerto", "cboPagina"}), (QStringList{"COM2", "9600,n,8,1", "CP850"}));
     d.opcion(0)->setChecked(false);
     QTest::mouseClick(hijo<QPushButton>(d, "Command2"), Qt::LeftButton);
-    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1"));
+    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1", "CP850"));
 }
 
 TEST_F(ConfTicket, ParametrosSoloEnUnPuertoSerieYUnaClaveIlegibleNoUbicaNada) {
