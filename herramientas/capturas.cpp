@@ -22,6 +22,9 @@
 #include "articles/ui/panel_articulos.h"
 #include "articles/ui/pan_gen_matriz.h"
 #include "articles/ui/pan_matrices.h"
+#include "articles/etiquetas.h"
+#include "articles/ui/pan_conf_etiq.h"
+#include "articles/ui/pan_etiquetas.h"
 #include "production/ui/pan_formula.h"
 #include "production/ui/pan_produccion.h"
 #include "suppliers/ui/pan_compras.h"
@@ -49,7 +52,9 @@
 #include "customers/ui/pan_vendedores.h"
 #include "app/estado.h"
 #include "sales/ui/pan_comprobantes.h"
+#include "sales/diseno_ticket.h"
 #include "sales/ui/pan_conf_fiscal.h"
+#include "sales/ui/pan_conf_tkt.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
@@ -367,6 +372,20 @@ int main(int argc, char** argv) {
             orv::PanNueTipoComproba nuevoTipo(*almacen, conf, 1, &w);
             nuevoTipo.show();
             guarda(nuevoTipo, QStringLiteral("nue_tipo_comproba") + sufijo);
+            {
+                // El configurador del ticket con un diseño de mostrador: encabezado, artículos y totales.
+                orv::DisenoTicket d;
+                d.puerto = QStringLiteral("/dev/usb/lp0");
+                d.lugares = QList<std::optional<QPointF>>(orv::ElementosTicket().size());
+                const std::pair<int, QPointF> lugares[] = {{0, {18, 3}},  {1, {18, 9}},  {2, {22, 15}}, {5, {2, 26}},
+                                                           {7, {50, 26}}, {6, {2, 32}},  {8, {2, 42}},  {9, {28, 110}},
+                                                           {13, {28, 118}}, {14, {2, 128}}, {16, {28, 136}}, {17, {12, 150}}};
+                for (const auto& [i, l] : lugares) d.lugares[i] = l;
+                orv::GrabaDisenoTicket(conf, d);
+                orv::panConfTkt tkt(conf, &w);
+                tkt.show();
+                guarda(tkt, QStringLiteral("conf_tkt") + sufijo);
+            }
             for (const auto& [ficha, id, nivel] :
                  {std::tuple{"articulo_nuevo", qint64(0), &estado}, std::tuple{"articulo_editar", conFoto, &estado},
                   std::tuple{"articulo_nuevo_sin_costos", qint64(0), &sinCostos},
@@ -553,6 +572,55 @@ int main(int argc, char** argv) {
             generador.todas();
             generador.show();
             guarda(generador, QStringLiteral("gen_matriz") + sufijo);
+        }
+        if (t.width() >= 1024) {
+            // Etiquetas: el día con más compras de artículos marcados, sus entradas, la hoja de
+            // ejemplo y, una vez, la primera hoja impresa como la ve la impresora. En el comercio de
+            // ejemplo sólo la fiambrería lleva etiqueta propia y no tiene compras: aquí también la
+            // llevan los artículos de la última compra.
+            almacen->ejecuta(QStringLiteral("UPDATE Articulos SET ImprimeCodigoBarra = 1 WHERE idArticulo IN (SELECT idArticulo "
+                                            "FROM MovimientoStock WHERE idTipoMovimiento = 1 AND Fecha = (SELECT max(Fecha) "
+                                            "FROM MovimientoStock WHERE idTipoMovimiento = 1))"));
+            const QDate dia = almacen->valor(QStringLiteral("SELECT Fecha FROM ConsultaMovStock WHERE idTipoMovimiento = 1 AND "
+                                                            "Ingreso > 0 AND ImprimeCodigoBarra <> 0 GROUP BY Fecha "
+                                                            "ORDER BY sum(Ingreso) DESC, Fecha DESC"))
+                                  .toDate();
+            orv::panEtiq etiq(*almacen, reloj, &w);
+            etiq.fecha()->setDate(dia);
+            etiq.show();
+            guarda(etiq, QStringLiteral("etiq") + sufijo);
+            orv::panCgoBarra cgoBarra(*almacen, dia, &w);
+            cgoBarra.aImprimir()->item(0)->setSelected(true);
+            cgoBarra.aImprimir()->item(1)->setSelected(true);
+            cgoBarra.pasaElegidos(cgoBarra.aImprimir(), cgoBarra.disponibles());
+            cgoBarra.findChild<QLineEdit*>(QStringLiteral("Text2"))->setText(QStringLiteral("4"));
+            cgoBarra.show();
+            guarda(cgoBarra, QStringLiteral("cgo_barra") + sufijo);
+            const QString hoja = orv::NombresHojasEtiquetas(*almacen).value(0);
+            orv::panConfEtiq conf(*almacen, hoja, &w);
+            conf.show();
+            guarda(conf, QStringLiteral("conf_etiq") + sufijo);
+            if (t.width() == 1280) {
+                QStringList codigos;
+                for (int i = 0; i < cgoBarra.aImprimir()->count(); ++i) codigos << cgoBarra.aImprimir()->item(i)->text();
+                const orv::TrabajoEtiquetas trabajo = orv::PreparaImpresionEtiquetas(*almacen, hoja, codigos, QStringLiteral("4"), true);
+                constexpr double kPxPorMm = 6.0;
+                QImage imagen(int(210 * kPxPorMm), int(297 * kPxPorMm), QImage::Format_RGB32);
+                imagen.fill(Qt::white);
+                QPainter p(&imagen);
+                p.setRenderHint(QPainter::Antialiasing);
+                p.scale(kPxPorMm, kPxPorMm);
+                p.setPen(QPen(QColor(200, 200, 200), 0));
+                for (const orv::LugarEtiqueta& l : orv::TrabajoDePrueba(trabajo.hoja).lugares)
+                    p.drawRect(QRectF(l.origen, QSizeF(trabajo.hoja.ancho, trabajo.hoja.largo)));
+                orv::DibujaPaginaEtiquetas(p, trabajo.hoja, trabajo.lugares, 0, trabajo.ean13);
+                p.end();
+                const QString ruta = QDir(salida).filePath(QStringLiteral("hoja_etiquetas.png"));
+                if (imagen.save(ruta)) {
+                    ++guardadas;
+                    std::printf("%s\n", qPrintable(ruta));
+                }
+            }
         }
         {
             // La caja de un viernes (el día cerrado), un movimiento escrito a mano, los catálogos y el

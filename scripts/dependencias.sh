@@ -13,6 +13,7 @@ PAQUETES=(
   postgresql postgresql-client
   python3-aiosmtpd openssl xvfb xauth poppler-utils
   fonts-dejavu-core
+  zbar-tools
 )
 
 faltan=()

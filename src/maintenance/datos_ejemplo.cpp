@@ -3,6 +3,7 @@
 #include "maintenance/compras_ejemplo.h"
 #include "maintenance/ventas_ejemplo.h"
 
+#include "articles/etiquetas.h"
 #include "articles/matriz.h"
 #include "production/produccion.h"
 
@@ -698,6 +699,13 @@ void cargaVendedoresYPremios(Almacen& a, const QDate& hoy) {
         a.ejecuta(QStringLiteral("INSERT INTO Vip (idCliente, Fecha, idUsuario, idComprobante, PuntosVIP) VALUES (?, ?, 1, 0, ?)"),
                   {conTarjeta, hoy.addDays(-5), -chico});
 }
+
+// Dos hojas de etiquetas comunes: la A4 de 3 × 7 y una de góndola de 4 × 10.
+void cargaHojasEtiquetas(Almacen& a) {
+    GuardaHojaEtiquetas(a, {QStringLiteral("A4 3 x 7 (63.5 x 38.1 mm)"), 3, 7, 7.2, 15.15, 2.5, 0, 63.5, 38.1, 24});
+    GuardaHojaEtiquetas(a, {QStringLiteral("A4 4 x 10 (48.5 x 25.4 mm)"), 4, 10, 8, 21.5, 0, 0, 48.5, 25.4, 16});
+}
+
 } // namespace
 
 void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
@@ -714,6 +722,8 @@ void cargaDatosEjemplo(Almacen& a, const Reloj& reloj) {
     cargaProduccion(a, reloj.hoy());
     cargaMatriz(a);
     cargaVendedoresYPremios(a, reloj.hoy());
+
+    cargaHojasEtiquetas(a);
     t.confirmar();
 }
 

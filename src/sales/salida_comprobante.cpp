@@ -14,10 +14,7 @@ std::optional<Ruta> DecideRuta(const Almacen& a, const QString& plantilla, const
             return std::nullopt;
         return Ruta::Nada;
     }
-    if (p == QStringLiteral("IMPRESORA TICKETS ")) {
-        if (preguntas.avisoTickets) preguntas.avisoTickets(QStringLiteral("En construccion"));
-        return Ruta::Tickets;
-    }
+    if (p == QStringLiteral("IMPRESORA TICKETS ")) return Ruta::Tickets;
     if (p == QStringLiteral("IMPRESORA FISCAL :")) {
         if (letra == QStringLiteral("A")) {
             const QVariant cuit =

@@ -21,8 +21,6 @@ inline const QString kCuitInvalidoFiscal =
 struct PreguntasRuta {
     // "ATENCION: La plantilla ..." (título "Atención", Sí/No): verdadero para seguir.
     std::function<bool(const QString& texto)> preguntaSinPlantilla;
-    // "En construccion" de la impresora de tickets.
-    std::function<void(const QString& texto)> avisoTickets;
 };
 
 // Decide la ruta por los primeros 18 caracteres de la plantilla. Nada si el usuario no quiso

@@ -2,6 +2,7 @@
 #include "access/niveles.h"
 #include "access/ui/panel_usuarios.h"
 #include "articles/ui/pan_borr_mov_stock.h"
+#include "articles/ui/pan_etiquetas.h"
 #include "articles/ui/pan_matrices.h"
 #include "articles/ui/panel_articulos.h"
 #include "cash/ui/panel_caja.h"
@@ -318,6 +319,13 @@ QWidget* PanPrincipal::armaUtilidades() {
     capa->addWidget(herramientas);
     connect(matrices, &QPushButton::clicked, this, [this] {
         panMatrices dialogo(almacen_, this);
+        dialogo.exec();
+    });
+    // Etiquetas de código de barra de las compras de un día.
+    auto* etiquetas = Enlace(QStringLiteral("lblEtiquetas"), QStringLiteral("Etiquetas Cgo Barras"), herramientas);
+    ch->addWidget(etiquetas);
+    connect(etiquetas, &QPushButton::clicked, this, [this] {
+        panEtiq dialogo(almacen_, reloj_, this);
         dialogo.exec();
     });
 

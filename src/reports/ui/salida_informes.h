@@ -53,6 +53,7 @@ public:
     const QString& mensajeCorreo() const { return mensaje_; }
     const QString& destinatarioCorreo() const { return destinatario_; }
     QString carpetaDatos() const { return conf_.carpetaDatos(); }
+    const Configuracion& configuracion() const { return conf_; }
 
     // Arma el informe `nombre` (archivo *.rpt: la copia de la carpeta de datos o la del programa,
     // o una ruta completa) con la selección y lo manda al destino vigente. Lanza Aviso si la

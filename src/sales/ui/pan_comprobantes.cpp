@@ -3,6 +3,7 @@
 #include "reports/informe.h"
 #include "reports/ui/salida_informes.h"
 #include "sales/registro.h"
+#include "sales/ticket.h"
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
 #include "widgets/paneles.h"
@@ -159,6 +160,7 @@ void PanReImpresion::imprimir() {
             Mensaje(QStringLiteral("Enviando a la impresora fiscal ... "), QStringLiteral("Ok"), Icono::Informacion, this);
             return;
         }
+        if (EsComprobanteDeTicket(almacen_, id)) return ImprimeTicket(almacen_, salida_.configuracion(), id);
         const QString plantilla = PlantillaDeReimpresion(almacen_, id, salida_.carpetaDatos());
         if (plantilla.isEmpty()) return;
         salida_.imprimeComprobante(plantilla, id);

@@ -1,6 +1,7 @@
 #include "sales/ui/pan_nue_tipo_comproba.h"
 
 #include "sales/ui/pan_conf_fiscal.h"
+#include "sales/ui/pan_conf_tkt.h"
 #include "widgets/mensajes.h"
 #include "widgets/ventanas.h"
 #include "store/rutinas.h"
@@ -13,7 +14,6 @@
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -195,16 +195,11 @@ void PanNueTipoComproba::opciones() {
         txtModDocumento_->setText(fiscal.modDocumento());
         lblPlantilla_->setText(fiscal.plantilla());
     } else {
-        bool ok = false;
-        const QString actual = lblPlantilla_->text();
-        const QString previo = EsquemaDe(actual) == EsquemaImpresion::Tickets ? actual.mid(27) : QString();
-        QStringList puertos = {QStringLiteral("LPT1"), QStringLiteral("COM1"), QStringLiteral("COM2"),
-                               QStringLiteral("/dev/usb/lp0"), QStringLiteral("/dev/ttyS0"), QStringLiteral("/dev/ttyUSB0")};
-        if (!previo.isEmpty() && !puertos.contains(previo)) puertos.prepend(previo);
-        const QString puerto = QInputDialog::getItem(this, QStringLiteral("Impresora de Tickets"), QStringLiteral("Puerto :"),
-                                                     puertos, previo.isEmpty() ? 0 : int(puertos.indexOf(previo)), true, &ok);
-        if (!ok || puerto.trimmed().isEmpty()) return;
-        lblPlantilla_->setText(PlantillaTickets(puerto.trimmed()));
+        // El diseño y el puerto son de la máquina, comunes a todos los tipos de ticket; el tipo
+        // guarda el puerto que se le dio al aceptar.
+        panConfTkt tkt(conf_, this);
+        if (tkt.exec() != QDialog::Accepted || tkt.puerto().isEmpty()) return;
+        lblPlantilla_->setText(PlantillaTickets(tkt.puerto()));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "reports/ui/salida_informes.h"
 #include "sales/registro.h"
 #include "sales/salida_comprobante.h"
+#include "sales/ticket.h"
 #include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/ui/pan_fpago.h"
@@ -104,7 +105,6 @@ void PanelVenta::registrar() {
     preguntas.preguntaSinPlantilla = [this](const QString& t) {
         return PreguntaSiNo(t, QStringLiteral("Atención"), Icono::Exclamacion, this);
     };
-    preguntas.avisoTickets = [this](const QString& t) { Mensaje(t, QString(), Icono::Ninguno, this); };
     std::optional<Ruta> ruta;
     if (!Intenta(this, [&] { ruta = DecideRuta(almacen_, plantilla, tipo ? tipo->letra : QString(), idCliente_, preguntas); }))
         return;
@@ -132,6 +132,7 @@ void PanelVenta::registrar() {
     estado_.MontDescuentoActual = d.montDescuento;
     // 18. Impresión, con el comprobante ya guardado: una falla no pierde nada.
     if (*ruta == Ruta::Plantilla && salida_) salida_->imprimeComprobante(plantilla, r.idComprobante);
+    if (*ruta == Ruta::Tickets) Intenta(this, [&] { ImprimeTicket(almacen_, conf_, r.idComprobante); });
     // 19 y 20.
     reseteaFactura();
     Q_EMIT comprobanteRegistrado(r.idComprobante);

@@ -8,6 +8,8 @@
 #include "sales/ui/panel_venta.h"
 #include "sales/borrador.h"
 #include "sales/cliente_venta.h"
+#include "sales/diseno_ticket.h"
+#include "sales/tipos_comprobante.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_sel_cliente.h"
 #include "widgets/grilla.h"
@@ -18,6 +20,8 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <functional>
 
 namespace orv {
@@ -416,6 +420,44 @@ TEST_F(Registrar, UnaFallaLoDiceUnaVezYGuardaElBorradorYElNumero) {
     EXPECT_EQ(almacenado(), QStringList{"0|1|0"});
     EXPECT_EQ(panel_->idCliente(), 5);
     EXPECT_FALSE(QFile::exists(pdf()));
+}
+
+// Con la impresora de tickets en la red, el comprobante registrado sale en ESC/POS con su número,
+// el corte y el cajón (contado); con la impresora apagada, el mensaje llega después del registro y
+// no se pierde nada.
+TEST_F(Registrar, ElTicketSaleImpresoYUnaImpresoraApagadaNoPierdeElComprobante) {
+    QTcpServer impresora;
+    ASSERT_TRUE(impresora.listen(QHostAddress::LocalHost));
+    const QString puerto = QStringLiteral("127.0.0.1:%1").arg(impresora.serverPort());
+    a().ejecuta(QStringLiteral("UPDATE TiposDeComprobantes SET NombrePlantilla = ? WHERE idTipoComprobante = 1"), {PlantillaTickets(puerto)});
+    DisenoTicket d;
+    d.puerto = puerto;
+    d.lugares = QList<std::optional<QPointF>>(ElementosTicket().size());
+    d.lugares[5] = QPointF(1, 1); // Nro de Ticket
+    GrabaDisenoTicket(*conf_, d);
+    escanea({"0101"});
+    cliente(QStringLiteral("5"));
+    w("txSuPago")->setText(QStringLiteral("500"));
+    prueba::VigiaDeCajas cajas(kRegistra);
+    f9();
+    QByteArray llegado;
+    if (impresora.waitForNewConnection(3000)) {
+        QTcpSocket* c = impresora.nextPendingConnection();
+        while (c->waitForReadyRead(500)) llegado += c->readAll();
+        llegado += c->readAll();
+    }
+    EXPECT_EQ(std::make_pair(llegado.contains("Nro Ticket : B0001-00000001\n"), llegado.right(9).toHex()),
+              std::make_pair(true, QByteArray("1d5642001b700019fa")));
+    impresora.close();
+    escanea({"0101"});
+    cliente(QStringLiteral("5"));
+    f9();
+    EXPECT_EQ(cajas.vistas, (QStringList{kRegistra, kRegistra,
+                                         QStringLiteral("La impresora de tickets (%1) no responde: Connection refused.\nEl comprobante "
+                                                        "quedó registrado: puede volver a imprimirlo desde \"Reimpresion de "
+                                                        "documentos\".")
+                                             .arg(puerto)}));
+    EXPECT_EQ(almacenado(), QStringList{"2|0|2"});
 }
 
 } // namespace
