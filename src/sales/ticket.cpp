@@ -207,7 +207,9 @@ DatosTicket LeeDatosTicket(const Almacen& a, qint64 idComprobante) {
     QSqlQuery c = a.consulta(
         QStringLiteral("SELECT c.Factura, c.Fecha, c.FormaPago, c.SubTotal, c.MontDescuento, c.PorcDescuento, c.ImporteNeto, "
                        "c.ImporteIVA, c.PorcentajeIVA, c.Total, c.SuPago, u.NombreCompleto, "
-                       "(SELECT count(*) FROM Caja WHERE Caja.idComprobante = c.idComprobante) "
+                       "CASE WHEN EXISTS (SELECT 1 FROM Caja WHERE Caja.idComprobante = c.idComprobante) AND NOT EXISTS "
+                       "(SELECT 1 FROM FormasDePago f WHERE f.FormaPago = c.FormaPago AND COALESCE(f.EsTarjetaCredito, 0) <> 0) "
+                       "THEN 1 ELSE 0 END "
                        "FROM Comprobantes c LEFT JOIN Usuarios u ON u.idUsuario = c.idVendio WHERE c.idComprobante = ?"),
         {idComprobante});
     if (!c.next()) throw Aviso(QStringLiteral("El comprobante ya no existe."));

@@ -41,7 +41,7 @@ struct DatosTicket {
     Dinero subtotal, descuento, neto, impuesto, total, suPago;
     double porcDescuento = 0, porcImpuesto = 0;
     QString formaPago;
-    bool abreCajon = false; // la venta entró a la caja
+    bool abreCajon = false; // la venta entró a la caja y no se pagó con tarjeta: hay dinero para el cajón
 };
 
 // Lee el comprobante y los datos del comercio. Aviso si el comprobante ya no existe.

@@ -213,5 +213,29 @@ TEST_P(TicketImpreso, PorLaRedYConLaImpresoraApagada) {
 
 ORV_AMBOS_MOTORES(TicketImpreso);
 
+// El cajón se abre cuando la venta entró a la caja con dinero que va al cajón: no con tarjeta ni
+// en cuenta corriente.
+class CajonDelTicket : public prueba::PorMotorAlDia {};
+
+TEST_P(CajonDelTicket, SoloConDineroEnLaCaja) {
+    const struct {
+        const char* forma;
+        bool caja;
+        bool abre;
+    } casos[] = {{"EFVO", true, true}, {"CHEQ", true, true}, {"TARJETA", true, false}, {"CTA CTE", false, false},
+                 {"EFVO", false, false}};
+    for (const auto& c : casos) {
+        const qint64 id = almacen().inserta(
+            QStringLiteral("INSERT INTO Comprobantes (Factura, Fecha, FormaPago, Total) VALUES ('B0001-00000001', '2026-11-20', ?, 100)"),
+            {QString::fromLatin1(c.forma)}, QStringLiteral("idComprobante"));
+        if (c.caja)
+            almacen().ejecuta(QStringLiteral("INSERT INTO Caja (idComprobante, Fecha, Ingreso) VALUES (?, '2026-11-20', 100)"), {id});
+        EXPECT_EQ(LeeDatosTicket(almacen(), id).abreCajon, c.abre) << c.forma << " " << c.caja;
+    }
+}
+
+ORV_AMBOS_MOTORES(CajonDelTicket);
+
 } // namespace
 } // namespace orv
+
