@@ -54,7 +54,9 @@
 #include "sales/ui/pan_comprobantes.h"
 #include "sales/diseno_ticket.h"
 #include "sales/ui/pan_conf_fiscal.h"
+#include "sales/ticket.h"
 #include "sales/ui/pan_conf_tkt.h"
+#include "ticket_en_imagen.h"
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/pan_fpago.h"
 #include "sales/ui/pan_nue_tipo_comproba.h"
@@ -385,6 +387,19 @@ int main(int argc, char** argv) {
                 orv::panConfTkt tkt(conf, &w);
                 tkt.show();
                 guarda(tkt, QStringLiteral("conf_tkt") + sufijo);
+                // Un ticket de ejemplo con ese diseño, dibujado desde los bytes que recibiría la impresora.
+                const qint64 ticket = almacen->valor(QStringLiteral("SELECT MAX(c.idComprobante) FROM Comprobantes c INNER JOIN "
+                                                                    "TiposDeComprobantes t ON t.idTipoComprobante = c.idTipoComprobante "
+                                                                    "WHERE t.Tipo = 'TICKET'")).toLongLong();
+                if (t == tamanios.first() && ticket > 0) {
+                    const QByteArray bytes = orv::ArmaTicket(orv::LeeDatosTicket(*almacen, ticket), orv::LeeDisenoTicket(conf),
+                                                             orv::LeePaginaCodigos(conf));
+                    const QString ruta = QDir(salida).filePath(QStringLiteral("ticket_impreso.png"));
+                    if (TicketEnImagen(bytes).save(ruta)) {
+                        ++guardadas;
+                        std::printf("%s\n", qPrintable(ruta));
+                    }
+                }
             }
             for (const auto& [ficha, id, nivel] :
                  {std::tuple{"articulo_nuevo", qint64(0), &estado}, std::tuple{"articulo_editar", conFoto, &estado},
