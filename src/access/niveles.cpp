@@ -102,8 +102,6 @@ bool ModoPOS(const Almacen& a, int idNivel) {
 
 namespace {
 
-bool encendida(const QVariant& v) { return !v.isNull() && v.toInt() != 0; }
-
 // Otro nivel (distinto de `excepto`) con ese nombre, sin distinguir mayúsculas.
 bool nombreTomado(const Almacen& a, const QString& nombre, qint64 excepto) {
     for (const NivelEnLista& n : ListaNiveles(a))
@@ -130,9 +128,9 @@ std::optional<DatosNivel> LeeNivel(const Almacen& a, qint64 idNivel) {
     DatosNivel d;
     d.idNivel = q.value(0).toLongLong();
     d.nombre = q.value(1).toString();
-    d.usuarioSuper = encendida(q.value(2));
+    d.usuarioSuper = SiNo(q.value(2));
     int i = 3;
-    for (const Permiso& p : Permisos()) d.permisos.insert(p.columna, encendida(q.value(i++)));
+    for (const Permiso& p : Permisos()) d.permisos.insert(p.columna, SiNo(q.value(i++)));
     return d;
 }
 

@@ -3,6 +3,7 @@
 #include "store/aviso.h"
 #include "store/entrada.h"
 #include "store/formato.h"
+#include "store/rutinas.h"
 
 #include <QSqlQuery>
 #include <algorithm>
@@ -118,7 +119,7 @@ void exigeCodigoLibre(Almacen& a, const QString& codigo, qint64 idArticulo) {
 
 void exigeExistenciaComoSeLeyo(Almacen& a, qint64 idArticulo, const QString& existenciaAlAbrir) {
     QSqlQuery q = a.consulta(QStringLiteral("SELECT StockActual FROM Articulos WHERE idArticulo = ?") +
-                                 QLatin1String(a.esPostgreSQL() ? " FOR UPDATE" : ""),
+                                 TomaFilas(a),
                              {idArticulo});
     q.next();
     const QString ahora = numeroSimple(q.value(0));

@@ -2,6 +2,7 @@
 
 #include "store/aviso.h"
 #include "store/entrada.h"
+#include "store/rutinas.h"
 
 #include <QSqlQuery>
 
@@ -80,8 +81,7 @@ std::optional<FormaPago> LeeFormaPago(const Almacen& a, qint64 idTipoFormaPago) 
         QStringLiteral("SELECT FormaPago, EsACuenta, EsTarjetaCredito FROM FormasDePago WHERE idTipoFormaPago = ?"),
         {idTipoFormaPago});
     if (!q.next()) return std::nullopt;
-    const auto si = [](const QVariant& v) { return !v.isNull() && v.toInt() != 0; };
-    return FormaPago{q.value(0).toString(), si(q.value(1)), si(q.value(2))};
+    return FormaPago{q.value(0).toString(), SiNo(q.value(1)), SiNo(q.value(2))};
 }
 
 qint64 GuardaFormaPago(Almacen& a, std::optional<qint64> idTipoFormaPago, const FormaPago& f) {

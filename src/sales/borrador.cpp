@@ -4,6 +4,7 @@
 #include "store/aviso.h"
 #include "store/entrada.h"
 #include "store/formato.h"
+#include "store/rutinas.h"
 
 #include <QRegularExpression>
 #include <QSqlQuery>
@@ -63,7 +64,7 @@ struct LineaGuardada {
 
 std::optional<LineaGuardada> tomaLinea(Almacen& a, qint64 idTmpFac) {
     QSqlQuery q = a.consulta(QStringLiteral("SELECT Unitario, Cantidad FROM TmpFac WHERE idTmpFac = ?") +
-                                 (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                                 TomaFilas(a),
                              {idTmpFac});
     if (!q.next()) return std::nullopt;
     return LineaGuardada{Dinero::desdeVariant(q.value(0)), q.value(1).toDouble()};

@@ -13,8 +13,6 @@ namespace {
 
 const QString kCtaCte = QStringLiteral("CTA CTE");
 
-bool siNo(const QVariant& v) { return !v.isNull() && v.toInt() != 0; }
-
 // Los puntos se guardan enteros, redondeando la mitad al par, como siempre se guardó un número
 // con decimales en un campo entero. Los del comprobante están acotados por los topes de la venta.
 constexpr double kPuntosMaximos = 2147483647.0; // lo que guarda un campo entero de puntos
@@ -41,10 +39,10 @@ Registrado RegistraComprobante(Almacen& a, const DatosRegistro& d, Ruta ruta) {
     r.numero = tipo.value(0).toLongLong();
     const QString letra = tipo.value(1).toString();
     const QString puntoDeVenta = tipo.value(2).toString();
-    const bool inversa = siNo(tipo.value(3));
-    const bool descuentaStock = siNo(tipo.value(4));
-    const bool registraCaja = siNo(tipo.value(5));
-    const bool esComercial = siNo(tipo.value(6));
+    const bool inversa = SiNo(tipo.value(3));
+    const bool descuentaStock = SiNo(tipo.value(4));
+    const bool registraCaja = SiNo(tipo.value(5));
+    const bool esComercial = SiNo(tipo.value(6));
     const double porcComision = d.idVendio ? tipo.value(7).toDouble() : 0;
     tipo.finish();
     const QString nroFactura = NumeroCompleto(letra, puntoDeVenta, r.numero);
@@ -175,7 +173,7 @@ std::optional<ComprobanteABorrar> LeeComprobanteABorrar(const Almacen& a, qint64
     QSqlQuery q = a.consulta(QStringLiteral("SELECT HizoCaja, HizoStock, TipoStock FROM Comprobantes WHERE idComprobante = ?"),
                              {idComprobante});
     if (!q.next()) return std::nullopt;
-    return ComprobanteABorrar{idComprobante, siNo(q.value(0)), siNo(q.value(1)), siNo(q.value(2))};
+    return ComprobanteABorrar{idComprobante, SiNo(q.value(0)), SiNo(q.value(1)), SiNo(q.value(2))};
 }
 
 void BorraComprobante(Almacen& a, const ComprobanteABorrar& c) {
@@ -184,7 +182,7 @@ void BorraComprobante(Almacen& a, const ComprobanteABorrar& c) {
     // Otra terminal pudo borrarlo entre la lectura y ahora: se toma la fila (en el servidor, hasta
     // confirmar) y, si ya no está, no se deshace nada dos veces.
     QSqlQuery existe = a.consulta(QStringLiteral("SELECT idComprobante FROM Comprobantes WHERE idComprobante = ?") +
-                                      (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                                      TomaFilas(a),
                                   {id});
     if (!existe.next()) throw Aviso(kComprobanteYaBorrado);
     existe.finish();

@@ -100,6 +100,10 @@ void MueveStock(Almacen& a, const QString& lineas, const QVariant& valor, bool e
               {valor});
 }
 
+bool SiNo(const QVariant& v) { return !v.isNull() && v.toInt() != 0; }
+
+QString TomaFilas(const Almacen& a) { return a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString(); }
+
 bool ExisteArchivo(const QString& ruta) {
     if (ruta.size() < 4) return false;
     return QFileInfo::exists(ruta);

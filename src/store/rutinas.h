@@ -54,6 +54,13 @@ void BloqueaArticulos(Almacen& a, const QString& seleccionIds, const QVariantLis
 // sigue nulo.
 void MueveStock(Almacen& a, const QString& lineas, const QVariant& valor, bool entra, bool nuloComoCero);
 
+// Un campo Sí/No leído del almacén: nulo o 0 es no.
+bool SiNo(const QVariant& v);
+
+// Lo que se agrega a un SELECT para tomar las filas leídas hasta confirmar: " FOR UPDATE" en
+// PostgreSQL; nada en SQLite, donde la transacción de escritura ya es única.
+QString TomaFilas(const Almacen& a);
+
 // Falso para una ruta de menos de 4 caracteres; si no, si el archivo o carpeta existe.
 bool ExisteArchivo(const QString& ruta);
 
