@@ -11,18 +11,17 @@ namespace orv {
 
 namespace {
 
-bool siNo(const QVariant& v) { return !v.isNull() && v.toInt() != 0; }
-
 Aviso errorDeCompra(const char* texto) { return Aviso(QString::fromUtf8(texto)); }
 
-// Lo escrito en la pantalla, ya leído: lo que no se lee se rechaza con el aviso de su campo, en el
-// orden en que la pantalla los revisa.
+// Lo escrito en la pantalla, ya leído, con los totales de las líneas: lo que no se lee se rechaza con
+// el aviso de su campo, en el orden en que la pantalla los revisa.
 struct Revisado {
     double descuento = 0;
     double alicuota = 0;
     qint64 sucursal = 0;
     qint64 numero = 0;
     QString tipoGuardado;
+    TotalesCompra totales;
 };
 
 Revisado revisa(const Almacen& a, const DatosCompra& d) {
@@ -34,8 +33,9 @@ Revisado revisa(const Almacen& a, const DatosCompra& d) {
         throw errorDeCompra("Porcentaje/alicuota impositiva incorrecta!!");
     r.descuento = *descuento;
     r.alicuota = *alicuota;
-    if (CuentaRegistros(a, QStringLiteral("SELECT 1 FROM TmpFacCompra WHERE PCRed = ?"), {d.idRed}) == 0)
-        throw errorDeCompra("No ingresó ningún ítem en la lista!!");
+    // Una sola lectura del borrador: sus totales dicen también si tiene líneas.
+    r.totales = CalculaTotalesCompra(a, d.idRed, r.descuento, r.alicuota);
+    if (!r.totales.hayLineas) throw errorDeCompra("No ingresó ningún ítem en la lista!!");
     const std::optional<qint64> sucursal = LeeEntero(d.sucursal.trimmed(), 0, 9999);
     const std::optional<qint64> numero = LeeEntero(d.numero.trimmed(), 0, 99999999);
     if (!sucursal || !numero || d.letra.trimmed().isEmpty()) throw errorDeCompra("Verifique la numeración del comprobante!!");
@@ -54,11 +54,11 @@ Revisado revisa(const Almacen& a, const DatosCompra& d) {
 // stock), su fila de caja y su cuenta se borran. El diario de stock y los costos quedan.
 void quitaCompraAnterior(Almacen& a, qint64 idProveedor, qint64 idCompra) {
     QSqlQuery q = a.consulta(QStringLiteral("SELECT RegistraStock, RegistraCaja FROM Compras WHERE idCompra = ?") +
-                                 (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                                 TomaFilas(a),
                              {idCompra});
     if (!q.next()) return; // ya no está: la compra se agrega como nueva
-    const bool registroStock = siNo(q.value(0));
-    const bool registroCaja = siNo(q.value(1));
+    const bool registroStock = SiNo(q.value(0));
+    const bool registroCaja = SiNo(q.value(1));
     q.finish();
     if (registroStock) {
         MueveStock(a, QStringLiteral("DetCompras WHERE idCompra = ?"), idCompra, false, true);
@@ -115,11 +115,11 @@ CompraRegistrada RegistraCompra(Almacen& a, const DatosCompra& d) {
     r.numero = NumeroDocumentoCompra(letra, v.sucursal, v.numero);
     const QString descripcion =
         CortaTexto(QStringLiteral("Compra ") + r.numero + QStringLiteral(" / ") + d.nombreProveedor, 65);
-    r.totales = CalculaTotalesCompra(a, d.idRed, v.descuento, v.alicuota);
+    r.totales = v.totales;
     // Dos terminales que cargan compras del mismo proveedor se turnan: el control del documento
     // repetido vale también entre ellas.
     QSqlQuery prove = a.consulta(QStringLiteral("SELECT idProveedor FROM Proveedores WHERE idProveedor = ?") +
-                                     (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                                     TomaFilas(a),
                                  {d.idProveedor});
     if (!prove.next()) throw AvisoAtencion(QStringLiteral("El proveedor ya no existe."));
     prove.finish();
@@ -197,9 +197,9 @@ std::optional<CompraGuardada> CargaCompra(Almacen& a, qint32 idRed, qint64 idCom
     if (!q.value(9).isNull()) d.idCuenta = q.value(9).toLongLong();
     d.referencia = q.value(10).toString();
     d.alicuota = QString::number(q.value(11).toDouble(), 'f', 2);
-    d.pendiente = !siNo(q.value(12));
-    d.registraCaja = siNo(q.value(13));
-    d.registraStock = siNo(q.value(14));
+    d.pendiente = !SiNo(q.value(12));
+    d.registraCaja = SiNo(q.value(13));
+    d.registraStock = SiNo(q.value(14));
     g.neto = Dinero::desdeVariant(q.value(15));
     g.impuesto = Dinero::desdeVariant(q.value(16));
     g.total = Dinero::desdeVariant(q.value(17));
@@ -233,11 +233,11 @@ void BorraCompra(Almacen& a, qint64 idCompra) {
     Transaccion tr(a);
     QSqlQuery q = a.consulta(QStringLiteral("SELECT idProveedor, RegistraCaja, RegistraStock, idCta, Fecha, LetComprobante, "
                                             "SucComprobante, NroComprobante FROM Compras WHERE idCompra = ?") +
-                                 (a.esPostgreSQL() ? QStringLiteral(" FOR UPDATE") : QString()),
+                                 TomaFilas(a),
                              {idCompra});
     if (!q.next()) return;
     const QVariant idProveedor = q.value(0), idCta = q.value(3), fecha = q.value(4);
-    const bool caja = siNo(q.value(1)), stock = siNo(q.value(2));
+    const bool caja = SiNo(q.value(1)), stock = SiNo(q.value(2));
     const QString numero = NumeroDocumentoCompra(q.value(5).toString(), q.value(6).toLongLong(), q.value(7).toLongLong());
     q.finish();
     // 1. Toda su cuenta, el pago en el acto incluido; los pagos aparte quedan.
