@@ -169,6 +169,11 @@ void Grilla::anchosIniciales() {
     const int tope = tabla_->fontMetrics().horizontalAdvance(QLatin1Char('M')) * 24;
     for (int c = 0; c < modelo_->columnCount(); ++c) {
         if (tabla_->isColumnHidden(c)) continue;
+        // El ancho que pidió la pantalla, si lo pidió; si no, el del contenido.
+        if (const int pedido = anchosPedidos_.value(modelo_->campo(c).toLower()); pedido > 0) {
+            enc->resizeSection(c, pedido);
+            continue;
+        }
         tabla_->resizeColumnToContents(c);
         enc->resizeSection(c, std::clamp(enc->sectionSize(c), minimo, std::max(minimo, tope)));
     }
@@ -187,6 +192,10 @@ QStringList Grilla::ordenColumnas() const {
 int Grilla::anchoColumna(const QString& campo) const {
     const int c = modelo_->columna(campo);
     return c < 0 ? -1 : tabla_->horizontalHeader()->sectionSize(c);
+}
+
+void Grilla::fijaAnchosIniciales(std::initializer_list<std::pair<const char*, int>> anchos) {
+    for (const auto& [campo, ancho] : anchos) anchosPedidos_.insert(QString::fromLatin1(campo).toLower(), ancho);
 }
 
 void Grilla::fijaAnchoColumna(const QString& campo, int ancho) {

@@ -196,6 +196,9 @@ public:
     QStringList ordenColumnas() const; // campos en el orden en que se ven (incluye ocultos)
     int anchoColumna(const QString& campo) const;
     void fijaAnchoColumna(const QString& campo, int ancho);
+    // Anchos en píxeles de algunas columnas para cuando la grilla recibe sus columnas por primera vez
+    // (las demás van al ancho de su contenido); después quedan los que el usuario haya dado.
+    void fijaAnchosIniciales(std::initializer_list<std::pair<const char*, int>> anchos);
     QString tituloColumna(const QString& campo) const;
 
     ModeloGrilla& modelo() { return *modelo_; }
@@ -257,6 +260,7 @@ private:
     QStringList ocultas_; // en minúsculas
     QStringList agrupar_;
     QJsonObject pendiente_; // distribución cargada antes de tener columnas
+    QHash<QString, int> anchosPedidos_; // campo en minúsculas -> ancho inicial
 
     // Consulta ordenada por una sola columna ("... ORDER BY col [ASC|DESC]"): la búsqueda sobre
     // esa columna, si es entera, cuenta filas por el índice en vez de numerarlas.

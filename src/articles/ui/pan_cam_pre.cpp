@@ -119,6 +119,9 @@ void panCamPre::armaGrilla() {
     for (const auto& [campo, titulo] : titulos) grilla_->fijaTitulo(QString::fromLatin1(campo), QString::fromUtf8(titulo));
     grilla_->fijaMascara(QStringLiteral("PrecioCosto"), estado_.MascaraMoneda);
     grilla_->fijaMascara(QStringLiteral("PrecioVenta"), estado_.MascaraMoneda);
+    grilla_->ocultaColumna(QStringLiteral("idArticulo"));
+    grilla_->fijaAnchosIniciales({{"Codigo", 120}, {"CgoProveedor", 120}, {"Descripcion", 300}, {"DescripcionMatriz", 130},
+                                  {"PrecioCosto", 110}, {"PrecioVenta", 110}});
     // Cada precio corregido se graba solo (la venta, con su precio final); lo que no se lee se
     // rechaza y la celda vuelve a su valor.
     grilla_->fijaEditables({QStringLiteral("PrecioCosto"), QStringLiteral("PrecioVenta")},
@@ -134,10 +137,6 @@ void panCamPre::muestra() {
     Intenta(this, [this] {
         const ConsultaConParametros c = ArticulosParaPrecios(elegido(combo1_), elegido(combo2_));
         grilla_->fijaConsulta(c.sql, c.parametros);
-        grilla_->ocultaColumna(QStringLiteral("idArticulo"));
-        const std::pair<const char*, int> anchos[] = {{"Codigo", 120},         {"CgoProveedor", 120}, {"Descripcion", 300},
-                                                      {"DescripcionMatriz", 130}, {"PrecioCosto", 110}, {"PrecioVenta", 110}};
-        for (const auto& [campo, ancho] : anchos) grilla_->fijaAnchoColumna(QString::fromLatin1(campo), ancho);
     });
 }
 

@@ -87,6 +87,9 @@ void panCompras::armaGrilla() {
         {"RegistraCaja", "Caja"}};
     for (const auto& [campo, titulo] : titulos) grilla_->fijaTitulo(QString::fromLatin1(campo), QString::fromUtf8(titulo));
     for (const char* campo : {"Neto", "Iva1", "Total"}) grilla_->fijaMascara(QString::fromLatin1(campo), c_.estado.MascaraMoneda);
+    grilla_->fijaAnchosIniciales({{"idCompra", 50}, {"Fecha", 85}, {"TipComprobante", 95}, {"LetComprobante", 45},
+                                  {"SucComprobante", 45}, {"NroComprobante", 75}, {"Neto", 100}, {"Iva1", 90}, {"Total", 105},
+                                  {"Cancelada", 70}, {"RegistraStock", 50}, {"RegistraCaja", 50}});
     connect(grilla_, &Grilla::filaActivada, this, &panCompras::editar);
 }
 
@@ -97,10 +100,6 @@ void panCompras::muestra(bool conFiltro) {
             conFiltro ? std::optional(FiltroCompras{cboTipoComprobante_->currentText(), dt1_->date(), dt2_->date()}) : std::nullopt;
         const ConsultaConParametros q = ComprasDeProveedor(id_, f);
         grilla_->fijaConsulta(q.sql, q.parametros);
-        const std::pair<const char*, int> anchos[] = {{"idCompra", 50},  {"Fecha", 85},  {"TipComprobante", 95}, {"LetComprobante", 45},
-                                                      {"SucComprobante", 45}, {"NroComprobante", 75}, {"Neto", 100}, {"Iva1", 90},
-                                                      {"Total", 105}, {"Cancelada", 70}, {"RegistraStock", 50}, {"RegistraCaja", 50}};
-        for (const auto& [campo, ancho] : anchos) grilla_->fijaAnchoColumna(QString::fromLatin1(campo), ancho);
     });
 }
 

@@ -83,16 +83,15 @@ void panCtaProve::armaGrilla() {
         grilla_->fijaTitulo(QString::fromLatin1(campo), QString::fromLatin1(titulo));
     grilla_->fijaMascara(QStringLiteral("Debe"), c_.estado.MascaraMoneda);
     grilla_->fijaMascara(QStringLiteral("Haber"), c_.estado.MascaraMoneda);
+    grilla_->ocultaColumna(QStringLiteral("idCompra"));
+    grilla_->fijaAnchosIniciales(
+        {{"idMovCta", 45}, {"Fecha", 85}, {"Detalle", 290}, {"Referencia", 140}, {"Debe", 100}, {"Haber", 100}});
 }
 
 void panCtaProve::actualiza() {
     Intenta(this, [this] {
         const ConsultaConParametros q = CuentaProveedor(id_, dt1_->date());
         grilla_->fijaConsulta(q.sql, q.parametros);
-        grilla_->ocultaColumna(QStringLiteral("idCompra"));
-        const std::pair<const char*, int> anchos[] = {{"idMovCta", 45}, {"Fecha", 85},  {"Detalle", 290},
-                                                      {"Referencia", 140}, {"Debe", 100}, {"Haber", 100}};
-        for (const auto& [campo, ancho] : anchos) grilla_->fijaAnchoColumna(QString::fromLatin1(campo), ancho);
     });
     muestraSaldo();
 }

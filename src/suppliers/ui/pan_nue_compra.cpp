@@ -64,6 +64,11 @@ panNueCompra::panNueCompra(Almacen& almacen, const EstadoAplicacion& estado, con
     grilla_->fijaClave(QStringLiteral("idTmpFacCompra"));
     grilla_->setMinimumHeight(150);
     grilla_->permiteAgrupar(false);
+    grilla_->ocultaColumna(QStringLiteral("idTmpFacCompra"));
+    grilla_->fijaTitulo(QStringLiteral("Codigo"), QStringLiteral("Código"));
+    grilla_->fijaTitulo(QStringLiteral("Descripcion"), QStringLiteral("Descripción"));
+    for (const char* c : {"Unitario", "SubTotal"}) grilla_->fijaMascara(QString::fromLatin1(c), estado_.MascaraMoneda);
+    grilla_->fijaAnchosIniciales({{"Codigo", 130}, {"Descripcion", 360}});
     capa->addWidget(grilla_, 1);
 
     auto* pie = new QHBoxLayout;

@@ -188,12 +188,6 @@ void panNueCompra::refrescaLineas() {
     Intenta(this, [this] {
         const ConsultaConParametros c = LineasBorradorCompra(estado_.IdRed);
         grilla_->fijaConsulta(c.sql, c.parametros);
-        grilla_->ocultaColumna(QStringLiteral("idTmpFacCompra"));
-        grilla_->fijaTitulo(QStringLiteral("Codigo"), QStringLiteral("Código"));
-        grilla_->fijaTitulo(QStringLiteral("Descripcion"), QStringLiteral("Descripción"));
-        for (const char* c : {"Unitario", "SubTotal"}) grilla_->fijaMascara(QString::fromLatin1(c), estado_.MascaraMoneda);
-        grilla_->fijaAnchoColumna(QStringLiteral("Codigo"), 130);
-        grilla_->fijaAnchoColumna(QStringLiteral("Descripcion"), 360);
     });
     recalcula();
 }

@@ -43,6 +43,9 @@ void PanelProveedores::armaGrilla() {
         {"Telefono", "Teléfono"},  {"Telefono2", "Teléfono 2"}, {"email", "e-mail"},             {"Direccion", "Dirección"},
         {"CBU", "Nro Cta Bancaria"}, {"CPostal", "C.P."},       {"BancoNombre", "Banco"}};
     for (const auto& [campo, titulo] : titulos) grilla_->fijaTitulo(QString::fromLatin1(campo), QString::fromUtf8(titulo));
+    grilla_->fijaAnchosIniciales({{"idProveedor", 50}, {"Nombre", 170}, {"RazonSocial", 220}, {"Cuit", 120}, {"Telefono", 120},
+                                  {"Telefono2", 120}, {"email", 200}, {"Direccion", 200}, {"CBU", 180}, {"CPostal", 60},
+                                  {"BancoNombre", 140}});
     connect(grilla_, &Grilla::filaActivada, this, [this] {
         if (command42_->isEnabled()) editar(); // el doble clic edita si el nivel deja editar
     });
@@ -76,13 +79,6 @@ void PanelProveedores::carga() {
         const ConsultaConParametros c = ListaProveedores(almacen_, text13_->text());
         grilla_->fijaConsulta(c.sql, c.parametros);
     });
-    if (grilla_->modelo().columnCount() == 0 || anchosPuestos_) return;
-    anchosPuestos_ = true;
-    const std::pair<const char*, int> anchos[] = {{"idProveedor", 50}, {"Nombre", 170},    {"RazonSocial", 220},
-                                                  {"Cuit", 120},       {"Telefono", 120},  {"Telefono2", 120},
-                                                  {"email", 200},      {"Direccion", 200}, {"CBU", 180},
-                                                  {"CPostal", 60},     {"BancoNombre", 140}};
-    for (const auto& [campo, ancho] : anchos) grilla_->fijaAnchoColumna(QString::fromLatin1(campo), ancho);
 }
 
 std::optional<qint64> PanelProveedores::idActual() const {

@@ -48,7 +48,6 @@ private:
     Grilla* grilla_ = nullptr;
     QLineEdit* text13_ = nullptr;
     QPushButton* command42_ = nullptr;
-    bool anchosPuestos_ = false;
 };
 
 } // namespace orv
