@@ -48,6 +48,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <functional>
 
 namespace orv {
 
@@ -65,6 +66,25 @@ const QString kEstiloBarra = QStringLiteral(
     "QFrame#barraLateral QPushButton:checked { background: #3d6a99; font-weight: bold; }"
     "QFrame#barraLateral QPushButton:disabled { color: #6f8296; }"
     "QFrame#barraLateral QLabel { color: #e8eef4; }");
+
+// Un grupo de enlaces de "Utilidades": cada uno con su nombre de control, su texto y lo que abre.
+struct EnlaceUtilidad {
+    const char* nombre;
+    const char* texto; // UTF-8
+    std::function<void()> abre;
+};
+
+QGroupBox* grupoDeEnlaces(const QString& titulo, std::initializer_list<EnlaceUtilidad> enlaces, QWidget* padre) {
+    auto* grupo = new QGroupBox(titulo, padre);
+    grupo->setMaximumWidth(460);
+    auto* capa = new QVBoxLayout(grupo);
+    for (const EnlaceUtilidad& e : enlaces) {
+        QPushButton* enlace = Enlace(QString::fromLatin1(e.nombre), QString::fromUtf8(e.texto), grupo);
+        capa->addWidget(enlace);
+        QObject::connect(enlace, &QPushButton::clicked, grupo, e.abre);
+    }
+    return grupo;
+}
 
 } // namespace
 
@@ -294,76 +314,42 @@ QWidget* PanPrincipal::armaUtilidades() {
     capa->setContentsMargins(0, 0, 0, 0);
     capa->setSpacing(14);
     capa->addWidget(TituloPanel(QStringLiteral("Utilidades y Configuraciones"), w));
-
-    auto* sistema = new QGroupBox(QStringLiteral("Sistema"), w);
-    sistema->setMaximumWidth(460);
-    auto* cs = new QVBoxLayout(sistema);
-    auto* usuarios = Enlace(QStringLiteral("Label37"), QStringLiteral("Usuarios del sistema"), sistema);
-    auto* comprobantes = Enlace(QStringLiteral("Label39"), QStringLiteral("Comprobantes"), sistema);
-    auto* reset = Enlace(QStringLiteral("lblResetGrillas"), QStringLiteral("Reset Grillas"), sistema);
-    auto* borraVentas = Enlace(QStringLiteral("label28"), QStringLiteral("Eliminar ventas"), sistema);
-    auto* borraStock = Enlace(QStringLiteral("Label31"), QStringLiteral("Elimina Stock"), sistema);
-    cs->addWidget(usuarios);
-    cs->addWidget(comprobantes);
-    cs->addWidget(borraVentas);
-    cs->addWidget(borraStock);
-    cs->addWidget(reset);
-    capa->addWidget(sistema);
-
-    // Herramientas del catálogo: las características de la matriz de artículos.
-    auto* herramientas = new QGroupBox(QStringLiteral("Herramientas"), w);
-    herramientas->setMaximumWidth(460);
-    auto* ch = new QVBoxLayout(herramientas);
-    auto* matrices = Enlace(QStringLiteral("lblMatrices"), QStringLiteral("Matrices de artículos"), herramientas);
-    ch->addWidget(matrices);
-    capa->addWidget(herramientas);
-    connect(matrices, &QPushButton::clicked, this, [this] {
-        panMatrices dialogo(almacen_, this);
-        dialogo.exec();
-    });
-    // Etiquetas de código de barra de las compras de un día.
-    auto* etiquetas = Enlace(QStringLiteral("lblEtiquetas"), QStringLiteral("Etiquetas Cgo Barras"), herramientas);
-    ch->addWidget(etiquetas);
-    connect(etiquetas, &QPushButton::clicked, this, [this] {
-        panEtiq dialogo(almacen_, reloj_, this);
-        dialogo.exec();
-    });
-
+    capa->addWidget(grupoDeEnlaces(
+        QStringLiteral("Sistema"),
+        {{"Label37", "Usuarios del sistema",
+          [this] {
+              muestraPanel(paneles_[8]);
+              botones_[6]->setChecked(true);
+              usuarios_->grilla()->setFocus();
+          }},
+         {"Label39", "Comprobantes",
+          [this] {
+              PanCorrNum dialogo(almacen_, conf_, this);
+              dialogo.exec();
+              // Vuelve a llenar el tipo de la venta y elige el que tenía.
+              venta_->llenaTiposComprobante();
+          }},
+         {"label28", "Eliminar ventas",
+          [this] {
+              PanBorraFactura dialogo(almacen_, reloj_.hoy(), this);
+              dialogo.exec();
+              refrescaCaja();
+          }},
+         {"Label31", "Elimina Stock", [this] { panBorrMovStock(almacen_, this).exec(); }},
+         {"lblResetGrillas", "Reset Grillas", [this] { resetGrillas(); }}},
+        w));
+    // Herramientas del catálogo: las características de la matriz y las etiquetas de código de barra
+    // de las compras de un día.
+    capa->addWidget(grupoDeEnlaces(QStringLiteral("Herramientas"),
+                                   {{"lblMatrices", "Matrices de artículos", [this] { panMatrices(almacen_, this).exec(); }},
+                                    {"lblEtiquetas", "Etiquetas Cgo Barras", [this] { panEtiq(almacen_, reloj_, this).exec(); }}},
+                                   w));
     // Los premios que canjean los clientes con tarjeta.
-    auto* clientesVip = new QGroupBox(QStringLiteral("Clientes con tarjeta"), w);
-    clientesVip->setMaximumWidth(460);
-    auto* cv = new QVBoxLayout(clientesVip);
-    auto* premios = Enlace(QStringLiteral("lblTablaPremiosVIP"), QStringLiteral("Tabla de premios VIP"), clientesVip);
-    cv->addWidget(premios);
-    capa->addWidget(clientesVip);
-    connect(premios, &QPushButton::clicked, this, [this] {
-        PanTablaPremiosVIP pantalla(almacen_, conf_, estado_, reloj_, this);
-        pantalla.exec();
-    });
-
+    capa->addWidget(grupoDeEnlaces(
+        QStringLiteral("Clientes con tarjeta"),
+        {{"lblTablaPremiosVIP", "Tabla de premios VIP", [this] { PanTablaPremiosVIP(almacen_, conf_, estado_, reloj_, this).exec(); }}},
+        w));
     capa->addStretch(1);
-
-    connect(usuarios, &QPushButton::clicked, this, [this] {
-        muestraPanel(paneles_[8]);
-        botones_[6]->setChecked(true);
-        usuarios_->grilla()->setFocus();
-    });
-    connect(reset, &QPushButton::clicked, this, &PanPrincipal::resetGrillas);
-    connect(borraVentas, &QPushButton::clicked, this, [this] {
-        PanBorraFactura dialogo(almacen_, reloj_.hoy(), this);
-        dialogo.exec();
-        refrescaCaja();
-    });
-    connect(borraStock, &QPushButton::clicked, this, [this] {
-        panBorrMovStock dialogo(almacen_, this);
-        dialogo.exec();
-    });
-    connect(comprobantes, &QPushButton::clicked, this, [this] {
-        PanCorrNum dialogo(almacen_, conf_, this);
-        dialogo.exec();
-        // Vuelve a llenar el tipo de la venta y elige el que tenía.
-        venta_->llenaTiposComprobante();
-    });
     return w;
 }
 
