@@ -8,6 +8,7 @@ namespace {
 
 const QString kPuerto = QStringLiteral("Puerto");
 const QString kParametros = QStringLiteral("ParametrosPuerto");
+const QString kColumnas = QStringLiteral("Columnas");
 
 // Un número del lugar, siempre con punto decimal, sea cual sea el idioma de la máquina.
 std::optional<float> numero(const QString& t) {
@@ -42,6 +43,15 @@ const QList<ElementoTicket>& ElementosTicket() {
     return e;
 }
 
+const QList<AnchoTicket>& AnchosTicket() {
+    static const QList<AnchoTicket> a = {
+        {42, 80.0, QStringLiteral("80 mm, 42 columnas")},
+        {48, 80.0, QStringLiteral("80 mm, 48 columnas")},
+        {32, 58.0, QStringLiteral("58 mm, 32 columnas")},
+    };
+    return a;
+}
+
 QStringList PuertosTicket() {
     QStringList r;
     for (const char* base : {"LPT", "COM"})
@@ -68,6 +78,9 @@ DisenoTicket LeeDisenoTicket(const Configuracion& conf) {
     }
     d.puerto = conf.lee(clave::ticket, kPuerto);
     d.parametros = conf.lee(clave::ticket, kParametros);
+    const int columnas = conf.lee(clave::ticket, kColumnas).trimmed().toInt();
+    for (const AnchoTicket& a : AnchosTicket())
+        if (a.columnas == columnas) d.columnas = columnas;
     return d;
 }
 
@@ -80,6 +93,7 @@ void GrabaDisenoTicket(const Configuracion& conf, const DisenoTicket& d) {
     }
     conf.graba(clave::ticket, kPuerto, d.puerto);
     conf.graba(clave::ticket, kParametros, d.parametros);
+    conf.graba(clave::ticket, kColumnas, QString::number(d.columnas));
 }
 
 } // namespace orv

@@ -247,7 +247,7 @@ DatosTicket LeeDatosTicket(const Almacen& a, qint64 idComprobante) {
     return t;
 }
 
-QByteArray ArmaTicket(const DatosTicket& t, const DisenoTicket& d, PaginaCodigos pagina, int columnas) {
+QByteArray ArmaTicket(const DatosTicket& t, const DisenoTicket& d, PaginaCodigos pagina) {
     // Los elementos que van, de arriba abajo y, en una misma altura, de izquierda a derecha.
     QList<int> orden;
     for (int i = 0; i < d.lugares.size(); ++i)
@@ -256,7 +256,7 @@ QByteArray ArmaTicket(const DatosTicket& t, const DisenoTicket& d, PaginaCodigos
         const QPointF a = *d.lugares[x], b = *d.lugares[y];
         return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x();
     });
-    Escritor e{pagina, columnas, kInicia};
+    Escritor e{pagina, d.columnas, kInicia};
     e.b += QByteArray("\x1b\x74", 2) + char(pagina == PaginaCodigos::CP858 ? 19 : 2);
     for (int i : orden) escribeElemento(e, i, t);
     e.b += kCorte;

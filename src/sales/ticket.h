@@ -47,8 +47,8 @@ struct DatosTicket {
 // Lee el comprobante y los datos del comercio. Aviso si el comprobante ya no existe.
 DatosTicket LeeDatosTicket(const Almacen& a, qint64 idComprobante);
 
-// Los bytes del ticket para una impresora de `columnas` caracteres por línea.
-QByteArray ArmaTicket(const DatosTicket& t, const DisenoTicket& d, PaginaCodigos pagina, int columnas = 42);
+// Los bytes del ticket, con las columnas por línea del diseño.
+QByteArray ArmaTicket(const DatosTicket& t, const DisenoTicket& d, PaginaCodigos pagina);
 
 // Envía los bytes al puerto: "COM1".. (/dev/ttyS0..) o un dispositivo /dev/tty… por el puerto serie
 // con sus parámetros ("9600,n,8,1"); "LPT1".. (/dev/lp0..) o un archivo de dispositivo

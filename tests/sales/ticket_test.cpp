@@ -89,6 +89,7 @@ DatosTicket ticketDePrueba(bool contado) {
 DisenoTicket disenoDePrueba(const QString& puerto = {}) {
     DisenoTicket d;
     d.puerto = puerto;
+    d.columnas = 40;
     d.lugares = QList<std::optional<QPointF>>(ElementosTicket().size());
     d.lugares[0] = QPointF(10, 2);   // Nombre Negocio
     d.lugares[7] = QPointF(40, 12);  // Fecha, a la derecha del número
@@ -122,12 +123,12 @@ TEST(Ticket, ElementosEnOrdenCorteYCajonEnContado) {
                                 "** Gracias por su Compra **",
                                 "[alinea 0]",
                                 "[corte 66 0]"};
-    EXPECT_EQ(decodifica(ArmaTicket(ticketDePrueba(true), disenoDePrueba(), PaginaCodigos::CP858, 40)),
+    EXPECT_EQ(decodifica(ArmaTicket(ticketDePrueba(true), disenoDePrueba(), PaginaCodigos::CP858)),
               cuerpo + QStringList{"[cajon 0 25 250]"});
     // A cuenta corriente no se abre el cajón; en CP850 la orden de página cambia.
     QStringList cp850 = cuerpo;
     cp850[1] = QStringLiteral("[pagina 2]");
-    EXPECT_EQ(decodifica(ArmaTicket(ticketDePrueba(false), disenoDePrueba(), PaginaCodigos::CP850, 40), 2), cp850);
+    EXPECT_EQ(decodifica(ArmaTicket(ticketDePrueba(false), disenoDePrueba(), PaginaCodigos::CP850), 2), cp850);
 }
 
 TEST(Ticket, PorUnPseudoTerminalComoPuertoSerie) {
@@ -194,14 +195,17 @@ TEST_P(TicketImpreso, PorLaRedYConLaImpresoraApagada) {
     QTcpServer servidor;
     ASSERT_TRUE(servidor.listen(QHostAddress::LocalHost));
     const QString puerto = QStringLiteral("127.0.0.1:%1").arg(servidor.serverPort());
-    GrabaDisenoTicket(conf, disenoDePrueba(puerto));
+    // Un rollo de 58 mm: las líneas se arman en 32 columnas.
+    DisenoTicket diseno = disenoDePrueba(puerto);
+    diseno.columnas = 32;
+    GrabaDisenoTicket(conf, diseno);
     EXPECT_TRUE(EsComprobanteDeTicket(almacen(), 5));
     EXPECT_EQ(textoDeAviso([&] { ImprimeTicket(almacen(), conf, 5); }), QString());
     EXPECT_EQ(decodifica(recibe(servidor)).mid(4, 15),
               (QStringList{"Almacén Ñandú", "[negrita 0]", "[alinea 0]", "Nro Ticket : T0001-00000042", "25/11/2026",
-                           "010001 2 x 1,500.00", "Yerba mate 1 kg                   3,000.00", "020001 0.5 x 9,000.00",
-                           "Jamón cocido                      4,500.00", "[negrita 1]", "Total                           $ 7,500.00",
-                           "[negrita 0]", "Vuelto                          $ 2,500.00",
+                           "010001 2 x 1,500.00", "Yerba mate 1 kg         3,000.00", "020001 0.5 x 9,000.00",
+                           "Jamón cocido            4,500.00", "[negrita 1]", "Total                 $ 7,500.00",
+                           "[negrita 0]", "Vuelto                $ 2,500.00",
                            "[alinea 1]", "** Gracias por su Compra **"}));
     servidor.close();
     EXPECT_EQ(textoDeAviso([&] { ImprimeTicket(almacen(), conf, 5); }),

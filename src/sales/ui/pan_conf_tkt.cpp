@@ -21,9 +21,8 @@ namespace orv {
 
 namespace {
 
-// La hoja: un rollo de 80 mm, 200 mm de largo, a 3 píxeles por mm.
+// La hoja: el ancho del rollo elegido, 200 mm de largo, a 3 píxeles por mm.
 constexpr double kPxPorMm = 3.0;
-constexpr double kAnchoMm = 80.0;
 constexpr double kLargoMm = 200.0;
 
 } // namespace
@@ -43,8 +42,11 @@ panConfTkt::panConfTkt(const Configuracion& conf, QWidget* padre) : QDialog(padr
     QPushButton* acepta = BotonesAlPie(this, capa);
     connect(acepta, &QPushButton::clicked, this, &panConfTkt::aceptar);
 
-    // 1. Lo guardado: cada elemento ubicado se enciende y se muestra en su lugar.
+    // 1. Lo guardado: el rollo, y cada elemento ubicado se enciende y se muestra en su lugar.
     const DisenoTicket d = LeeDisenoTicket(conf_);
+    for (int i = 0; i < AnchosTicket().size(); ++i)
+        if (AnchosTicket()[i].columnas == d.columnas) cboAncho_->setCurrentIndex(i);
+    cambiaAncho();
     for (int i = 0; i < elementos_.size(); ++i) {
         if (const std::optional<QPointF> l = d.lugares.value(i)) {
             ubica(i, *l);
@@ -79,7 +81,13 @@ QWidget* panConfTkt::armaPuerto() {
     cboPagina_->setObjectName(QStringLiteral("cboPagina"));
     cboPagina_->addItems({NombrePaginaCodigos(PaginaCodigos::CP858), NombrePaginaCodigos(PaginaCodigos::CP850)});
     f->addRow(QStringLiteral("Página de códigos :"), cboPagina_);
+    // El rollo: las líneas del ticket se arman con sus columnas.
+    cboAncho_ = new QComboBox(caja);
+    cboAncho_->setObjectName(QStringLiteral("cboAncho"));
+    for (const AnchoTicket& a : AnchosTicket()) cboAncho_->addItem(a.texto);
+    f->addRow(QStringLiteral("Papel :"), cboAncho_);
     connect(cboPuerto_, &QComboBox::currentTextChanged, this, &panConfTkt::cambiaPuerto);
+    connect(cboAncho_, &QComboBox::currentIndexChanged, this, &panConfTkt::cambiaAncho);
     return caja;
 }
 
@@ -114,7 +122,6 @@ QWidget* panConfTkt::armaHoja() {
     pal.setColor(QPalette::Window, Qt::white);
     pal.setColor(QPalette::WindowText, Qt::black);
     picTkt_->setPalette(pal);
-    picTkt_->setFixedSize(int(kAnchoMm * kPxPorMm), int(kLargoMm * kPxPorMm));
     for (int i = 0; i < ElementosTicket().size(); ++i) {
         auto* l = new QLabel(ElementosTicket()[i].muestra, picTkt_);
         l->setObjectName(QStringLiteral("lblElemento%1").arg(i));
@@ -136,18 +143,30 @@ QWidget* panConfTkt::armaHoja() {
 // 2. Los parámetros sirven sólo en un puerto serie.
 void panConfTkt::cambiaPuerto() { txtConfPuerto_->setEnabled(EsPuertoSerie(cboPuerto_->currentText().trimmed())); }
 
+// La hoja toma el ancho del rollo; lo que quedaba fuera vuelve al borde.
+void panConfTkt::cambiaAncho() {
+    const double mm = AnchosTicket().value(cboAncho_->currentIndex(), AnchosTicket().first()).mm;
+    picTkt_->setFixedSize(int(mm * kPxPorMm), int(kLargoMm * kPxPorMm));
+    for (QLabel* l : elementos_) adentro(l, l->pos());
+}
+
 void panConfTkt::muestra(int i, bool si) { elementos_[i]->setVisible(si); }
 
 QString panConfTkt::puerto() const { return cboPuerto_->currentText().trimmed(); }
 
-void panConfTkt::ubica(int i, QPointF mm) {
-    elementos_[i]->move(int(std::lround(mm.x() * kPxPorMm)), int(std::lround(mm.y() * kPxPorMm)));
+// Como al arrastrarlo, el elemento queda dentro de la hoja.
+void panConfTkt::ubica(int i, QPointF mm) { adentro(elementos_[i], QPoint(int(std::lround(mm.x() * kPxPorMm)), int(std::lround(mm.y() * kPxPorMm)))); }
+
+void panConfTkt::adentro(QLabel* l, QPoint p) {
+    l->move(std::clamp(p.x(), 0, std::max(0, picTkt_->width() - l->width())),
+            std::clamp(p.y(), 0, std::max(0, picTkt_->height() - l->height())));
 }
 
 DisenoTicket panConfTkt::diseno() const {
     DisenoTicket d;
     d.puerto = puerto();
     d.parametros = txtConfPuerto_->text().trimmed();
+    d.columnas = AnchosTicket().value(cboAncho_->currentIndex(), AnchosTicket().first()).columnas;
     for (int i = 0; i < elementos_.size(); ++i) {
         const QPoint p = elementos_[i]->pos();
         d.lugares << (opciones_[i]->isChecked() ? std::optional<QPointF>(QPointF(p.x() / kPxPorMm, p.y() / kPxPorMm))
@@ -167,7 +186,7 @@ bool panConfTkt::eventFilter(QObject* o, QEvent* e) {
     }
     if (e->type() == QEvent::MouseMove && (static_cast<QMouseEvent*>(e)->buttons() & Qt::LeftButton)) {
         const QPoint p = picTkt_->mapFromGlobal(static_cast<QMouseEvent*>(e)->globalPosition().toPoint()) - agarre_;
-        l->move(std::clamp(p.x(), 0, picTkt_->width() - l->width()), std::clamp(p.y(), 0, picTkt_->height() - l->height()));
+        adentro(l, p);
         return true;
     }
     if (e->type() == QEvent::MouseButtonRelease) {

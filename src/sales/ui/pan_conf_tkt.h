@@ -41,12 +41,15 @@ private:
     QWidget* armaOpciones();
     QWidget* armaHoja();
     void cambiaPuerto();
+    void cambiaAncho();
+    void adentro(QLabel* l, QPoint p); // mueve el elemento sin que salga de la hoja
     void muestra(int i, bool si);
 
     const Configuracion& conf_;
     QComboBox* cboPuerto_ = nullptr;
     QLineEdit* txtConfPuerto_ = nullptr;
     QComboBox* cboPagina_ = nullptr;
+    QComboBox* cboAncho_ = nullptr;
     QFrame* picTkt_ = nullptr;
     QList<QCheckBox*> opciones_;
     QList<QLabel*> elementos_;

@@ -10,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -26,17 +27,17 @@ protected:
     QStringList seccion() {
         QStringList r;
         for (const ElementoTicket& e : ElementosTicket()) r << e.titulo + u'=' + conf_->lee(clave::ticket, e.titulo);
-        for (const char* c : {"Puerto", "ParametrosPuerto", "PaginaCodigos"})
+        for (const char* c : {"Puerto", "ParametrosPuerto", "PaginaCodigos", "Columnas"})
             r << QString::fromLatin1(c) + u'=' + conf_->lee(clave::ticket, QString::fromLatin1(c));
         return r;
     }
     static QStringList esperada(std::initializer_list<std::pair<int, const char*>> valores, const char* puerto,
-                                const char* parametros, const char* pagina) {
+                                const char* parametros, const char* pagina, const char* columnas) {
         QStringList r;
         for (const ElementoTicket& e : ElementosTicket()) r << e.titulo + u'=';
         for (const auto& [i, v] : valores) r[i] += QString::fromUtf8(v);
         r << QStringLiteral("Puerto=") + QString::fromUtf8(puerto) << QStringLiteral("ParametrosPuerto=") + QString::fromUtf8(parametros)
-          << QStringLiteral("PaginaCodigos=") + QString::fromUtf8(pagina);
+          << QStringLiteral("PaginaCodigos=") + QString::fromUtf8(pagina) << QStringLiteral("Columnas=") + QString::fromUtf8(columnas);
         return r;
     }
 };
@@ -51,6 +52,13 @@ TEST_F(ConfTicket, LoUbicadoSeGuardaYVuelveASuLugar) {
         hijo<QLineEdit>(d, "txtConfPuerto")->setText(QStringLiteral("9600,n,8,1"));
         EXPECT_EQ(hijo<QComboBox>(d, "cboPagina")->currentText(), QStringLiteral("CP858"));
         hijo<QComboBox>(d, "cboPagina")->setCurrentText(QStringLiteral("CP850"));
+        // La hoja toma el ancho del rollo.
+        auto* ancho = hijo<QComboBox>(d, "cboAncho");
+        EXPECT_EQ(ancho->currentText(), QStringLiteral("80 mm, 42 columnas"));
+        ancho->setCurrentText(QStringLiteral("58 mm, 32 columnas"));
+        EXPECT_EQ(hijo<QFrame>(d, "PicTkt")->width(), 174);
+        ancho->setCurrentText(QStringLiteral("80 mm, 48 columnas"));
+        EXPECT_EQ(hijo<QFrame>(d, "PicTkt")->width(), 240);
         for (const auto& [i, x, y] : {std::tuple{0, 10.0, 2.0}, std::tuple{8, 1.0, 30.0}, std::tuple{13, 40.0, 60.4}, std::tuple{5, 3.0, 9.0}}) {
             d.opcion(i)->setChecked(true);
             d.ubica(i, QPointF(x, y));
@@ -59,7 +67,7 @@ TEST_F(ConfTicket, LoUbicadoSeGuardaYVuelveASuLugar) {
         QTest::mouseClick(hijo<QPushButton>(d, "Command1"), Qt::LeftButton);
         EXPECT_EQ(d.result(), QDialog::Accepted);
     }
-    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1", "CP850"));
+    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1", "CP850", "48"));
     // Al volver: encendidos y en su lugar; Cancelar no escribe nada.
     panConfTkt d(*conf_);
     d.show();
@@ -68,10 +76,11 @@ TEST_F(ConfTicket, LoUbicadoSeGuardaYVuelveASuLugar) {
         if (d.opcion(i)->isChecked() && d.elemento(i)->isVisible())
             vistos << QStringLiteral("%1@%2,%3").arg(i).arg(d.elemento(i)->x()).arg(d.elemento(i)->y());
     EXPECT_EQ(vistos, (QStringList{"0@30,6", "8@3,90", "13@120,181"}));
-    EXPECT_EQ(prueba::Textos(d, {"cboPuerto", "txtConfPuerto", "cboPagina"}), (QStringList{"COM2", "9600,n,8,1", "CP850"}));
+    EXPECT_EQ(prueba::Textos(d, {"cboPuerto", "txtConfPuerto", "cboPagina", "cboAncho"}),
+              (QStringList{"COM2", "9600,n,8,1", "CP850", "80 mm, 48 columnas"}));
     d.opcion(0)->setChecked(false);
     QTest::mouseClick(hijo<QPushButton>(d, "Command2"), Qt::LeftButton);
-    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1", "CP850"));
+    EXPECT_EQ(seccion(), esperada({{0, "10,2"}, {8, "1,30"}, {13, "40,60.3333"}}, "COM2", "9600,n,8,1", "CP850", "48"));
 }
 
 TEST_F(ConfTicket, ParametrosSoloEnUnPuertoSerieYUnaClaveIlegibleNoUbicaNada) {
@@ -92,6 +101,11 @@ TEST_F(ConfTicket, ParametrosSoloEnUnPuertoSerieYUnaClaveIlegibleNoUbicaNada) {
     }
     conf_->graba(clave::ticket, QStringLiteral("Fecha"), QStringLiteral("2.5, 7"));
     EXPECT_EQ(LeeDisenoTicket(*conf_).lugares.value(7), QPointF(2.5, 7));
+    // Unas columnas que no son de un rollo dejan las de siempre.
+    for (const auto& [guardadas, leidas] : {std::pair{"48", 48}, std::pair{"40", 42}, std::pair{"", 42}, std::pair{"x", 42}}) {
+        conf_->graba(clave::ticket, QStringLiteral("Columnas"), QString::fromUtf8(guardadas));
+        EXPECT_EQ(LeeDisenoTicket(*conf_).columnas, leidas) << guardadas;
+    }
 }
 
 // "Opciones..." de un tipo de ticket abre el configurador; al aceptar, el tipo toma el puerto.
