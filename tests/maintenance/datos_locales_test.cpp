@@ -1,6 +1,6 @@
 // Datos locales: lo que "Datos Locales" guarda llega a los lugares que lo leen (el próximo arranque,
 // el código propuesto, el precio con impuesto, la balanza, los puntos); un valor malo no guarda
-// nada; la fila del negocio; el número de la terminal.
+// nada; la fila del negocio.
 
 #include "apoyo/base_prueba.h"
 #include "apoyo/filas.h"
@@ -167,29 +167,6 @@ TEST_P(DatosLocalesPorMotor, ElNegocioAgregaLaPrimeraFilaYDespuesCambiaLaPrimera
 }
 
 ORV_AMBOS_MOTORES(DatosLocalesPorMotor);
-
-// El número de la terminal: lo que se lee se graba (0 también); lo demás da el aviso y deja el anterior.
-TEST(DatosLocales, ElNumeroDeLaTerminal) {
-    QTemporaryDir dir;
-    Configuracion conf(dir.path(), dir.filePath("u.conf"));
-    conf.graba(clave::miscelaneas, "IdRed", "12");
-    const struct {
-        const char* escrito;
-        const char* resultado; // el número, o el aviso
-        const char* grabado;
-    } casos[] = {
-        {"0", "0", "0"},          {" 17 ", "17", "17"},          {"abc", "Error, datos mal ingresados!. El Id debe ser numerico.", "17"},
-        {"1.5", "Error, datos mal ingresados!. El Id debe ser numerico.", "17"},
-        {"99999999999", "Error, datos mal ingresados!. El Id debe ser numerico.", "17"},
-        {"", "Error, datos mal ingresados!. El Id debe ser numerico.", "17"},
-    };
-    for (const auto& c : casos) {
-        QString resultado;
-        const QString aviso = AvisoDe([&] { resultado = QString::number(GrabaIdRed(conf, c.escrito)); });
-        EXPECT_EQ(aviso.isEmpty() ? resultado : aviso, c.resultado) << c.escrito;
-        EXPECT_EQ(conf.lee(clave::miscelaneas, "IdRed"), c.grabado) << c.escrito;
-    }
-}
 
 } // namespace
 } // namespace orv

@@ -77,7 +77,6 @@ TEST_F(PantallasRegion, UnValorMaloSeDiceYLaPantallaQuedaAbiertaSinGuardar) {
         const char* mensaje;
     } casos[] = {
         {"txNumCifrasRubro", "x", "Ingrese las cifras correctamente !!"},
-        {"txIva", "21%", "Impuesto (IVA %): el número está mal escrito"},
         {"txBalCifrasValor", "9", "Balanza: prefijo (2 cifras), código (5) y valor (9) deben sumar 12 cifras."},
     };
     for (const auto& c : casos) {
@@ -100,7 +99,11 @@ TEST_F(PantallasRegion, ElNumeroDeLaTerminalRigeEnseguidaYUnoMaloNo) {
         const char* texto;
         QStringList vistas;
         qint32 idRed;
-    } casos[] = {{"abc", {"Error, datos mal ingresados!. El Id debe ser numerico."}, 1}, {"0", {}, 0}, {"23", {}, 23}};
+    } casos[] = {{"abc", {"Error, datos mal ingresados!. El Id debe ser numerico."}, 1},
+                 {"1.5", {"Error, datos mal ingresados!. El Id debe ser numerico."}, 1},
+                 {"99999999999", {"Error, datos mal ingresados!. El Id debe ser numerico."}, 1},
+                 {"0", {}, 0},
+                 {" 23 ", {}, 23}};
     for (const auto& c : casos) {
         PanConfRed p(*conf_, estado_);
         EXPECT_EQ(p.campoId()->text(), QString::number(estado_.IdRed)) << c.texto;
@@ -120,12 +123,20 @@ TEST_F(PantallasRegion, ZonasSeAgreganEnLaPestaniaYEliminarPreguntaYRespetaLosCl
     EXPECT_EQ(p.nuevo(ListaZonas::Zonas)->text(), "");
     Grilla* g = p.grilla(ListaZonas::Zonas);
     EXPECT_EQ(Filas(a(), "SELECT Zona FROM Zonas ORDER BY Zona"), QStringList({"General", "Norte"}));
+    // El nombre se corrige en la misma grilla; vacío se rechaza y queda el anterior.
+    for (const char* nombre : {"Zona Norte", ""}) {
+        VigiaDeCajas vigia;
+        g->modelo().setData(g->modelo().index(1, g->modelo().columna("Zona")), QString::fromUtf8(nombre));
+        QTest::qWait(30);
+        EXPECT_EQ(vigia.vistas, *nombre ? QStringList() : QStringList({"Error, escriba el nombre!"})) << nombre;
+        EXPECT_EQ(Filas(a(), "SELECT Zona FROM Zonas ORDER BY Zona"), QStringList({"General", "Zona Norte"})) << nombre;
+    }
     const struct {
         int fila;
         QStringList vistas;
         QStringList quedan;
     } casos[] = {
-        {0, {"Elimina?", "Error, existen clientes en ésta zona (1)! Pase esos clientes a otra zona antes de eliminarla."}, {"General", "Norte"}},
+        {0, {"Elimina?", "Error, existen clientes en ésta zona (1)! Pase esos clientes a otra zona antes de eliminarla."}, {"General", "Zona Norte"}},
         {1, {"Elimina?"}, {"General"}},
     };
     for (const auto& c : casos) {
