@@ -36,7 +36,9 @@ PanConfRed::PanConfRed(const Configuracion& conf, EstadoAplicacion& estado, QWid
     txIdRed_->setObjectName(QStringLiteral("txIdRed"));
     txIdRed_->setMaximumWidth(120);
     txIdRed_->setAlignment(Qt::AlignRight);
-    txIdRed_->setText(conf_.lee(clave::miscelaneas, QStringLiteral("IdRed")));
+    // Lo guardado; si no hay nada, el número con que trabaja esta terminal.
+    const QString guardado = conf_.lee(clave::miscelaneas, QStringLiteral("IdRed"));
+    txIdRed_->setText(guardado.isEmpty() ? QString::number(estado_.IdRed) : guardado);
     f->addRow(QStringLiteral("ID de la red :"), txIdRed_);
     capa->addLayout(f);
     connect(BotonesAlPie(this, capa), &QPushButton::clicked, this, &PanConfRed::acepta);
