@@ -65,6 +65,9 @@
 #include "sales/cliente_venta.h"
 #include "sales/ui/panel_venta.h"
 #include "maintenance/datos_ejemplo.h"
+#include "maintenance/ui/pan_help.h"
+#include "maintenance/ui/pan_region.h"
+#include "maintenance/ui/pan_zonas.h"
 #include "reports/catalogo.h"
 #include "reports/informe.h"
 #include "reports/ui/pan_mensajeria.h"
@@ -685,6 +688,44 @@ int main(int argc, char** argv) {
                 corte.calcula();
                 guarda(corte, QStringLiteral("corte_caja_dia_cerrado") + sufijo);
             }
+        }
+        {
+            // Configuración: "Datos Locales" en cada pestaña, la red, las zonas, las situaciones de
+            // IVA y la ayuda, cada una sobre la ventana de ese tamaño.
+            w.botPrincipal(6);
+            orv::panRegion region(*almacen, conf, &w);
+            region.show();
+            const char* const pestanias[] = {"pais", "impositivo", "codificacion", "puntos", "balanza", "negocio"};
+            for (int i = 0; i < region.pestanias()->count(); ++i) {
+                region.pestanias()->setCurrentIndex(i);
+                guardaConEncima(w, region, QStringLiteral("region_%1_%2").arg(i).arg(QString::fromLatin1(pestanias[i])) + sufijo);
+            }
+            region.hide();
+            orv::PanConfRed red(conf, estado, &w);
+            red.show();
+            guardaConEncima(w, red, QStringLiteral("conf_red") + sufijo);
+            red.hide();
+            orv::panZonas zonas(*almacen, &w);
+            zonas.show();
+            guardaConEncima(w, zonas, QStringLiteral("zonas") + sufijo);
+            zonas.pestanias()->setCurrentIndex(1);
+            guardaConEncima(w, zonas, QStringLiteral("zonas_localidades") + sufijo);
+            zonas.hide();
+            orv::panSitIvas ivas(*almacen, &w);
+            ivas.show();
+            guardaConEncima(w, ivas, QStringLiteral("sit_ivas") + sufijo);
+            orv::panEdSitIva iva(*almacen, 2, &ivas);
+            iva.show();
+            guardaConEncima(w, iva, QStringLiteral("ed_sit_iva") + sufijo);
+            iva.hide();
+            ivas.hide();
+            // La ayuda abierta sobre el panel "Vender", en su tema.
+            w.botPrincipal(3);
+            orv::panHelp ayuda(orv::TemaDePantalla(orv::TemasAyuda(), {QStringLiteral("PanelPrincipal3")}), &w);
+            ayuda.show();
+            guardaConEncima(w, ayuda, QStringLiteral("ayuda_vender") + sufijo);
+            ayuda.muestraTema(orv::TemaDePantalla(orv::TemasAyuda(), {QStringLiteral("panRegion")}));
+            guardaConEncima(w, ayuda, QStringLiteral("ayuda_utilidades") + sufijo);
         }
         w.hide();
     }

@@ -17,8 +17,8 @@ const QString kClaveValor = QStringLiteral("BalanzaValor");
 const QString kClaveDecimales = QStringLiteral("BalanzaDecimales");
 
 // Un número de la configuración: el valor por omisión si falta o no es un entero.
-int entero(const Configuracion& c, const QString& clave, int defecto) {
-    const auto v = LeeEntero(c.lee(clave::miscelaneas, clave).trimmed(), 0, 99);
+int entero(const QString& texto, int defecto) {
+    const auto v = LeeEntero(texto.trimmed(), 0, 99);
     return v ? int(*v) : defecto;
 }
 
@@ -77,9 +77,25 @@ std::optional<ArticuloVenta> articuloDeEtiqueta(const Almacen& a, const QString&
 
 } // namespace
 
-ConfBalanza LeeConfBalanza(const Configuracion& c) {
+TextosBalanza LeeTextosBalanza(const Configuracion& c) {
+    return {c.lee(clave::miscelaneas, kClavePrefijos), c.lee(clave::miscelaneas, kClaveCifrasCodigo),
+            c.lee(clave::miscelaneas, kClaveCifrasValor), c.lee(clave::miscelaneas, kClaveValor),
+            c.lee(clave::miscelaneas, kClaveDecimales)};
+}
+
+void GrabaTextosBalanza(const Configuracion& c, const TextosBalanza& t) {
+    c.graba(clave::miscelaneas, kClavePrefijos, t.prefijos);
+    c.graba(clave::miscelaneas, kClaveCifrasCodigo, t.cifrasCodigo);
+    c.graba(clave::miscelaneas, kClaveCifrasValor, t.cifrasValor);
+    c.graba(clave::miscelaneas, kClaveValor, t.valor);
+    c.graba(clave::miscelaneas, kClaveDecimales, t.decimales);
+}
+
+ConfBalanza LeeConfBalanza(const Configuracion& c) { return InterpretaBalanza(LeeTextosBalanza(c)); }
+
+ConfBalanza InterpretaBalanza(const TextosBalanza& t) {
     ConfBalanza r;
-    const QString prefijos = c.lee(clave::miscelaneas, kClavePrefijos).trimmed();
+    const QString prefijos = t.prefijos.trimmed();
     if (!prefijos.isEmpty()) {
         if (const auto p = leePrefijos(prefijos)) {
             r.prefijos = p->first;
@@ -89,10 +105,10 @@ ConfBalanza LeeConfBalanza(const Configuracion& c) {
                          QStringLiteral("\") no se entienden; escríbalos como 20-29 o 20,21");
         }
     }
-    r.cifrasCodigo = entero(c, kClaveCifrasCodigo, 5);
-    r.cifrasValor = entero(c, kClaveCifrasValor, 5);
-    r.esPrecio = c.lee(clave::miscelaneas, kClaveValor).trimmed().compare(QStringLiteral("Peso"), Qt::CaseInsensitive) != 0;
-    r.decimales = entero(c, kClaveDecimales, r.esPrecio ? 2 : 3);
+    r.cifrasCodigo = entero(t.cifrasCodigo, 5);
+    r.cifrasValor = entero(t.cifrasValor, 5);
+    r.esPrecio = t.valor.trimmed().compare(QStringLiteral("Peso"), Qt::CaseInsensitive) != 0;
+    r.decimales = entero(t.decimales, r.esPrecio ? 2 : 3);
     if (r.problema.isEmpty() && (r.cifrasCodigo < 1 || r.cifrasValor < 1 ||
                                  r.cifrasPrefijo + r.cifrasCodigo + r.cifrasValor != 12))
         r.problema = QStringLiteral("prefijo (%1 cifras), código (%2) y valor (%3) deben sumar 12 cifras")

@@ -35,9 +35,23 @@ struct ConfBalanza {
     QString problema;
 };
 
-// Lee la configuración con sus valores por omisión: un valor que falta o no es un número toma el
-// suyo. Una combinación imposible (prefijo, código y valor que no suman 12 cifras, prefijos de
-// distinto largo) queda dicha en `problema`.
+// Los cinco valores de la balanza tal como están escritos en la configuración.
+struct TextosBalanza {
+    QString prefijos;
+    QString cifrasCodigo;
+    QString cifrasValor;
+    QString valor;     // "Precio" o "Peso"
+    QString decimales;
+    friend bool operator==(const TextosBalanza&, const TextosBalanza&) = default;
+};
+TextosBalanza LeeTextosBalanza(const Configuracion& conf);
+void GrabaTextosBalanza(const Configuracion& conf, const TextosBalanza& t);
+
+// Interpreta los valores con los de omisión: uno que falta o no es un número toma el suyo. Una
+// combinación imposible (prefijo, código y valor que no suman 12 cifras, prefijos de distinto
+// largo) queda dicha en `problema`.
+ConfBalanza InterpretaBalanza(const TextosBalanza& t);
+// InterpretaBalanza de lo que dice la configuración.
 ConfBalanza LeeConfBalanza(const Configuracion& conf);
 
 // Dígito verificador EAN-13 de las 12 primeras cifras.

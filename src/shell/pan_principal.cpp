@@ -17,6 +17,9 @@
 #include "sales/ui/pan_corr_num.h"
 #include "sales/ui/panel_venta.h"
 #include "suppliers/ui/panel_proveedores.h"
+#include "maintenance/ui/pan_help.h"
+#include "maintenance/ui/pan_region.h"
+#include "maintenance/ui/pan_zonas.h"
 #include "widgets/grilla.h"
 #include "widgets/mensajes.h"
 #include "widgets/paneles.h"
@@ -28,6 +31,7 @@
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDateEdit>
 #include <QDir>
@@ -35,6 +39,8 @@
 #include <QFormLayout>
 #include <QFrame>
 #include <QGroupBox>
+#include <QKeyEvent>
+#include <QToolButton>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -109,6 +115,8 @@ PanPrincipal::PanPrincipal(Almacen& almacen, EstadoAplicacion& estado, const Con
     setObjectName(QStringLiteral("PanPrincipal"));
     armaVentana();
     carga();
+    // F1 en cualquier ventana del programa abre la ayuda de esa pantalla.
+    qApp->installEventFilter(this);
 }
 
 PanPrincipal::~PanPrincipal() = default;
@@ -194,6 +202,27 @@ void PanPrincipal::armaBarraLateral(QWidget* centro) {
     // Mensajería no tiene panel: abre su pantalla propia, y el botón no queda marcado.
     botones_[5]->setCheckable(false);
     columna->addStretch(1);
+    // Al pie, la ayuda: el dibujo y su texto abren lo mismo que F1 en el panel a la vista.
+    auto* filaAyuda = new QHBoxLayout;
+    filaAyuda->setContentsMargins(12, 0, 0, 0);
+    filaAyuda->setSpacing(0);
+    auto* image4 = new QToolButton(barraLateral_);
+    image4->setObjectName(QStringLiteral("Image4"));
+    image4->setIcon(style()->standardIcon(QStyle::SP_MessageBoxQuestion));
+    image4->setIconSize(QSize(22, 22));
+    image4->setAutoRaise(true);
+    image4->setCursor(Qt::PointingHandCursor);
+    image4->setToolTip(QStringLiteral("Ayuda (F1)"));
+    auto* label1 = new QPushButton(QStringLiteral("Ayuda"), barraLateral_);
+    label1->setObjectName(QStringLiteral("Label1"));
+    label1->setCursor(Qt::PointingHandCursor);
+    label1->setFocusPolicy(Qt::TabFocus);
+    label1->setToolTip(QStringLiteral("Ayuda (F1)"));
+    filaAyuda->addWidget(image4);
+    filaAyuda->addWidget(label1, 1);
+    columna->addLayout(filaAyuda);
+    connect(image4, &QToolButton::clicked, this, &PanPrincipal::ayudaDelPanel);
+    connect(label1, &QPushButton::clicked, this, &PanPrincipal::ayudaDelPanel);
 }
 
 // Encabezado: destino y copias de los informes, y la fecha.
@@ -230,6 +259,13 @@ void PanPrincipal::armaEncabezado(QWidget* centro) {
     ff.setPointSizeF(ff.pointSizeF() * 1.1);
     fecha_->setFont(ff);
     cabeza->addWidget(fecha_);
+    auto* ayuda = new QPushButton(style()->standardIcon(QStyle::SP_MessageBoxQuestion), QStringLiteral("Ayuda"), encabezado_);
+    ayuda->setObjectName(QStringLiteral("Command57"));
+    ayuda->setToolTip(QStringLiteral("Ayuda del panel a la vista (F1)"));
+    ayuda->setFocusPolicy(Qt::TabFocus);
+    cabeza->addSpacing(10);
+    cabeza->addWidget(ayuda);
+    connect(ayuda, &QPushButton::clicked, this, &PanPrincipal::ayudaDelPanel);
 }
 
 // Los paneles apilados, cada uno en su zona desplazable.
@@ -295,10 +331,13 @@ QWidget* PanPrincipal::armaBienvenida() {
     auto* ayuda = new QLabel(QStringLiteral("Elija en la columna de la izquierda con qué desea trabajar."), w);
     ayuda->setAlignment(Qt::AlignCenter);
     ayuda->setEnabled(false);
+    auto* label13 = Enlace(QStringLiteral("Label13"), QStringLiteral("¿Primera vez? Presione F1 (o aquí) para ver la ayuda."), w);
+    connect(label13, &QPushButton::clicked, this, &PanPrincipal::ayudaDelPanel);
     capa->addWidget(bienvenido);
     capa->addWidget(saludo_);
     capa->addSpacing(12);
     capa->addWidget(ayuda);
+    capa->addWidget(label13, 0, Qt::AlignCenter);
     capa->addStretch(3);
     return w;
 }
@@ -344,6 +383,14 @@ QWidget* PanPrincipal::armaUtilidades() {
                                    {{"lblMatrices", "Matrices de artículos", [this] { panMatrices(almacen_, this).exec(); }},
                                     {"lblEtiquetas", "Etiquetas Cgo Barras", [this] { panEtiq(almacen_, reloj_, this).exec(); }}},
                                    w));
+    // Datos del país y del negocio, la terminal, las zonas de los clientes y las situaciones de IVA.
+    capa->addWidget(grupoDeEnlaces(
+        QStringLiteral("Configuración"),
+        {{"Label43", "Datos Locales", [this] { datosLocales(); }},
+         {"lblConfRed", "Configuración de red", [this] { PanConfRed(conf_, estado_, this).exec(); }},
+         {"lblZonas", "Zonas y Localidades", [this] { panZonas(almacen_, this).exec(); }},
+         {"lblSitIvas", "Situaciones de IVA", [this] { panSitIvas(almacen_, this).exec(); }}},
+        w));
     // Los premios que canjean los clientes con tarjeta.
     capa->addWidget(grupoDeEnlaces(
         QStringLiteral("Clientes con tarjeta"),
@@ -575,6 +622,46 @@ void PanPrincipal::resetGrillas() {
     sinGuardar_ = true;
     close();
     termina_(0);
+}
+
+void PanPrincipal::datosLocales() {
+    panRegion region(almacen_, conf_, this);
+    region.exec();
+    // El impuesto guardado pasa a la venta en curso; los precios finales se vuelven a calcular al
+    // abrir la búsqueda de artículos.
+    venta_->leeCoefIva();
+    venta_->totales();
+}
+
+void PanPrincipal::abreAyuda(const QStringList& nombres) {
+    panHelp ayuda(TemaDePantalla(TemasAyuda(), nombres), QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this);
+    ayuda.exec();
+}
+
+QString PanPrincipal::nombrePanelActual() const {
+    const int i = panelActual();
+    return i == kBienvenida ? bienvenida_->objectName() : paneles_[size_t(i)]->objectName();
+}
+
+void PanPrincipal::ayudaDelPanel() { abreAyuda({nombrePanelActual(), objectName()}); }
+
+bool PanPrincipal::eventFilter(QObject* o, QEvent* e) {
+    if (e->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(e)->key() == Qt::Key_F1 &&
+        static_cast<QKeyEvent*>(e)->modifiers() == Qt::NoModifier && o->isWidgetType()) {
+        // La tecla llega al control con el foco: su tema, o el de su panel o su ventana.
+        const auto* control = static_cast<QWidget*>(o);
+        QWidget* ventana = control->window();
+        // Dentro de la ayuda misma, F1 no abre otra.
+        if (qobject_cast<panHelp*>(ventana)) return true;
+        QStringList nombres = panHelp::nombresDesde(control);
+        // En la ventana principal, un control fuera de los paneles (el encabezado, la barra) da el
+        // tema del panel a la vista.
+        if (ventana == this) nombres.insert(qMax(qsizetype(0), nombres.size() - 1), nombrePanelActual());
+        // Después de terminar este evento, para no abrir una ventana modal en medio de su entrega.
+        QTimer::singleShot(0, this, [this, nombres] { abreAyuda(nombres); });
+        return true;
+    }
+    return QMainWindow::eventFilter(o, e);
 }
 
 void PanPrincipal::closeEvent(QCloseEvent* e) {

@@ -62,6 +62,13 @@ public:
     // "Reset Grillas": pregunta, borra las distribuciones y termina el programa.
     void resetGrillas();
     void guardaDistribuciones() const;
+    // "Datos Locales": la pantalla y, al cerrarla, el impuesto guardado a la venta.
+    void datosLocales();
+    // La ayuda en el tema de esos nombres de objeto (el primero que un tema nombra), o en el primero.
+    void abreAyuda(const QStringList& nombres);
+    // Command57, Image4, Label1 y Label13: la ayuda del panel a la vista.
+    void ayudaDelPanel();
+    QString nombrePanelActual() const;
 
     // Qué hacer para terminar el proceso (las pruebas lo reemplazan).
     void fijaTerminacion(std::function<void(int)> f) { termina_ = std::move(f); }
@@ -79,6 +86,7 @@ public:
 protected:
     void showEvent(QShowEvent* e) override;
     void closeEvent(QCloseEvent* e) override;
+    bool eventFilter(QObject* o, QEvent* e) override;
 
 private:
     void armaVentana();
