@@ -6,22 +6,14 @@
 #include "apoyo/base_prueba.h"
 #include "apoyo/filas.h"
 #include "cash/situacion.h"
+#include "maintenance/ventas_ejemplo.h"
 #include "sales/registro.h"
 #include "suppliers/cuenta_proveedor.h"
 
 namespace orv {
 namespace {
 
-// Tipos: 11 FACTURA B y 12 NOTA DE CREDITO B entran a la caja; 13 PRESUPUESTO no es comercial.
-constexpr qint64 kFactura = 11, kNota = 12, kPresupuesto = 13;
-// Artículos 31 (Almacen), 32 y 34 (Bebidas), 33 (Limpieza).
-constexpr qint64 kYerba = 31, kGaseosa = 32, kJabon = 33;
-
-struct Linea {
-    qint64 idArticulo;
-    int cantidad;
-    Dinero unitario;
-};
+// Tipos: FACTURA B y NOTA DE CREDITO B entran a la caja; PRESUPUESTO no es comercial ni la toca.
 
 // La página como filas de texto: las cifras sueltas y después una fila por grupo y por rubro.
 QStringList FilasDe(const Situacion& s) {
@@ -38,6 +30,7 @@ class SituacionEmpresa : public prueba::PorMotorAlDia {
 protected:
     void prepara() override {
         Almacen& a = almacen();
+        a.ejecuta(QStringLiteral("DELETE FROM TiposDeComprobantes")); // los tipos son éstos, no los de partida
         a.ejecuta(QStringLiteral("INSERT INTO TiposDeComprobantes (idTipoComprobante, Tipo, Letra, PuntoDeVenta, Correlativo, "
                                  "DescuentaStock, RegistraCaja, OperacionInversa, EsComercial, NombrePlantilla) VALUES "
                                  "(11, 'FACTURA B', 'B', '0001', 0, 0, 1, 0, 1, ''), "
@@ -45,19 +38,20 @@ protected:
                                  "(13, 'PRESUPUESTO', 'X', '0002', 0, 0, 0, 0, 0, '')"));
         a.ejecuta(QStringLiteral("INSERT INTO Rubros (idRubro, Rubro) VALUES (21, 'Almacen'), (22, 'Bebidas'), (23, 'Limpieza')"));
         // Costo por existencia: 30.30 + 0.6666 + 0 - 5 = 25.9666; la existencia negativa resta.
-        a.ejecuta(QStringLiteral("INSERT INTO Articulos (idArticulo, idRubro, Codigo, Descripcion, StockActual, PrecioCosto) VALUES "
-                                 "(31, 21, '2100', 'Yerba', 3, 10.10), (32, 22, '2200', 'Gaseosa', 2, 0.3333), "
-                                 "(33, 23, '2300', 'Jabon', 0, 250), (34, 22, '2201', 'Agua', -2, 2.5)"));
+        a.ejecuta(QStringLiteral("INSERT INTO Articulos (idArticulo, idRubro, Codigo, Descripcion, StockActual, PrecioCosto, "
+                                 "PrecioVenta) VALUES (31, 21, 'YER', 'Yerba', 3, 10.10, 100.25), "
+                                 "(32, 22, 'GAS', 'Gaseosa', 2, 0.3333, 33.33), (33, 23, 'JAB', 'Jabon', 0, 250, 1000), "
+                                 "(34, 22, 'AGU', 'Agua', -2, 2.5, 10)"));
         a.ejecuta(QStringLiteral("INSERT INTO Proveedores (idProveedor, Nombre, RazonSocial) VALUES (4, 'Ana', 'Distribuidora Sur')"));
 
-        vende(kFactura, QDate(2025, 3, 20), {{kGaseosa, 5, Dinero(10)}});                                   // el año anterior
-        vende(kFactura, QDate(2026, 3, 2), {{kYerba, 2, Dinero(100, 2500)}, {kGaseosa, 1, Dinero(33, 3300)}}); // 233.83
-        vende(kFactura, QDate(2026, 3, 15), {{kJabon, 1, Dinero(1000)}}, QStringLiteral("CTA CTE"));        // a la cuenta
-        vende(kNota, QDate(2026, 4, 3), {{kYerba, 1, Dinero(100, 2500)}});                                  // devuelve 100.25
-        const qint64 borrada = vende(kFactura, QDate(2026, 4, 10), {{kGaseosa, 3, Dinero(10)}});
+        vende("FACTURA B", QDate(2025, 3, 20), {{"AGU", 5}});                 // el año anterior: 50
+        vende("FACTURA B", QDate(2026, 3, 2), {{"YER", 2}, {"GAS", 1}});      // 233.83
+        vende("FACTURA B", QDate(2026, 3, 15), {{"JAB", 1}}, "CTA CTE");      // a la cuenta: 1000
+        vende("NOTA DE CREDITO B", QDate(2026, 4, 3), {{"YER", 1}});          // devuelve 100.25
+        const qint64 borrada = vende("FACTURA B", QDate(2026, 4, 10), {{"AGU", 3}});
         BorraComprobante(a, *LeeComprobanteABorrar(a, borrada));
-        vende(kPresupuesto, QDate(2026, 4, 20), {{kJabon, 1, Dinero(500)}});
-        vende(kFactura, QDate(2026, 5, 1), {{kGaseosa, 1, Dinero(12, 3400)}}); // después del período
+        vende("PRESUPUESTO", QDate(2026, 4, 20), {{"JAB", 1}});
+        vende("FACTURA B", QDate(2026, 5, 1), {{"AGU", 1}}); // después del período: 10
 
         // Un aporte y un gasto a mano, y una cobranza de la cuenta del cliente.
         const QString caja = QStringLiteral("INSERT INTO Caja (idCuenta, idComprobante, Fecha, Detalles, Ingreso, Egreso, FormaPago, "
@@ -83,31 +77,22 @@ protected:
         RegistraPagoProveedor(a, pago);
     }
 
-    qint64 vende(qint64 tipo, QDate dia, std::initializer_list<Linea> lineas, QString forma = QStringLiteral("EFVO")) {
-        Dinero total;
-        for (const Linea& l : lineas) {
-            const Dinero sub = l.unitario.por(l.cantidad);
-            almacen().ejecuta(QStringLiteral("INSERT INTO TmpFac (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
-                                             "VALUES (?, 'X', 'Linea', ?, ?, ?, 1)"),
-                              {l.idArticulo, l.cantidad, l.unitario.aVariant(), sub.aVariant()});
-            total += sub;
-        }
-        DatosRegistro d;
-        d.idRed = 1;
-        d.idUsuario = 1;
-        d.idTipoComprobante = tipo;
-        d.idCliente = 1;
-        d.formaPago = std::move(forma);
-        d.textoTipo = QStringLiteral("FACTURA");
-        d.subTotal = d.neto = d.total = total;
-        d.hoy = dia;
-        return RegistraComprobante(almacen(), d, Ruta::Nada).idComprobante;
+    // Al consumidor final, sin IVA: el total es la suma de las líneas al precio de cada artículo.
+    qint64 vende(const char* tipo, QDate dia, std::vector<std::pair<const char*, double>> lineas, const char* forma = "EFVO") {
+        VentaEjemplo v;
+        v.fecha = dia;
+        v.tipo = QString::fromLatin1(tipo);
+        v.idCliente = 1;
+        v.formaPago = QString::fromLatin1(forma);
+        v.porcImpuesto = 0;
+        for (const auto& [codigo, cantidad] : lineas) v.lineas.push_back({QString::fromLatin1(codigo), cantidad});
+        return RegistraVentaEjemplo(almacen(), v, 1, 1).idComprobante;
     }
 };
 
-// Caja: 50 + 233.83 + 100.25 (la nota de crédito entra a la caja como ingreso) + 12.34 + 40 + 250
+// Caja: 50 + 233.83 + 100.25 (la nota de crédito entra a la caja como ingreso) + 10 + 40 + 250
 // - 15.5 - 320.40. Clientes: 1000 a cuenta menos 250 cobrados. Proveedores: 500 menos 320.40.
-const QStringList kFijas = {"caja|350.5200", "mercaderia|25.9666", "clientes|750.0000", "proveedores|179.6000"};
+const QStringList kFijas = {"caja|348.1800", "mercaderia|25.9666", "clientes|750.0000", "proveedores|179.6000"};
 
 TEST_P(SituacionEmpresa, TodasLasCifrasDeCadaPeriodo) {
     const struct {
@@ -127,8 +112,8 @@ TEST_P(SituacionEmpresa, TodasLasCifrasDeCadaPeriodo) {
         {"por mes, con un cambio de año: marzo junta los dos años", Agrupacion::Mensual, QDate(2025, 3, 1), QDate(2026, 4, 30),
          {"3|Marzo|283.8300|15.5000", "4|Abril|-100.2500|320.4000", "Limpieza|1000.0000", "Almacen|100.2500", "Bebidas|83.3300"}},
         {"por año, los dos días del borde incluidos", Agrupacion::Anual, QDate(2025, 3, 20), QDate(2026, 5, 1),
-         {"2025|2025|50.0000|0.0000", "2026|2026|145.9200|335.9000", "Limpieza|1000.0000", "Almacen|100.2500",
-          "Bebidas|95.6700"}},
+         {"2025|2025|50.0000|0.0000", "2026|2026|143.5800|335.9000", "Limpieza|1000.0000", "Almacen|100.2500",
+          "Bebidas|93.3300"}},
         {"un período sin movimientos: sólo las cifras que no lo miran", Agrupacion::Diario, QDate(2026, 6, 1),
          QDate(2026, 6, 30), {}},
     };
