@@ -2,6 +2,7 @@
 
 #include "customers/clientes.h"
 #include "customers/cuenta.h"
+#include "customers/ui/pan_historico.h"
 #include "customers/ui/pan_liq_comision.h"
 #include "customers/ui/pan_puntaje_vip_cliente.h"
 #include "customers/ui/pan_ve_comisiones.h"
@@ -102,7 +103,7 @@ QVBoxLayout* PanelClientes::armaBotones() {
     columna->addWidget(boton("Command8", QStringLiteral("Ingresar cobranza"), &PanelClientes::cobranza));
     columna->addSpacing(12);
     columna->addWidget(boton("Command31", QStringLiteral("Puntos VIP"), &PanelClientes::puntosVip));
-    columna->addWidget(BotonPosterior(QStringLiteral("Command48"), QStringLiteral("Histórico"), this));
+    columna->addWidget(boton("Command48", QStringLiteral("Histórico"), &PanelClientes::historico));
     columna->addStretch(1);
     return columna;
 }
@@ -177,6 +178,11 @@ void PanelClientes::cobranza() {
 
 void PanelClientes::puntosVip() {
     PanPuntajeVipCliente pantalla(almacen_, estado_, reloj_, idActual(), this);
+    pantalla.exec();
+}
+
+void PanelClientes::historico() {
+    PanHistorico pantalla(almacen_, estado_, reloj_, salida_, idActual(), this);
     pantalla.exec();
 }
 

@@ -45,6 +45,7 @@ public:
     void cuenta();    // Command9
     void cobranza();  // Command8
     void puntosVip(); // Command31
+    void historico(); // Command48
     void refresca();
 
 private:

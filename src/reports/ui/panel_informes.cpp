@@ -1,5 +1,6 @@
 #include "reports/ui/panel_informes.h"
 
+#include "cash/ui/pan_situacion.h"
 #include "reports/catalogo.h"
 #include "reports/ui/pan_print_crystal.h"
 #include "reports/ui/pan_rep_sel.h"
@@ -73,6 +74,7 @@ PanelInformes::PanelInformes(Almacen& almacen, const Configuracion& conf, Salida
            {"Label42", "Inventario", &PanelInformes::inventario}});
     grupo(QStringLiteral("Caja y otros"), 1, 1,
           {{"Label48", "Estado de Cuentas", &PanelInformes::estadoCuentas},
+           {"Label50", "Situación General", &PanelInformes::situacion},
            {"lblCatalogoInformes", "Todos los informes...", &PanelInformes::catalogo}});
     grupos->setColumnStretch(0, 1);
     grupos->setColumnStretch(1, 1);
@@ -152,6 +154,11 @@ void PanelInformes::estadoCuentas() {
 void PanelInformes::catalogo() {
     PanPrintCrystal d(salida_, conf_, this);
     d.exec();
+}
+
+void PanelInformes::situacion() {
+    PanSituacion pantalla(almacen_, salida_.estado(), d1(), d2(), this);
+    pantalla.exec();
 }
 
 } // namespace orv

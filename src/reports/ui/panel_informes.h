@@ -36,6 +36,7 @@ public:
     void compras();          // Label44
     void deudaProveedores(); // label46
     void estadoCuentas();    // Label48
+    void situacion();        // Label50
     void catalogo();         // todas las definiciones
 
 private:

@@ -54,6 +54,7 @@ public:
     const QString& destinatarioCorreo() const { return destinatario_; }
     QString carpetaDatos() const { return conf_.carpetaDatos(); }
     const Configuracion& configuracion() const { return conf_; }
+    const EstadoAplicacion& estado() const { return estado_; }
 
     // Arma el informe `nombre` (archivo *.rpt: la copia de la carpeta de datos o la del programa,
     // o una ruta completa) con la selección y lo manda al destino vigente. Lanza Aviso si la

@@ -1,0 +1,108 @@
+#include "cash/situacion.h"
+
+#include "store/formato.h"
+
+#include <QSqlQuery>
+
+namespace orv {
+
+namespace {
+
+const char* const kMeses[] = {"Enero", "Febrero", "Marzo",     "Abril",   "Mayo",      "Junio",
+                              "Julio", "Agosto",  "Septiembre", "Octubre", "Noviembre", "Diciembre"};
+
+// El grupo de una fila como entero: yyyymmdd, el mes o el año. En SQLite la fecha es el texto ISO.
+QString expresionGrupo(Dialecto d, Agrupacion g) {
+    if (d == Dialecto::SQLite) {
+        switch (g) {
+        case Agrupacion::Diario: return QStringLiteral("CAST(replace(substr(k.Fecha, 1, 10), '-', '') AS INTEGER)");
+        case Agrupacion::Mensual: return QStringLiteral("CAST(substr(k.Fecha, 6, 2) AS INTEGER)");
+        case Agrupacion::Anual: return QStringLiteral("CAST(substr(k.Fecha, 1, 4) AS INTEGER)");
+        }
+    }
+    switch (g) {
+    case Agrupacion::Diario: return QStringLiteral("CAST(to_char(k.Fecha, 'YYYYMMDD') AS INTEGER)");
+    case Agrupacion::Mensual: return QStringLiteral("CAST(EXTRACT(MONTH FROM k.Fecha) AS INTEGER)");
+    case Agrupacion::Anual: return QStringLiteral("CAST(EXTRACT(YEAR FROM k.Fecha) AS INTEGER)");
+    }
+    return {};
+}
+
+QString textoGrupo(Agrupacion g, int grupo) {
+    switch (g) {
+    case Agrupacion::Diario: return FechaTexto(QDate(grupo / 10000, grupo / 100 % 100, grupo % 100));
+    case Agrupacion::Mensual: return NombreMes(grupo);
+    case Agrupacion::Anual: return QString::number(grupo);
+    }
+    return {};
+}
+
+// Paso 3: ingresos y gastos por grupo. La fila de caja de una venta lleva el id de su comprobante;
+// sólo esas filas buscan el comprobante, para saber si es una nota de crédito.
+QList<IngresosDelGrupo> leeMovimientos(const Almacen& a, Agrupacion g, const QDate& desde, const QDate& hasta) {
+    const QString venta = QStringLiteral("substr(k.Detalles, 1, 7) = 'VENTA :'");
+    const QString grupo = expresionGrupo(a.dialecto(), g);
+    QSqlQuery q = a.consulta(
+        QStringLiteral("SELECT ") + grupo + QStringLiteral(" AS Grupo, SUM(CASE WHEN ") + venta +
+            QStringLiteral(" THEN CASE WHEN c.TipoStock <> 0 THEN -k.Ingreso ELSE k.Ingreso END END), SUM(k.Egreso) "
+                           "FROM Caja k LEFT JOIN Comprobantes c ON c.idComprobante = k.idComprobante AND ") +
+            venta + QStringLiteral(" WHERE k.Fecha >= ? AND k.Fecha <= ? AND (") + venta +
+            QStringLiteral(" OR k.Egreso <> 0) GROUP BY ") + grupo + QStringLiteral(" ORDER BY 1"),
+        {desde, hasta});
+    QList<IngresosDelGrupo> r;
+    while (q.next()) {
+        const int n = q.value(0).toInt();
+        r << IngresosDelGrupo{n, textoGrupo(g, n), Dinero::desdeVariant(q.value(1)), Dinero::desdeVariant(q.value(2))};
+    }
+    return r;
+}
+
+// Paso 4: las líneas llevan su fecha y el comprobante dice si es comercial y si es inverso.
+QList<VentaDelRubro> leeRubros(const Almacen& a, const QDate& desde, const QDate& hasta) {
+    QSqlQuery q = a.consulta(
+        QStringLiteral("SELECT COALESCE(r.Rubro, ''), SUM(CASE WHEN c.TipoStock <> 0 THEN -d.SubTotal ELSE d.SubTotal END) "
+                       "FROM DetalleComprobantes d "
+                       "INNER JOIN Comprobantes c ON c.idComprobante = d.idComprobante "
+                       "INNER JOIN Articulos ar ON ar.idArticulo = d.idArticulo "
+                       "INNER JOIN Rubros r ON r.idRubro = ar.idRubro "
+                       "WHERE d.Fecha >= ? AND d.Fecha <= ? AND c.EsComercial <> 0 "
+                       "GROUP BY COALESCE(r.Rubro, '') ORDER BY 2 DESC, 1"),
+        {desde, hasta});
+    QList<VentaDelRubro> r;
+    while (q.next()) r << VentaDelRubro{q.value(0).toString(), Dinero::desdeVariant(q.value(1))};
+    return r;
+}
+
+} // namespace
+
+QStringList TextosAgrupacion() { return {QStringLiteral("Diario"), QStringLiteral("Mensual"), QStringLiteral("Anual")}; }
+
+Agrupacion AgrupacionDeTexto(const QString& texto) {
+    if (texto == QStringLiteral("Diario")) return Agrupacion::Diario;
+    if (texto == QStringLiteral("Mensual")) return Agrupacion::Mensual;
+    return Agrupacion::Anual;
+}
+
+QString NombreMes(int mes) { return mes >= 1 && mes <= 12 ? QString::fromLatin1(kMeses[mes - 1]) : QString::number(mes); }
+
+Situacion LeeSituacion(const Almacen& a, Agrupacion agrupacion, const QDate& desde, const QDate& hasta) {
+    Situacion s;
+    // Pasos 1, 2 y 5 en una lectura: no miran el período. El costo por la existencia, exacto en el
+    // servidor (la existencia es un número real).
+    QSqlQuery q = a.consulta(QStringLiteral(
+        "SELECT (SELECT SUM(Ingreso) - SUM(Egreso) FROM Caja), "
+        "(SELECT SUM(CAST(StockActual AS NUMERIC) * PrecioCosto) FROM Articulos), "
+        "(SELECT SUM(Comision) - SUM(Liquidacion) FROM Comisiones), "
+        "(SELECT SUM(Debe) - SUM(Haber) FROM CtaProve)"));
+    if (q.next()) {
+        s.caja = Dinero::desdeVariant(q.value(0));
+        s.mercaderia = Dinero::desdeVariant(q.value(1));
+        s.deudaClientes = Dinero::desdeVariant(q.value(2));
+        s.deudaProveedores = Dinero::desdeVariant(q.value(3));
+    }
+    s.movimientos = leeMovimientos(a, agrupacion, desde, hasta);
+    s.rubros = leeRubros(a, desde, hasta);
+    return s;
+}
+
+} // namespace orv
