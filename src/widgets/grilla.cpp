@@ -47,7 +47,8 @@ Grilla::Grilla(Almacen& a, QWidget* padre)
         const QSqlRecord r = modelo_->registro(fila);
         // Se graba y se refresca cuando termina la edición, no dentro de ella.
         QTimer::singleShot(0, this, [this, r, campo, valor] {
-            grabaCelda_(r, campo, valor);
+            // Lo que se rechaza se dice, y al refrescar la celda vuelve a su valor.
+            Intenta(this, [&] { grabaCelda_(r, campo, valor); });
             refresca();
             Q_EMIT filaEditada();
         });

@@ -163,7 +163,8 @@ public:
     bool busca(const QString& campo, const QString& texto);
 
     // Columnas que se corrigen en la grilla (doble clic, F2 o empezar a escribir). `graba`
-    // recibe la fila, el campo y el texto; después la grilla se refresca y emite filaEditada.
+    // recibe la fila, el campo y el texto; un aviso o una falla que lance se muestra al usuario.
+    // Después la grilla se refresca (una celda rechazada vuelve a su valor) y emite filaEditada.
     using GrabaCelda = std::function<void(const QSqlRecord& fila, const QString& campo, const QVariant& valor)>;
     void fijaEditables(const QStringList& campos, GrabaCelda graba);
 

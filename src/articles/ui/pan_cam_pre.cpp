@@ -126,10 +126,8 @@ void panCamPre::armaGrilla() {
     // rechaza y la celda vuelve a su valor.
     grilla_->fijaEditables({QStringLiteral("PrecioCosto"), QStringLiteral("PrecioVenta")},
                            [this](const QSqlRecord& fila, const QString& campo, const QVariant& valor) {
-                               Intenta(this, [&] {
-                                   CambiaPrecioArticulo(almacen_, fila.value(QStringLiteral("idArticulo")).toLongLong(), campo,
-                                                        valor.toString(), conf_.lee(clave::miscelaneas, QStringLiteral("CoefIva")));
-                               });
+                               CambiaPrecioArticulo(almacen_, fila.value(QStringLiteral("idArticulo")).toLongLong(), campo,
+                                                    valor.toString(), conf_.lee(clave::miscelaneas, QStringLiteral("CoefIva")));
                            });
 }
 

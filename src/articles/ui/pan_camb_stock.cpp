@@ -73,9 +73,7 @@ void panCambStock::armaGrilla(QVBoxLayout* capa) {
     grilla_->ocultaColumna(QStringLiteral("idArticulo"));
     // Cada celda corregida se graba sola; lo que no se lee se rechaza y la celda vuelve a su valor.
     grilla_->fijaEditables(CamposStockEditables(), [this](const QSqlRecord& fila, const QString& campo, const QVariant& valor) {
-        Intenta(this, [&] {
-            GrabaCampoStock(almacen_, fila.value(QStringLiteral("idArticulo")).toLongLong(), campo, valor.toString());
-        });
+        GrabaCampoStock(almacen_, fila.value(QStringLiteral("idArticulo")).toLongLong(), campo, valor.toString());
     });
     Intenta(this, [this] {
         grilla_->fijaConsulta(ConsultaCambioStock());

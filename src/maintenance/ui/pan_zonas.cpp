@@ -99,7 +99,7 @@ QWidget* panZonas::armaPestania(ListaZonas l, const char* sufijo, const QString&
     g->fijaAnchosIniciales({{"idZona", 60}, {"idLocalidad", 60}, {"Zona", 320}, {"Localidad", 320}});
     // Un nombre que no sirve se dice y la celda vuelve al que tenía.
     g->fijaEditables({NombreListaZonas(l)}, [this, l](const QSqlRecord& f, const QString&, const QVariant& valor) {
-        Intenta(this, [&] { CambiaEnLista(almacen_, l, f.value(ClaveListaZonas(l)).toLongLong(), valor.toString()); });
+        CambiaEnLista(almacen_, l, f.value(ClaveListaZonas(l)).toLongLong(), valor.toString());
     });
     Intenta(this, [&] { g->fijaConsulta(ConsultaListaZonas(l)); });
     capa->addWidget(g, 1);

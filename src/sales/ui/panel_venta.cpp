@@ -278,10 +278,7 @@ void PanelVenta::fijaSoloLectura(bool si) {
     }
     grilla_->fijaEditables({QStringLiteral("Cantidad"), QStringLiteral("Unitario"), QStringLiteral("Sn")},
                            [this](const QSqlRecord& r, const QString& campo, const QVariant& valor) {
-                               // Si se rechaza, la grilla se refresca y la celda vuelve a su valor.
-                               Intenta(this, [&] {
-                                   CorrigeLinea(almacen_, r.value(QStringLiteral("idTmpFac")).toLongLong(), campo, valor);
-                               });
+                               CorrigeLinea(almacen_, r.value(QStringLiteral("idTmpFac")).toLongLong(), campo, valor);
                            });
 }
 
