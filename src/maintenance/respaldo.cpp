@@ -5,9 +5,9 @@
 #include "store/aviso.h"
 
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <sqlite3.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace orv {
 
@@ -162,7 +163,12 @@ QString CopiaEnLineaSQLite(const QString& origen, const QString& destino, std::a
         cierra();
         return error;
     }
-    // 2. Página por página, de a tramos.
+    // 2. Página por página, de a tramos. El archivo nuevo va sin diario ni una espera del disco por
+    // tramo: si algo falla se borra entero; al final se asienta en el disco una sola vez.
+    if (!ejecutaSQLite(copia, "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF;", error)) {
+        cierra();
+        return error;
+    }
     sqlite3_backup* b = sqlite3_backup_init(copia, "main", fuente, "main");
     if (!b) {
         error = textoSQLite(copia, SQLITE_ERROR);
@@ -184,13 +190,21 @@ QString CopiaEnLineaSQLite(const QString& origen, const QString& destino, std::a
         cierra();
         return error;
     }
-    // 3. La copia queda en un solo archivo, legible también desde una carpeta de sólo lectura.
+    // 3. La copia queda en un solo archivo, legible también desde una carpeta de sólo lectura, y
+    // en el disco antes de darla por hecha.
     if (!ejecutaSQLite(copia, "PRAGMA journal_mode=DELETE", error)) {
         cierra();
         return error;
     }
     cierra();
+    QFile hecha(destino);
+    if (!hecha.open(QIODevice::ReadWrite) || ::fsync(hecha.handle()) != 0)
+        return QStringLiteral("No se pudo asentar en el disco %1").arg(QDir::toNativeSeparators(destino));
     return {};
+}
+
+QString TamanoLegible(qint64 bytes) {
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 
 bool ReemplazaArchivo(const QString& desde, const QString& hasta) {
@@ -230,6 +244,7 @@ Respaldo::~Respaldo() {
     if (hilo_) {
         cancela_ = true;
         hilo_->wait();
+        delete hilo_;
     }
     if (proceso_ && proceso_->state() != QProcess::NotRunning) {
         proceso_->kill();
@@ -326,16 +341,7 @@ ResultadoRespaldo HaceRespaldo(Almacen& almacen, const Configuracion& conf, cons
                                const QDateTime& momento, const std::function<void(int)>& avance) {
     Respaldo r(almacen, conf, carpeta, momento);
     if (avance) QObject::connect(&r, &Respaldo::avance, &r, avance);
-    bool ok = false;
-    QString detalle;
-    QEventLoop bucle;
-    QObject::connect(&r, &Respaldo::termino, &bucle, [&](bool bien, const QString& d) {
-        ok = bien;
-        detalle = d;
-        bucle.quit();
-    });
-    r.empieza();
-    if (r.enCurso()) bucle.exec();
+    const auto [ok, detalle] = EsperaTermino(r);
     if (!ok) throw Aviso(QStringLiteral("Ocurrieron errores al intentar copiar!\n") + detalle);
     return r.resultado();
 }

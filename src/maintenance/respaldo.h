@@ -11,12 +11,14 @@
 #include "store/almacen.h"
 
 #include <QDateTime>
+#include <QEventLoop>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <utility>
 
 class QProcess;
 class QThread;
@@ -69,6 +71,9 @@ DireccionServidor SeparaClave(const QString& uri);
 // el texto del error. Corre en cualquier hilo (no usa las conexiones de Qt).
 QString CopiaEnLineaSQLite(const QString& origen, const QString& destino, std::atomic<int>* porcentaje = nullptr,
                            const std::atomic<bool>* cancela = nullptr);
+
+// El tamaño de un archivo para leerlo de un vistazo ("588.0 kB", "1.1 GB").
+QString TamanoLegible(qint64 bytes);
 
 // Renombra reemplazando al que ya estuviera (en un solo paso).
 bool ReemplazaArchivo(const QString& desde, const QString& hasta);
@@ -125,6 +130,23 @@ private:
     int tablasHechas_ = 0;
     QStringList salidaProceso_;
 };
+
+// Lanza una tarea (Respaldo, Restauracion) y espera, atendiendo los eventos, a su señal termino;
+// devuelve lo que dijo.
+template <typename Tarea>
+std::pair<bool, QString> EsperaTermino(Tarea& tarea) {
+    std::pair<bool, QString> fin{false, {}};
+    bool terminada = false;
+    QEventLoop bucle;
+    QObject::connect(&tarea, &Tarea::termino, &bucle, [&](bool ok, const QString& detalle) {
+        fin = {ok, detalle};
+        terminada = true;
+        bucle.quit();
+    });
+    tarea.empieza();
+    if (!terminada) bucle.exec();
+    return fin;
+}
 
 // Un respaldo entero, esperando su final. Lanza Aviso si falla.
 ResultadoRespaldo HaceRespaldo(Almacen& almacen, const Configuracion& conf, const QString& carpeta,

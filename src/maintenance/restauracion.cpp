@@ -6,7 +6,6 @@
 #include "store/aviso.h"
 
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -238,7 +237,10 @@ Restauracion::Restauracion(Almacen& almacen, const Configuracion& conf, const In
 }
 
 Restauracion::~Restauracion() {
-    if (hilo_) hilo_->wait();
+    if (hilo_) {
+        hilo_->wait();
+        delete hilo_;
+    }
     if (!temporal_.isEmpty()) QFile::remove(temporal_);
 }
 
@@ -378,13 +380,15 @@ void Restauracion::verifica(const QString& error) {
     almacen_.olvidaPreparadas();
     if (respaldo_.tipo == TipoRespaldo::PostgreSQL) {
         try {
+            // Primero los nombres: en el servidor, otra consulta a mitad de lectura perdería el resto.
+            QStringList tablas;
             QSqlQuery t = almacen_.consulta(QStringLiteral(
                 "SELECT table_name FROM information_schema.tables WHERE table_schema = current_schema() "
                 "AND table_type = 'BASE TABLE' ORDER BY table_name"));
-            while (t.next()) {
-                const QString tabla = t.value(0).toString();
+            while (t.next()) tablas << t.value(0).toString();
+            t.finish();
+            for (const QString& tabla : tablas)
                 resultado_.filas.insert(tabla, almacen_.valor(QStringLiteral("SELECT count(*) FROM ") + tabla).toLongLong());
-            }
         } catch (const ErrorAlmacen& e) {
             return acaba(QStringLiteral("La base de datos restaurada no se puede leer: ") + e.descripcion());
         }
@@ -429,18 +433,7 @@ void Restauracion::acaba(const QString& error) {
 ResultadoRestauracion Restaura(Almacen& almacen, const Configuracion& conf, const QString& ruta, bool conConfiguracion,
                                const QDateTime& momento) {
     Restauracion r(almacen, conf, ExaminaRespaldo(ruta), conConfiguracion, momento);
-    bool ok = false;
-    bool terminada = false;
-    QString detalle;
-    QEventLoop bucle;
-    QObject::connect(&r, &Restauracion::termino, &bucle, [&](bool bien, const QString& d) {
-        ok = bien;
-        detalle = d;
-        terminada = true;
-        bucle.quit();
-    });
-    r.empieza();
-    if (!terminada) bucle.exec();
+    const auto [ok, detalle] = EsperaTermino(r);
     if (!ok) throw Aviso(detalle);
     return r.resultado();
 }

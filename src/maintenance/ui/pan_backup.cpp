@@ -6,14 +6,12 @@
 #include "widgets/paneles.h"
 #include "widgets/ventanas.h"
 
-#include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -21,7 +19,7 @@
 namespace orv {
 
 PanBackup::PanBackup(Almacen& almacen, const Configuracion& conf, const Reloj& reloj, QWidget* padre)
-    : QDialog(padre), almacen_(almacen), conf_(conf), reloj_(reloj) {
+    : DialogoConTarea(padre), almacen_(almacen), conf_(conf), reloj_(reloj) {
     setObjectName(QStringLiteral("PanBackup"));
     setWindowTitle(QStringLiteral("Backup del Sistema"));
     setModal(true);
@@ -70,7 +68,7 @@ PanBackup::PanBackup(Almacen& almacen, const Configuracion& conf, const Reloj& r
 
     connect(hacer_, &QPushButton::clicked, this, &PanBackup::hacerBackup);
     connect(buscar_, &QPushButton::clicked, this, &PanBackup::buscaUbicacion);
-    connect(salir_, &QPushButton::clicked, this, &PanBackup::reject);
+    connect(salir_, &QPushButton::clicked, this, &QDialog::reject);
     resize(640, 260);
     CentrarVentana(this);
 }
@@ -120,20 +118,10 @@ void PanBackup::termina(bool ok, const QString& detalle) {
     // Una visita de la pantalla, un respaldo; la carpeta queda para los respaldos automáticos.
     AnotaCarpetaRespaldos(conf_, QFileInfo(r.almacen).absolutePath());
     hecho_->setText(QStringLiteral("%1 (%2)\n%3")
-                        .arg(QDir::toNativeSeparators(r.almacen), QLocale::c().formattedDataSize(r.bytes),
+                        .arg(QDir::toNativeSeparators(r.almacen), TamanoLegible(r.bytes),
                              QDir::toNativeSeparators(r.configuracion)));
     Mensaje(QStringLiteral("Listo, Operación realizada correctamente!"), QStringLiteral("Ok"), Icono::Informacion, this);
     Q_EMIT respaldoTerminado(true);
-}
-
-void PanBackup::closeEvent(QCloseEvent* e) {
-    // Mientras copia, la pantalla no se cierra: el respaldo quedaría a medias.
-    if (enCurso()) e->ignore();
-    else QDialog::closeEvent(e);
-}
-
-void PanBackup::reject() {
-    if (!enCurso()) QDialog::reject();
 }
 
 } // namespace orv

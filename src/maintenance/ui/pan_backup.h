@@ -6,7 +6,7 @@
 #include "store/almacen.h"
 #include "store/reloj.h"
 
-#include <QDialog>
+#include "maintenance/ui/dialogo_tarea.h"
 
 class QLabel;
 class QLineEdit;
@@ -17,22 +17,18 @@ namespace orv {
 
 class Respaldo;
 
-class PanBackup : public QDialog {
+class PanBackup : public DialogoConTarea {
     Q_OBJECT
 public:
     PanBackup(Almacen& almacen, const Configuracion& conf, const Reloj& reloj, QWidget* padre = nullptr);
 
     void hacerBackup();      // Command1
     void buscaUbicacion();   // Command3
-    bool enCurso() const { return respaldo_ != nullptr; }
+    bool enCurso() const override { return respaldo_ != nullptr; }
 
 Q_SIGNALS:
     // El respaldo terminó (para quien espera sin mirar la pantalla).
     void respaldoTerminado(bool ok);
-
-protected:
-    void closeEvent(QCloseEvent* e) override;
-    void reject() override;
 
 private:
     void termina(bool ok, const QString& detalle);

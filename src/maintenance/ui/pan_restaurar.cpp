@@ -7,7 +7,6 @@
 #include "widgets/ventanas.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -15,7 +14,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -23,14 +21,8 @@
 
 namespace orv {
 
-namespace {
-
-QString tamano(qint64 bytes) { return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat); }
-
-} // namespace
-
 panRestaurar::panRestaurar(Almacen& almacen, const Configuracion& conf, const Reloj& reloj, QWidget* padre)
-    : QDialog(padre), almacen_(almacen), conf_(conf), reloj_(reloj) {
+    : DialogoConTarea(padre), almacen_(almacen), conf_(conf), reloj_(reloj) {
     setObjectName(QStringLiteral("panRestaurar"));
     setWindowTitle(QStringLiteral("Restaurar B.Datos"));
     setModal(true);
@@ -80,7 +72,7 @@ panRestaurar::panRestaurar(Almacen& almacen, const Configuracion& conf, const Re
     connect(buscar_, &QPushButton::clicked, this, &panRestaurar::buscaUbicacion);
     connect(otro_, &QPushButton::clicked, this, &panRestaurar::otroArchivo);
     connect(restaurar_, &QPushButton::clicked, this, &panRestaurar::restaurar);
-    connect(salir_, &QPushButton::clicked, this, &panRestaurar::reject);
+    connect(salir_, &QPushButton::clicked, this, &QDialog::reject);
     connect(lista_, &QTreeWidget::currentItemChanged, this, [this] { habilita(true); });
 
     llenaLista(CarpetaRespaldos(conf_));
@@ -92,7 +84,7 @@ void panRestaurar::agrega(const InfoRespaldo& r) {
     auto* item = new QTreeWidgetItem(lista_);
     item->setText(0, r.momento.toString(QStringLiteral("dd/MM/yyyy")));
     item->setText(1, r.momento.toString(QStringLiteral("HH:mm:ss")));
-    item->setText(2, tamano(r.bytes));
+    item->setText(2, TamanoLegible(r.bytes));
     item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
     item->setText(3, r.tipo == TipoRespaldo::SQLite ? QStringLiteral("Archivo") : QStringLiteral("PostgreSQL"));
     item->setText(4, r.configuracion.isEmpty() ? QStringLiteral("No está") : QStringLiteral("Sí"));
@@ -144,7 +136,7 @@ void panRestaurar::restaurar() {
     if (!PreguntaSiNo(QStringLiteral("La base de datos actual se reemplaza por el respaldo del %1 (%2).\n"
                                      "Antes se guarda un respaldo de la actual en %3.\n"
                                      "Los demás puestos deben salir del programa. ¿Restaura el respaldo?")
-                          .arg(cuando, tamano(r.bytes), QDir::toNativeSeparators(CarpetaRespaldos(conf_))),
+                          .arg(cuando, TamanoLegible(r.bytes), QDir::toNativeSeparators(CarpetaRespaldos(conf_))),
                       QStringLiteral("Pregunta"), Icono::Pregunta, this))
         return;
     Intenta(this, [&] {
@@ -187,15 +179,6 @@ void panRestaurar::termina(bool ok, const QString& detalle, const InfoRespaldo& 
     Mensaje(texto, QStringLiteral("Listo"), Icono::Informacion, this);
     Q_EMIT restauracionTerminada(true);
     accept();
-}
-
-void panRestaurar::closeEvent(QCloseEvent* e) {
-    if (enCurso()) e->ignore();
-    else QDialog::closeEvent(e);
-}
-
-void panRestaurar::reject() {
-    if (!enCurso()) QDialog::reject();
 }
 
 } // namespace orv

@@ -8,7 +8,7 @@
 #include "store/almacen.h"
 #include "store/reloj.h"
 
-#include <QDialog>
+#include "maintenance/ui/dialogo_tarea.h"
 #include <QList>
 
 class QCheckBox;
@@ -20,7 +20,7 @@ class QTreeWidget;
 
 namespace orv {
 
-class panRestaurar : public QDialog {
+class panRestaurar : public DialogoConTarea {
     Q_OBJECT
 public:
     panRestaurar(Almacen& almacen, const Configuracion& conf, const Reloj& reloj, QWidget* padre = nullptr);
@@ -30,14 +30,10 @@ public:
     void otroArchivo();      // Command4
     void restaurar();        // Command1
     bool restaurado() const { return restaurado_; }
-    bool enCurso() const { return tarea_ != nullptr; }
+    bool enCurso() const override { return tarea_ != nullptr; }
 
 Q_SIGNALS:
     void restauracionTerminada(bool ok);
-
-protected:
-    void closeEvent(QCloseEvent* e) override;
-    void reject() override;
 
 private:
     void agrega(const InfoRespaldo& r);

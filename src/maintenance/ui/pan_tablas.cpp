@@ -8,6 +8,7 @@
 #include "widgets/ventanas.h"
 
 #include <QComboBox>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -57,7 +58,21 @@ void panTablas::eligeTabla(int indice) {
     if (indice < 0 || indice >= int(tablas.size())) return;
     grilla_->quitaAgrupacion();
     grilla_->fijaTituloImpresion(tablas[size_t(indice)].titulo);
-    Intenta(this, [&] { grilla_->fijaConsulta(tablas[size_t(indice)].sql); });
+    if (Intenta(this, [&] { grilla_->fijaConsulta(tablas[size_t(indice)].sql); })) ajustaAnchos();
+}
+
+// Cada archivo trae sus propias columnas: cada una toma el ancho de su título o de lo más largo de
+// las primeras filas, sin pasar de un tope.
+void panTablas::ajustaAnchos() {
+    const ModeloGrilla& m = grilla_->modelo();
+    const QFontMetrics medida(grilla_->font());
+    constexpr int kFilas = 60, kMinimo = 50, kMaximo = 320, kMargen = 18;
+    for (int c = 0; c < m.columnCount(); ++c) {
+        int ancho = medida.horizontalAdvance(m.headerData(c, Qt::Horizontal).toString());
+        for (int f = 0; f < qMin(kFilas, m.rowCount()); ++f)
+            ancho = qMax(ancho, medida.horizontalAdvance(m.data(m.index(f, c)).toString()));
+        grilla_->fijaAnchoColumna(m.campo(c), qBound(kMinimo, ancho + kMargen, kMaximo));
+    }
 }
 
 void panTablas::imprimir() {

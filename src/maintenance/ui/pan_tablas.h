@@ -23,6 +23,8 @@ public:
     QComboBox* combo() const { return combo1_; }
 
 private:
+    void ajustaAnchos();
+
     Almacen& almacen_;
     QComboBox* combo1_;
     Grilla* grilla_;

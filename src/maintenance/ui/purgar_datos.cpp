@@ -9,11 +9,10 @@
 namespace orv {
 
 bool PurgarDatos(Almacen& almacen, const Configuracion& conf, const Reloj& reloj, QWidget* padre) {
-    const QString titulo = QStringLiteral("Pregunta");
-    if (!PreguntaSiNo(QStringLiteral("Borra todos los movimientos de facturas, caja, compras y stock?"), titulo,
-                      Icono::Pregunta, padre))
+    if (!Pregunta(QStringLiteral("Borra todos los movimientos de facturas, caja, compras y stock?"), padre)) return false;
+    // La segunda ya trae sus signos: va tal cual.
+    if (!PreguntaSiNo(QStringLiteral("Está completamente seguro ??"), QStringLiteral("Pregunta"), Icono::Pregunta, padre))
         return false;
-    if (!PreguntaSiNo(QStringLiteral("Está completamente seguro ??"), titulo, Icono::Pregunta, padre)) return false;
 
     // El respaldo de antes corre con su avance a la vista; sin respaldo no se borra nada.
     QProgressDialog avance(QStringLiteral("Respaldando la base de datos antes de purgar..."), QString(), 0, 100, padre);

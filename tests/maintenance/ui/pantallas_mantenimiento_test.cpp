@@ -117,14 +117,14 @@ TEST_F(PantallasMantenimiento, PurgaConSusDosPreguntasDespuesDeRespaldar) {
         // Un "No" a la primera pregunta no toca nada.
         auto no = prueba::respondeCaja(QStringLiteral("No"));
         EXPECT_FALSE(PurgarDatos(a(), *conf_, reloj_, &ventana));
-        EXPECT_EQ(no->texto, QStringLiteral("Borra todos los movimientos de facturas, caja, compras y stock?"));
+        EXPECT_EQ(no->texto, QStringLiteral("Borra todos los movimientos de facturas, caja, compras y stock? ??"));
         EXPECT_EQ(a().valor("SELECT count(*) FROM Comprobantes").toInt(), 1);
     }
     Respondedor respuestas;
     EXPECT_TRUE(PurgarDatos(a(), *conf_, reloj_, &ventana));
     const QString respaldo = QDir::toNativeSeparators(base_->carpeta() + QStringLiteral("/Respaldos/ORVBACK_20261123091500.db"));
     EXPECT_EQ(respuestas.vistas,
-              (QStringList{QStringLiteral("Pregunta: Borra todos los movimientos de facturas, caja, compras y stock?"),
+              (QStringList{QStringLiteral("Pregunta: Borra todos los movimientos de facturas, caja, compras y stock? ??"),
                            QStringLiteral("Pregunta: Está completamente seguro ??"),
                            QStringLiteral("Listo: Los archivos de trabajo osea COMPROBANTES,DETALLES,MOVIMIENTOS DE STOCK, "
                                           "CAJA Y CUENTAS CORRIENTES han sido vaciados !\n\nAntes se guardó un respaldo en ") +
