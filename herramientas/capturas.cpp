@@ -81,6 +81,12 @@
 #include "store/actualizacion.h"
 #include "store/almacen.h"
 #include "store/reloj.h"
+#include "maintenance/respaldo.h"
+#include "maintenance/restauracion.h"
+#include "maintenance/ui/pan_backup.h"
+#include "maintenance/ui/pan_restaurar.h"
+#include "maintenance/ui/pan_sel_path.h"
+#include "maintenance/ui/pan_tablas.h"
 
 #include <QApplication>
 #include <QAbstractButton>
@@ -100,6 +106,7 @@
 #include <QListWidget>
 #include <QSqlQuery>
 #include <QPushButton>
+#include <QEventLoop>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTableView>
@@ -726,6 +733,45 @@ int main(int argc, char** argv) {
             guardaConEncima(w, ayuda, QStringLiteral("ayuda_vender") + sufijo);
             ayuda.muestraTema(orv::TemaDePantalla(orv::TemasAyuda(), {QStringLiteral("panRegion")}));
             guardaConEncima(w, ayuda, QStringLiteral("ayuda_utilidades") + sufijo);
+        }
+        if (t.width() >= 1024) {
+            // Mantenimiento: el respaldo antes y después de copiar, el selector de carpetas, la
+            // lista de respaldos para restaurar y el explorador de tablas agrupado por rubro.
+            const QString respaldos = QDir(datos.path()).filePath(QStringLiteral("Respaldos"));
+            QDir().mkpath(respaldos);
+            if (orv::RespaldosEnCarpeta(respaldos).isEmpty()) {
+                orv::HaceRespaldo(*almacen, conf, respaldos, reloj.ahora().addDays(-7).addSecs(3600 * 9));
+                orv::HaceRespaldo(*almacen, conf, respaldos, reloj.ahora().addDays(-1).addSecs(3600 * 8 + 125));
+                orv::AnotaCarpetaRespaldos(conf, respaldos);
+            }
+            orv::PanBackup backup(*almacen, conf, reloj, &w);
+            backup.show();
+            guarda(backup, QStringLiteral("backup") + sufijo);
+            {
+                QEventLoop espera;
+                QObject::connect(&backup, &orv::PanBackup::respaldoTerminado, &espera, &QEventLoop::quit);
+                QTimer cajas;
+                QObject::connect(&cajas, &QTimer::timeout, [] {
+                    if (auto* m = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) m->accept();
+                });
+                cajas.start(20);
+                backup.hacerBackup();
+                if (backup.enCurso()) espera.exec();
+            }
+            guarda(backup, QStringLiteral("backup_hecho") + sufijo);
+            orv::panSelPath selector(respaldos, &w);
+            selector.show();
+            guarda(selector, QStringLiteral("sel_path") + sufijo);
+            orv::panRestaurar restaurar(*almacen, conf, reloj, &w);
+            restaurar.show();
+            guarda(restaurar, QStringLiteral("restaurar") + sufijo);
+            orv::panTablas tablas(*almacen, &w);
+            tablas.show();
+            tablas.combo()->setCurrentIndex(0);
+            tablas.grilla()->agrupaPor(QStringLiteral("Rubro"));
+            guarda(tablas, QStringLiteral("tablas") + sufijo);
+            tablas.combo()->setCurrentIndex(3);
+            guarda(tablas, QStringLiteral("tablas_comprobantes") + sufijo);
         }
         w.hide();
     }

@@ -51,7 +51,7 @@ const std::vector<Permiso>& Permisos() {
         {s("BorrStock"), s("Movimientos de Stock"), P::Eliminar, {s("Label31")}},
         {s("BorrTodosLosDatos"), s("Poder purgar datos"), P::Eliminar, {s("Label29")}},
         {s("PermZonas"), s("Administrar Zonas"), P::Otros, {s("label33")}},
-        {s("PermBackup"), s("Permite hacer backup"), P::Otros, {s("Label47")}},
+        {s("PermBackup"), s("Permite hacer backup"), P::Otros, {s("Label47"), s("lblRestaurar")}},
         {s("PermAjustaNumeradores"), s("Ajustar numeración de comprobantes"), P::Otros, {s("Label39")}},
         {s("PermCambioPrecios"), s("Cambio de Precios"), P::Otros, {s("Command37")}},
         {s("CamPreVentaArticulos"), s("Precio en la venta de artículos"), P::Otros, {}},

@@ -9,6 +9,10 @@
 #include "customers/ui/pan_comisiones.h"
 #include "customers/ui/pan_tabla_premios_vip.h"
 #include "customers/ui/panel_clientes.h"
+#include "maintenance/ui/pan_backup.h"
+#include "maintenance/ui/pan_restaurar.h"
+#include "maintenance/ui/pan_tablas.h"
+#include "maintenance/ui/purgar_datos.h"
 #include "reports/ui/pan_mensajeria.h"
 #include "reports/ui/panel_informes.h"
 #include "reports/ui/salida_informes.h"
@@ -395,6 +399,30 @@ QWidget* PanPrincipal::armaUtilidades() {
     capa->addWidget(grupoDeEnlaces(
         QStringLiteral("Clientes con tarjeta"),
         {{"lblTablaPremiosVIP", "Tabla de premios VIP", [this] { PanTablaPremiosVIP(almacen_, conf_, estado_, reloj_, this).exec(); }}},
+        w));
+    // Respaldo y restauración del almacén, la purga de los archivos de trabajo y el explorador de
+    // los archivos principales.
+    capa->addWidget(grupoDeEnlaces(
+        QStringLiteral("Mantenimiento"),
+        {{"Label47", "Respaldar B.Datos", [this] { PanBackup(almacen_, conf_, reloj_, this).exec(); }},
+         {"lblRestaurar", "Restaurar B.Datos",
+          [this] {
+              panRestaurar pantalla(almacen_, conf_, reloj_, this);
+              pantalla.exec();
+              // Lo que muestran los paneles ya no es lo del almacén: se vuelve a entrar.
+              if (!pantalla.restaurado()) return;
+              sinGuardar_ = true;
+              close();
+              termina_(0);
+          }},
+         {"Label29", "Purgar datos",
+          [this] {
+              if (!PurgarDatos(almacen_, conf_, reloj_, this)) return;
+              articulos_->refresca();
+              proveedores_->carga();
+              refrescaCaja();
+          }},
+         {"Label52", "Multi-Tablas", [this] { panTablas(almacen_, this).exec(); }}},
         w));
     capa->addStretch(1);
     return w;

@@ -202,7 +202,7 @@ TEST_P(Acceso, NivelesNuevosRepetidosRenombradosYEnUso) {
 TEST_P(Acceso, CadaPermisoSeGrabaSoloYApagaSusControles) {
     Almacen& a = almacen();
     const qint64 id = NuevoNivel(a, "Prueba").value();
-    EXPECT_EQ(ControlesSinPermiso(a, int(id)).size(), 36);
+    EXPECT_EQ(ControlesSinPermiso(a, int(id)).size(), 37);
     // Un permiso encendido por vez: TieneNivel ve ése y ningún otro.
     for (const Permiso& p : Permisos()) {
         fija(id, [&](const QString& c) { return c == p.columna; });
@@ -228,7 +228,7 @@ TEST_P(Acceso, CadaPermisoSeGrabaSoloYApagaSusControles) {
     EXPECT_FALSE(ModoPOS(a, int(id)));
     // Un nivel que ya no existe no tiene ningún permiso ni POS.
     a.ejecuta("DELETE FROM Niveles WHERE idNivel = ?", {id});
-    EXPECT_EQ(ControlesSinPermiso(a, int(id)).size(), 36);
+    EXPECT_EQ(ControlesSinPermiso(a, int(id)).size(), 37);
     EXPECT_FALSE(ModoPOS(a, int(id)));
 }
 

@@ -168,7 +168,7 @@ TEST_F(PantallasAcceso, EditorDeNivelesAgregaGuardaAlCambiarDeFilaOCerrarYNoBorr
     p.casilla("SoloPOS")->click();
     EXPECT_FALSE(TieneNivel(a(), int(cajeros), "VeVentas"));
     lista->setCurrentRow(0);
-    EXPECT_EQ(ControlesSinPermiso(a(), int(cajeros)).size(), 35); // sólo Ventas
+    EXPECT_EQ(ControlesSinPermiso(a(), int(cajeros)).size(), 36); // sólo Ventas
     EXPECT_TRUE(ModoPOS(a(), int(cajeros)));
 
     // El supervisor tiene usuarios: no se borra. Cajeros no tiene: pregunta y borra.
