@@ -14,6 +14,7 @@ PAQUETES=(
   python3-aiosmtpd openssl xvfb xauth poppler-utils
   fonts-dejavu-core
   zbar-tools
+  gnumeric
 )
 
 faltan=()
