@@ -5,7 +5,6 @@
 #include "store/entrada.h"
 #include "store/formato.h"
 
-#include <QSqlQuery>
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -273,11 +272,13 @@ QVariantList Importacion::valores(const FilaPlanilla& fila, qsizetype indice) co
 
 bool Importacion::escribe(const FilaPlanilla& fila, const QVariantList& v) {
     if (indiceCodigo_ >= 0) {
-        QSqlQuery otro = a_.consulta(QStringLiteral("SELECT Descripcion FROM Articulos WHERE Codigo = ? ORDER BY idArticulo"),
-                                     {v[indiceCodigo_]});
-        if (otro.next()) {
+        // Con la sentencia preparada una vez para toda la importación (el índice de Codigo la resuelve).
+        const QVariant otro = a_.valor(
+            QStringLiteral("SELECT COALESCE(Descripcion, '') FROM Articulos WHERE Codigo = ? ORDER BY idArticulo LIMIT 1"),
+            {v[indiceCodigo_]});
+        if (otro.isValid()) {
             errores_ << ErrorImportacion{fila.numero, QStringLiteral("el código %1 ya es del artículo \"%2\"; no se importó")
-                                                         .arg(v[indiceCodigo_].toString(), otro.value(0).toString())};
+                                                         .arg(v[indiceCodigo_].toString(), otro.toString())};
             return false;
         }
     }

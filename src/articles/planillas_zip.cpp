@@ -85,6 +85,7 @@ public:
 
 protected:
     qint64 readData(char* datos, qint64 maximo) override {
+        if (maximo <= 0) return 0;
         if (entrada_.metodo == 0) {
             const QByteArray b = archivo_.read(std::min<qint64>(maximo, restante_));
             restante_ -= b.size();
