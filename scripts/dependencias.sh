@@ -8,12 +8,13 @@ PAQUETES=(
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql
   qt6-pdf-dev qt6-charts-dev qt6-serialport-dev libqt6opengl6-dev
   libsqlite3-dev libsodium-dev libcurl4-openssl-dev libzint-dev
-  libkainjow-mustache-dev libfreexl-dev libquazip1-qt6-dev libxlsxwriter-dev
+  libkainjow-mustache-dev libfreexl-dev libxlsxwriter-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   postgresql postgresql-client
   python3-aiosmtpd openssl xvfb xauth poppler-utils
   fonts-dejavu-core
   zbar-tools
+  gnumeric
 )
 
 faltan=()

@@ -3,6 +3,7 @@
 #include "access/ui/panel_usuarios.h"
 #include "articles/ui/pan_borr_mov_stock.h"
 #include "articles/ui/pan_etiquetas.h"
+#include "articles/ui/pan_importa_excel.h"
 #include "articles/ui/pan_matrices.h"
 #include "articles/ui/panel_articulos.h"
 #include "cash/ui/panel_caja.h"
@@ -424,6 +425,17 @@ QWidget* PanPrincipal::armaUtilidades() {
           }},
          {"Label52", "Multi-Tablas", [this] { panTablas(almacen_, this).exec(); }}},
         w));
+    // Migración de artículos, clientes o proveedores desde una planilla de cálculo.
+    capa->addWidget(grupoDeEnlaces(QStringLiteral("Planillas"),
+                                   {{"lblImportaExcel", "Importar datos de Planillas de cálculo",
+                                     [this] {
+                                         panImportaExcel(almacen_, conf_, this).exec();
+                                         // Los paneles muestran lo importado.
+                                         articulos_->refresca();
+                                         clientes_->refresca();
+                                         proveedores_->carga();
+                                     }}},
+                                   w));
     capa->addStretch(1);
     return w;
 }
