@@ -37,18 +37,22 @@ QString textoGrupo(Agrupacion g, int grupo) {
     return {};
 }
 
-// Paso 3: ingresos y gastos por grupo. La fila de caja de una venta lleva el id de su comprobante;
-// sólo esas filas buscan el comprobante, para saber si es una nota de crédito.
+// Las notas de crédito del período, por su índice; el parámetro es el período, dos veces.
+const QString kNotasDelPeriodo = QStringLiteral("(SELECT idComprobante FROM Comprobantes WHERE TipoStock IN (1, -1) "
+                                                "AND Fecha >= ? AND Fecha <= ?)");
+
+// Paso 3: ingresos y gastos por grupo. La fila de caja de una venta lleva el id de su comprobante y
+// su fecha: la de una nota de crédito está entre las notas del período.
 QList<IngresosDelGrupo> leeMovimientos(const Almacen& a, Agrupacion g, const QDate& desde, const QDate& hasta) {
     const QString venta = QStringLiteral("substr(k.Detalles, 1, 7) = 'VENTA :'");
     const QString grupo = expresionGrupo(a.dialecto(), g);
     QSqlQuery q = a.consulta(
         QStringLiteral("SELECT ") + grupo + QStringLiteral(" AS Grupo, SUM(CASE WHEN ") + venta +
-            QStringLiteral(" THEN CASE WHEN c.TipoStock <> 0 THEN -k.Ingreso ELSE k.Ingreso END END), SUM(k.Egreso) "
-                           "FROM Caja k LEFT JOIN Comprobantes c ON c.idComprobante = k.idComprobante AND ") +
-            venta + QStringLiteral(" WHERE k.Fecha >= ? AND k.Fecha <= ? AND (") + venta +
-            QStringLiteral(" OR k.Egreso <> 0) GROUP BY ") + grupo + QStringLiteral(" ORDER BY 1"),
-        {desde, hasta});
+            QStringLiteral(" THEN CASE WHEN k.idComprobante IN ") + kNotasDelPeriodo +
+            QStringLiteral(" THEN -k.Ingreso ELSE k.Ingreso END END), SUM(k.Egreso) FROM Caja k "
+                           "WHERE k.Fecha >= ? AND k.Fecha <= ? AND (") +
+            venta + QStringLiteral(" OR k.Egreso <> 0) GROUP BY ") + grupo + QStringLiteral(" ORDER BY 1"),
+        {desde, hasta, desde, hasta});
     QList<IngresosDelGrupo> r;
     while (q.next()) {
         const int n = q.value(0).toInt();
@@ -57,17 +61,21 @@ QList<IngresosDelGrupo> leeMovimientos(const Almacen& a, Agrupacion g, const QDa
     return r;
 }
 
-// Paso 4: las líneas llevan su fecha y el comprobante dice si es comercial y si es inverso.
+// Paso 4: cada línea lleva la fecha y la marca de comercial de su comprobante; las notas de crédito
+// del período se buscan una vez. Se suma primero por artículo (del índice de las líneas) y después
+// por rubro.
 QList<VentaDelRubro> leeRubros(const Almacen& a, const QDate& desde, const QDate& hasta) {
     QSqlQuery q = a.consulta(
-        QStringLiteral("SELECT COALESCE(r.Rubro, ''), SUM(CASE WHEN c.TipoStock <> 0 THEN -d.SubTotal ELSE d.SubTotal END) "
-                       "FROM DetalleComprobantes d "
-                       "INNER JOIN Comprobantes c ON c.idComprobante = d.idComprobante "
-                       "INNER JOIN Articulos ar ON ar.idArticulo = d.idArticulo "
+        QStringLiteral("SELECT COALESCE(r.Rubro, ''), SUM(x.Importe) FROM "
+                       "(SELECT d.idArticulo, SUM(CASE WHEN d.idComprobante IN ") +
+            kNotasDelPeriodo +
+            QStringLiteral(" THEN -d.SubTotal ELSE d.SubTotal END) AS Importe "
+                       "FROM DetalleComprobantes d WHERE d.Fecha >= ? AND d.Fecha <= ? AND d.EsComercial <> 0 "
+                       "GROUP BY d.idArticulo) x "
+                       "INNER JOIN Articulos ar ON ar.idArticulo = x.idArticulo "
                        "INNER JOIN Rubros r ON r.idRubro = ar.idRubro "
-                       "WHERE d.Fecha >= ? AND d.Fecha <= ? AND c.EsComercial <> 0 "
                        "GROUP BY COALESCE(r.Rubro, '') ORDER BY 2 DESC, 1"),
-        {desde, hasta});
+        {desde, hasta, desde, hasta});
     QList<VentaDelRubro> r;
     while (q.next()) r << VentaDelRubro{q.value(0).toString(), Dinero::desdeVariant(q.value(1))};
     return r;
