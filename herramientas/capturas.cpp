@@ -37,12 +37,14 @@
 #include "cash/ui/pan_corte_caja.h"
 #include "cash/ui/pan_formas_pago.h"
 #include "cash/ui/pan_plan_ctas.h"
+#include "cash/ui/pan_situacion.h"
 #include "cash/ui/panel_caja.h"
 #include "store/formato.h"
 #include "customers/cuenta.h"
 #include "customers/comisiones.h"
 #include "customers/ui/pan_cobra_premio.h"
 #include "customers/ui/pan_comisiones.h"
+#include "customers/ui/pan_historico.h"
 #include "customers/ui/pan_liq.h"
 #include "customers/ui/pan_liq_comision.h"
 #include "customers/ui/pan_nue_tabla_vip.h"
@@ -945,6 +947,41 @@ int main(int argc, char** argv) {
         if (orv::VisorInforme* visor = s->ultimoVisor()) {
             guarda(*visor, QStringLiteral("visor_comprobante"));
             delete visor;
+        }
+    }
+    {
+        // El histórico del cliente con más comprobantes en los últimos tres meses, y la situación del
+        // último mes por día con sus gráficos; la situación en PDF (make capturas lo dibuja a PNG) y sus
+        // gráficos en PNG.
+        orv::SalidaInformes salidaHistorico(*almacen, conf, estado, reloj, nullptr);
+        const qint64 conDocumentos = almacen->valor(QStringLiteral("SELECT idVendedor FROM Comprobantes WHERE idVendedor > 1 "
+                                                                   "GROUP BY idVendedor ORDER BY count(*) DESC, idVendedor LIMIT 1"))
+                                         .toLongLong();
+        for (const QSize& t : {QSize(1280, 800), QSize(1024, 768)}) {
+            const QString sufijo = QStringLiteral("_%1x%2").arg(t.width()).arg(t.height());
+            orv::PanHistorico historico(*almacen, estado, reloj, salidaHistorico, conDocumentos);
+            historico.filtro().desde->setDate(reloj.hoy().addMonths(-3));
+            historico.mostrar();
+            historico.resize(std::min(t.width() - 40, 1100), std::min(t.height() - 60, 560));
+            historico.show();
+            guarda(historico, QStringLiteral("historico_cliente") + sufijo);
+            orv::PanSituacion situacion(*almacen, estado, reloj.hoy().addDays(-30), reloj.hoy());
+            situacion.resize(t.width() - 24, t.height() - 40);
+            situacion.show();
+            QApplication::processEvents();
+            guarda(situacion, QStringLiteral("situacion") + sufijo);
+            if (t.width() != 1280) continue;
+            situacion.agrupacion()->setCurrentText(QStringLiteral("Mensual"));
+            guarda(situacion, QStringLiteral("situacion_mensual") + sufijo);
+            situacion.agrupacion()->setCurrentText(QStringLiteral("Diario"));
+            const QString pdf = QDir(salida).filePath(QStringLiteral("situacion.pdf"));
+            QPrinter impresora(QPrinter::HighResolution);
+            impresora.setOutputFormat(QPrinter::PdfFormat);
+            impresora.setPageOrientation(QPageLayout::Landscape);
+            impresora.setOutputFileName(pdf);
+            situacion.imprimeEn(impresora);
+            std::printf("%s\n", qPrintable(pdf));
+            for (const QString& png : situacion.guardaGraficos(salida)) std::printf("%s\n", qPrintable(png));
         }
     }
     std::printf("%d capturas en %s\n", guardadas, qPrintable(salida));

@@ -37,18 +37,24 @@ QString textoGrupo(Agrupacion g, int grupo) {
     return {};
 }
 
-// Paso 3: ingresos y gastos por grupo. La fila de caja de una venta lleva el id de su comprobante;
-// sólo esas filas buscan el comprobante, para saber si es una nota de crédito.
+// Las notas de crédito del período, por su índice, como tabla para unir (pequeña: se une por
+// dispersión, sin buscar cada comprobante); el parámetro es el período, dos veces.
+const QString kNotasDelPeriodo = QStringLiteral("(SELECT idComprobante FROM Comprobantes WHERE TipoStock IN (1, -1) "
+                                                "AND Fecha >= ? AND Fecha <= ?) n");
+
+// Paso 3: ingresos y gastos por grupo. La fila de caja de una venta lleva el id de su comprobante y
+// su fecha: la de una nota de crédito está entre las notas del período.
 QList<IngresosDelGrupo> leeMovimientos(const Almacen& a, Agrupacion g, const QDate& desde, const QDate& hasta) {
     const QString venta = QStringLiteral("substr(k.Detalles, 1, 7) = 'VENTA :'");
     const QString grupo = expresionGrupo(a.dialecto(), g);
     QSqlQuery q = a.consulta(
         QStringLiteral("SELECT ") + grupo + QStringLiteral(" AS Grupo, SUM(CASE WHEN ") + venta +
-            QStringLiteral(" THEN CASE WHEN c.TipoStock <> 0 THEN -k.Ingreso ELSE k.Ingreso END END), SUM(k.Egreso) "
-                           "FROM Caja k LEFT JOIN Comprobantes c ON c.idComprobante = k.idComprobante AND ") +
-            venta + QStringLiteral(" WHERE k.Fecha >= ? AND k.Fecha <= ? AND (") + venta +
-            QStringLiteral(" OR k.Egreso <> 0) GROUP BY ") + grupo + QStringLiteral(" ORDER BY 1"),
-        {desde, hasta});
+            QStringLiteral(" THEN CASE WHEN n.idComprobante IS NOT NULL THEN -k.Ingreso ELSE k.Ingreso END END), "
+                           "SUM(k.Egreso) FROM Caja k LEFT JOIN ") +
+            kNotasDelPeriodo + QStringLiteral(" ON n.idComprobante = k.idComprobante AND ") + venta +
+            QStringLiteral(" WHERE k.Fecha >= ? AND k.Fecha <= ? AND (") + venta + QStringLiteral(" OR k.Egreso <> 0) GROUP BY ") +
+            grupo + QStringLiteral(" ORDER BY 1"),
+        {desde, hasta, desde, hasta});
     QList<IngresosDelGrupo> r;
     while (q.next()) {
         const int n = q.value(0).toInt();
@@ -57,17 +63,25 @@ QList<IngresosDelGrupo> leeMovimientos(const Almacen& a, Agrupacion g, const QDa
     return r;
 }
 
-// Paso 4: las líneas llevan su fecha y el comprobante dice si es comercial y si es inverso.
+// Paso 4: cada línea lleva la fecha y la marca de comercial de su comprobante, y se lee del índice
+// de las líneas; de los comprobantes sólo se buscan las notas de crédito del período. SQLite suma
+// primero por artículo y después busca cada artículo una vez; el servidor une las líneas con los
+// artículos por dispersión, más rápido que agrupar dos veces.
 QList<VentaDelRubro> leeRubros(const Almacen& a, const QDate& desde, const QDate& hasta) {
-    QSqlQuery q = a.consulta(
-        QStringLiteral("SELECT COALESCE(r.Rubro, ''), SUM(CASE WHEN c.TipoStock <> 0 THEN -d.SubTotal ELSE d.SubTotal END) "
-                       "FROM DetalleComprobantes d "
-                       "INNER JOIN Comprobantes c ON c.idComprobante = d.idComprobante "
-                       "INNER JOIN Articulos ar ON ar.idArticulo = d.idArticulo "
-                       "INNER JOIN Rubros r ON r.idRubro = ar.idRubro "
-                       "WHERE d.Fecha >= ? AND d.Fecha <= ? AND c.EsComercial <> 0 "
-                       "GROUP BY COALESCE(r.Rubro, '') ORDER BY 2 DESC, 1"),
-        {desde, hasta});
+    const QString importe = QStringLiteral("SUM(CASE WHEN n.idComprobante IS NOT NULL THEN -d.SubTotal ELSE d.SubTotal END)");
+    const QString lineas = QStringLiteral(" FROM DetalleComprobantes d LEFT JOIN ") + kNotasDelPeriodo +
+                           QStringLiteral(" ON n.idComprobante = d.idComprobante");
+    const QString periodo = QStringLiteral(" d.Fecha >= ? AND d.Fecha <= ? AND d.EsComercial <> 0 ");
+    const QString rubros = QStringLiteral(" INNER JOIN Rubros r ON r.idRubro = ar.idRubro ");
+    const QString sql =
+        a.esPostgreSQL()
+            ? QStringLiteral("SELECT COALESCE(r.Rubro, ''), ") + importe + lineas +
+                  QStringLiteral(" INNER JOIN Articulos ar ON ar.idArticulo = d.idArticulo") + rubros + QStringLiteral("WHERE") +
+                  periodo
+            : QStringLiteral("SELECT COALESCE(r.Rubro, ''), SUM(x.Importe) FROM (SELECT d.idArticulo, ") + importe +
+                  QStringLiteral(" AS Importe") + lineas + QStringLiteral(" WHERE") + periodo +
+                  QStringLiteral("GROUP BY d.idArticulo) x INNER JOIN Articulos ar ON ar.idArticulo = x.idArticulo") + rubros;
+    QSqlQuery q = a.consulta(sql + QStringLiteral("GROUP BY COALESCE(r.Rubro, '') ORDER BY 2 DESC, 1"), {desde, hasta, desde, hasta});
     QList<VentaDelRubro> r;
     while (q.next()) r << VentaDelRubro{q.value(0).toString(), Dinero::desdeVariant(q.value(1))};
     return r;

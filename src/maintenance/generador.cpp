@@ -2,6 +2,7 @@
 
 #include "store/rutinas.h"
 
+#include <QSqlQuery>
 #include <QString>
 #include <QStringList>
 #include <algorithm>
@@ -169,6 +170,60 @@ qint64 generaClientes(Almacen& a, qint64 clientes, qint64 lineasGrande, const QD
     return grande;
 }
 
+// Los comprobantes con sus dos líneas: primero las cabeceras, con el total de las dos líneas (con
+// signo en las notas de crédito), y después las líneas desde las cabeceras nuevas. El número n de
+// un comprobante (desde 1) decide su tipo, su cliente, su fecha y sus importes; los que no son del
+// cliente grande se reparten entre los clientes que le siguen. Devuelve cuántos son del grande.
+qint64 generaComprobantes(Almacen& a, qint64 cantidad, qint64 porDia, qint64 delGrande, qint64 idGrande, const QDate& hasta) {
+    const Dialecto d = a.dialecto();
+    const QString tipo = QStringLiteral("INSERT INTO TiposDeComprobantes (Tipo, Letra, PuntoDeVenta, Correlativo, DescuentaStock, "
+                                        "RegistraCaja, OperacionInversa, EsComercial, NombrePlantilla) VALUES (?, 'B', ?, ?, 0, 0, ?, 1, '')");
+    const qint64 factura = a.inserta(tipo, {QStringLiteral("FACTURA B"), QStringLiteral("0001"), cantidad, 0},
+                                     QStringLiteral("idTipoComprobante"));
+    const qint64 nota = a.inserta(tipo, {QStringLiteral("NOTA DE CREDITO B"), QStringLiteral("0002"), cantidad / 50, 1},
+                                  QStringLiteral("idTipoComprobante"));
+    const qint64 antes = a.valor(QStringLiteral("SELECT COALESCE(MAX(idComprobante), 0) FROM Comprobantes")).toLongLong();
+    const QVariant usuario = a.valor(QStringLiteral("SELECT MIN(idUsuario) FROM Usuarios"));
+    QSqlQuery rangos = a.consulta(QStringLiteral("SELECT MIN(idVendedor), MAX(idVendedor), MIN(ar.idArticulo), MAX(ar.idArticulo) "
+                                                 "FROM Vendedores, (SELECT MIN(idArticulo) AS idArticulo FROM Articulos "
+                                                 "UNION ALL SELECT MAX(idArticulo) FROM Articulos) AS ar"));
+    rangos.next();
+    // Los demás clientes son los que siguen al grande (los generados con él).
+    const qint64 clientes = std::max<qint64>(1, rangos.value(1).toLongLong() - idGrande);
+    const qint64 primerCliente = rangos.value(1).toLongLong() > idGrande ? idGrande + 1 : idGrande;
+    const qint64 primerArticulo = rangos.value(2).toLongLong(), articulos = rangos.value(3).toLongLong() - primerArticulo + 1;
+    rangos.finish();
+    const qint64 paso = delGrande > 0 ? std::max<qint64>(1, cantidad / delGrande) : 0;
+
+    // Importe de la línea l (1 o 2) del comprobante n: de 0,50 a 1 000,40.
+    const auto linea = [](const QString& n, const QString& l) {
+        return QStringLiteral("((") + n + QStringLiteral(" * 7919 + ") + l + QStringLiteral(" * 104729) % 99991 + 50) / 100.0");
+    };
+    const QString signo = QStringLiteral("CASE WHEN i % 50 = 0 THEN -1 ELSE 1 END");
+    const QString total = signo + QStringLiteral(" * (") + linea(QStringLiteral("i"), QStringLiteral("1")) + QStringLiteral(" + ") +
+                          linea(QStringLiteral("i"), QStringLiteral("2")) + QLatin1Char(')');
+    const QString cliente = QString::number(primerCliente) + QStringLiteral(" + i % ") + QString::number(clientes);
+    a.ejecuta(QStringLiteral("INSERT INTO Comprobantes (Factura, idTipoComprobante, idVendedor, Fecha, Nombre, FormaPago, HizoCaja, "
+                             "HizoStock, EsComercial, TipoStock, SubTotal, ImporteNeto, Total, idUsuario, idEmpresa, ImpresoFiscal) "
+                             "SELECT 'B0001-' || ") +
+                  relleno(d, QStringLiteral("i"), 8) + QStringLiteral(", CASE WHEN i % 50 = 0 THEN %1 ELSE %2 END, ").arg(nota).arg(factura) +
+                  (paso > 0 ? QStringLiteral("CASE WHEN (i - 1) % %1 = 0 THEN %2 ELSE %3 END").arg(paso).arg(idGrande).arg(cliente) : cliente) +
+                  QStringLiteral(", ") + diasAntes(d, QStringLiteral("((? - i) / ") + QString::number(qMax<qint64>(1, porDia)) + u')') +
+                  QStringLiteral(", 'Cliente generado', 'EFVO', 0, 0, 1, CASE WHEN i % 50 = 0 THEN 1 ELSE 0 END, ") + total +
+                  QStringLiteral(", ") + total + QStringLiteral(", ") + total + QStringLiteral(", CAST(? AS INTEGER), 1, 'S'") + serie(d),
+              {hasta.toString(Qt::ISODate), cantidad, usuario, cantidad});
+    const QString n = QStringLiteral("(CAST(c.idComprobante AS BIGINT) - ") + QString::number(antes) + u')';
+    a.ejecuta(QStringLiteral("INSERT INTO DetalleComprobantes (idComprobante, idArticulo, Cantidad, Unitario, SubTotal, costounitario, "
+                             "Descripcion, Fecha, EsComercial, idUsuario) SELECT c.idComprobante, ") +
+                  QString::number(primerArticulo) + QStringLiteral(" + (") + n + QStringLiteral(" * 31 + l.n * 17) % ") +
+                  QString::number(articulos) + QStringLiteral(", 1, ") + linea(n, QStringLiteral("l.n")) + QStringLiteral(", ") +
+                  linea(n, QStringLiteral("l.n")) +
+                  QStringLiteral(", 0, 'Artículo generado', c.Fecha, 1, c.idUsuario FROM Comprobantes c "
+                                 "CROSS JOIN (SELECT 1 AS n UNION ALL SELECT 2) l WHERE c.idComprobante > ?"),
+              {antes});
+    return paso > 0 ? (cantidad + paso - 1) / paso : 0;
+}
+
 } // namespace
 
 bool esEgresoFilaCaja(qint64 n) { return n % 10 == 0; }
@@ -183,11 +238,16 @@ ResumenGeneracion generaAlmacenGrande(Almacen& a, const OpcionesGenerador& opcio
     if (opciones.filasCaja > 0) generaCaja(a, opciones.filasCaja, opciones.filasCajaPorDia, hasta);
     if (opciones.clientes > 0)
         r.idClienteGrande = generaClientes(a, opciones.clientes, opciones.lineasClienteGrande, hasta);
+    if (opciones.comprobantes > 0)
+        r.comprobantesClienteGrande =
+            generaComprobantes(a, opciones.comprobantes, opciones.comprobantesPorDia, opciones.comprobantesClienteGrande,
+                               r.idClienteGrande > 0 ? r.idClienteGrande : 1, hasta);
     t.confirmar();
     r.clientes = std::max<qint64>(0, opciones.clientes);
 
     r.articulos = std::max<qint64>(0, opciones.articulos);
     r.filasCaja = std::max<qint64>(0, opciones.filasCaja);
+    r.comprobantes = std::max<qint64>(0, opciones.comprobantes);
     for (qint64 n = 1; n <= r.filasCaja; ++n)
         (esEgresoFilaCaja(n) ? r.egresos : r.ingresos) += centavosFilaCaja(n) * 100;
     return r;

@@ -19,6 +19,12 @@ struct OpcionesGenerador {
     // de cero); el primero, además, con `lineasClienteGrande` líneas en su cuenta.
     qint64 clientes = 0;
     qint64 lineasClienteGrande = 0;
+    // Comprobantes (facturas B y, uno de cada 50, una nota de crédito), `comprobantesPorDia` por día
+    // hacia atrás desde `hasta`, con dos líneas cada uno de artículos del almacén; uno de cada
+    // `comprobantes / comprobantesClienteGrande` es del cliente grande (o del primero sin clientes).
+    qint64 comprobantes = 0;
+    qint64 comprobantesPorDia = 300;
+    qint64 comprobantesClienteGrande = 0;
 };
 
 struct ResumenGeneracion {
@@ -28,6 +34,8 @@ struct ResumenGeneracion {
     qint64 egresos = 0;  // suma de Caja.Egreso agregada, en diezmilésimos
     qint64 clientes = 0;
     qint64 idClienteGrande = 0; // el cliente de las muchas líneas (0 sin clientes)
+    qint64 comprobantes = 0;
+    qint64 comprobantesClienteGrande = 0; // los del cliente grande
 };
 
 // La fila de caja número n (desde 1) es un egreso (compra) una de cada diez veces, y si no una venta.

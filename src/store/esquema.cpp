@@ -409,4 +409,12 @@ void dejaLugarEnArticulos(Almacen& a) {
     a.ejecuta(QStringLiteral("ANALYZE Articulos"));
 }
 
+void indexaVentasPorFecha(Almacen& a) {
+    // La venta por rubro de un período se lee del índice de las líneas, sin pasar por ellas; las
+    // notas de crédito de un período, del índice de los comprobantes.
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS DetalleComprobantes_FechaRubro ON DetalleComprobantes "
+                             "(Fecha, EsComercial, idArticulo, idComprobante, SubTotal)"));
+    a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Comprobantes_TipoStockFecha ON Comprobantes (TipoStock, Fecha)"));
+}
+
 } // namespace orv

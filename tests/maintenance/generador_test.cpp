@@ -70,6 +70,31 @@ TEST_P(Generador, ClientesConSaldoYUnaCuentaGrande) {
               QStringList{"1002|101|2026-11-23"});
 }
 
+// Comprobantes con dos líneas cada uno cuya suma es su total (con el signo de la nota de crédito, una
+// de cada 50), los del cliente grande, y las fechas de 100 por día hasta `hasta`.
+TEST_P(Generador, ComprobantesConSusLineasYLosDelClienteGrande) {
+    actualizaEsquema(almacen());
+    OpcionesGenerador o;
+    o.articulos = 30;
+    o.filasCaja = 0;
+    o.clientes = 5;
+    o.comprobantes = 1000;
+    o.comprobantesPorDia = 100;
+    o.comprobantesClienteGrande = 10;
+    o.hasta = QDate(2026, 11, 23);
+    const ResumenGeneracion r = generaAlmacenGrande(almacen(), o);
+    EXPECT_EQ(QList<qint64>({r.comprobantes, r.comprobantesClienteGrande}), (QList<qint64>{1000, 10}));
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*), sum(TipoStock), min(Fecha), max(Fecha), count(DISTINCT idVendedor), "
+                               "sum(CASE WHEN idVendedor = ? THEN 1 ELSE 0 END) FROM Comprobantes", {r.idClienteGrande}),
+              QStringList{"1000|20|2026-11-14|2026-11-23|5|10"});
+    // Cada comprobante: dos líneas de artículos que existen, con su fecha, que suman su total.
+    EXPECT_EQ(Filas(almacen(), "SELECT count(*) FROM Comprobantes c WHERE 2 <> (SELECT count(*) FROM DetalleComprobantes d "
+                               "INNER JOIN Articulos a ON a.idArticulo = d.idArticulo WHERE d.idComprobante = c.idComprobante "
+                               "AND d.Fecha = c.Fecha) OR ABS(c.Total) <> (SELECT SUM(SubTotal) FROM DetalleComprobantes d "
+                               "WHERE d.idComprobante = c.idComprobante)"),
+              QStringList{"0"});
+}
+
 ORV_AMBOS_MOTORES(Generador);
 
 } // namespace

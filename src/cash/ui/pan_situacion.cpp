@@ -12,9 +12,11 @@
 #include <QChart>
 #include <QChartView>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDateEdit>
 #include <QDir>
 #include <QFileDialog>
+#include <QGraphicsLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -87,6 +89,18 @@ QValueAxis* ejeImportes(double menor, double mayor) {
     eje->setLabelFormat(QStringLiteral("%.0f"));
     eje->applyNiceNumbers();
     return eje;
+}
+
+// El gráfico dibujado de nuevo en el rectángulo, del tamaño que sea: la escena se dibuja con
+// líneas y letras, no como la imagen que se ve en pantalla.
+// Un gráfico recién armado acomoda sus ejes y leyendas cuando se procesa su pedido de
+// disposición: se procesa antes, para no dibujarlo a medio armar.
+void dibujaGrafico(QPainter& p, QChartView& vista, const QRectF& destino) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    if (QGraphicsLayout* capa = vista.chart()->layout()) capa->activate();
+    p.fillRect(destino, Qt::white);
+    p.setRenderHint(QPainter::Antialiasing);
+    vista.scene()->render(&p, destino, vista.sceneRect(), Qt::IgnoreAspectRatio);
 }
 
 } // namespace
@@ -319,6 +333,7 @@ void PanSituacion::imprimeEn(QPrinter& impresora) {
         QPainter p(&imagen);
         p.setRenderHint(QPainter::Antialiasing);
         hoja_->render(&p, QPoint(), QRegion(), QWidget::DrawChildren);
+        for (QChartView* vista : {movimientos_, rubros_}) dibujaGrafico(p, *vista, QRectF(vista->geometry()));
     }
     QPainter p(&impresora);
     const QRectF pagina = impresora.pageLayout().paintRectPixels(impresora.resolution());
@@ -334,11 +349,8 @@ QStringList PanSituacion::guardaGraficos(const QString& carpeta) {
     for (const auto& [vista, nombre] : graficos) {
         // El gráfico se vuelve a dibujar al doble de su tamaño en pantalla: las letras quedan nítidas.
         QImage imagen(vista->size() * 2, QImage::Format_ARGB32);
-        imagen.setDevicePixelRatio(2);
-        imagen.fill(Qt::white);
         QPainter p(&imagen);
-        p.setRenderHint(QPainter::Antialiasing);
-        vista->render(&p);
+        dibujaGrafico(p, *vista, QRectF(imagen.rect()));
         p.end();
         const QString archivo = QDir(carpeta).filePath(QString::fromLatin1(nombre));
         if (!imagen.save(archivo, "PNG")) throw Aviso(QStringLiteral("No se pudo guardar ") + archivo);

@@ -65,7 +65,7 @@ PanHistorico::PanHistorico(Almacen& almacen, const EstadoAplicacion& estado, con
 
     if (idVendedor) SelComboId(filtro_.lista, *idVendedor);
     actualiza();
-    resize(1000, 560);
+    resize(1100, 560);
     CentrarVentana(this);
     grilla_->setFocus();
 }
@@ -90,9 +90,9 @@ void PanHistorico::armaGrilla() {
                              estado_.MascaraMoneda);
     grilla_->fijaMascara(QStringLiteral("PorcDescuento"), QStringLiteral("0.00"));
     grilla_->fijaMascara(QStringLiteral("PorcentajeIVA"), QStringLiteral("0.00"));
-    grilla_->fijaAnchosIniciales({{"Fecha", 85}, {"Tipo", 150}, {"Factura", 125}, {"SubTotal", 90}, {"PorcDescuento", 60},
-                                  {"MontDescuento", 80}, {"ImporteNeto", 90}, {"PorcentajeIVA", 50}, {"ImporteIVA", 80},
-                                  {"Total", 95}, {"FormaPago", 90}});
+    grilla_->fijaAnchosIniciales({{"Fecha", 80}, {"Tipo", 125}, {"Factura", 115}, {"SubTotal", 80}, {"PorcDescuento", 50},
+                                  {"MontDescuento", 70}, {"ImporteNeto", 80}, {"PorcentajeIVA", 45}, {"ImporteIVA", 70},
+                                  {"Total", 85}, {"FormaPago", 65}});
     grilla_->ocultaColumna(QStringLiteral("idVendedor"));
     grilla_->ocultaColumna(QStringLiteral("idComprobante"));
     connect(grilla_, &Grilla::filaActivada, this, &PanHistorico::detalles);
