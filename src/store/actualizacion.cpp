@@ -46,7 +46,7 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {10, QStringLiteral("Borrador de la compra propio de cada terminal"), borradorCompraPorTerminal},
         {11, QStringLiteral("Lugar libre en las páginas de artículos para cambiar precios y stock sin tocar los índices"),
          dejaLugarEnArticulos},
-        {13, QStringLiteral("Índices de la venta por rubro y de las notas de crédito de un período"), indexaVentasPorFecha},
+        {12, QStringLiteral("Índices de la venta por rubro y de las notas de crédito de un período"), indexaVentasPorFecha},
     };
     return pasos;
 }

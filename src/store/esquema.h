@@ -84,7 +84,7 @@ void dejaLugarEnArticulos(Almacen& a);
 // Tabla del índice de texto de las descripciones en SQLite.
 inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
 
-// Paso 13: índices de la venta por rubro y de las notas de crédito de un período.
+// Paso 12: índices de la venta por rubro y de las notas de crédito de un período.
 void indexaVentasPorFecha(Almacen& a);
 
 } // namespace orv
