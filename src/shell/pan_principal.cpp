@@ -358,7 +358,18 @@ QWidget* PanPrincipal::armaUtilidades() {
     capa->setContentsMargins(0, 0, 0, 0);
     capa->setSpacing(14);
     capa->addWidget(TituloPanel(QStringLiteral("Utilidades y Configuraciones"), w));
-    capa->addWidget(grupoDeEnlaces(
+    // Los grupos en dos columnas: a la izquierda lo de todos los días, a la derecha la configuración
+    // y el mantenimiento.
+    auto* columnas = new QHBoxLayout;
+    columnas->setSpacing(18);
+    auto* izquierda = new QVBoxLayout;
+    auto* derecha = new QVBoxLayout;
+    for (QVBoxLayout* c : {izquierda, derecha}) {
+        c->setSpacing(14);
+        columnas->addLayout(c, 1);
+    }
+    capa->addLayout(columnas);
+    izquierda->addWidget(grupoDeEnlaces(
         QStringLiteral("Sistema"),
         {{"Label37", "Usuarios del sistema",
           [this] {
@@ -384,12 +395,12 @@ QWidget* PanPrincipal::armaUtilidades() {
         w));
     // Herramientas del catálogo: las características de la matriz y las etiquetas de código de barra
     // de las compras de un día.
-    capa->addWidget(grupoDeEnlaces(QStringLiteral("Herramientas"),
+    izquierda->addWidget(grupoDeEnlaces(QStringLiteral("Herramientas"),
                                    {{"lblMatrices", "Matrices de artículos", [this] { panMatrices(almacen_, this).exec(); }},
                                     {"lblEtiquetas", "Etiquetas Cgo Barras", [this] { panEtiq(almacen_, reloj_, this).exec(); }}},
                                    w));
     // Datos del país y del negocio, la terminal, las zonas de los clientes y las situaciones de IVA.
-    capa->addWidget(grupoDeEnlaces(
+    derecha->addWidget(grupoDeEnlaces(
         QStringLiteral("Configuración"),
         {{"Label43", "Datos Locales", [this] { datosLocales(); }},
          {"lblConfRed", "Configuración de red", [this] { PanConfRed(conf_, estado_, this).exec(); }},
@@ -397,13 +408,13 @@ QWidget* PanPrincipal::armaUtilidades() {
          {"lblSitIvas", "Situaciones de IVA", [this] { panSitIvas(almacen_, this).exec(); }}},
         w));
     // Los premios que canjean los clientes con tarjeta.
-    capa->addWidget(grupoDeEnlaces(
+    izquierda->addWidget(grupoDeEnlaces(
         QStringLiteral("Clientes con tarjeta"),
         {{"lblTablaPremiosVIP", "Tabla de premios VIP", [this] { PanTablaPremiosVIP(almacen_, conf_, estado_, reloj_, this).exec(); }}},
         w));
     // Respaldo y restauración del almacén, la purga de los archivos de trabajo y el explorador de
     // los archivos principales.
-    capa->addWidget(grupoDeEnlaces(
+    derecha->addWidget(grupoDeEnlaces(
         QStringLiteral("Mantenimiento"),
         {{"Label47", "Respaldar B.Datos", [this] { PanBackup(almacen_, conf_, reloj_, this).exec(); }},
          {"lblRestaurar", "Restaurar B.Datos",
@@ -426,7 +437,7 @@ QWidget* PanPrincipal::armaUtilidades() {
          {"Label52", "Multi-Tablas", [this] { panTablas(almacen_, this).exec(); }}},
         w));
     // Migración de artículos, clientes o proveedores desde una planilla de cálculo.
-    capa->addWidget(grupoDeEnlaces(QStringLiteral("Planillas"),
+    derecha->addWidget(grupoDeEnlaces(QStringLiteral("Planillas"),
                                    {{"lblImportaExcel", "Importar datos de Planillas de cálculo",
                                      [this] {
                                          panImportaExcel(almacen_, conf_, this).exec();
@@ -436,6 +447,8 @@ QWidget* PanPrincipal::armaUtilidades() {
                                          proveedores_->carga();
                                      }}},
                                    w));
+    izquierda->addStretch(1);
+    derecha->addStretch(1);
     capa->addStretch(1);
     return w;
 }
