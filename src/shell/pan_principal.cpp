@@ -87,7 +87,6 @@ struct EnlaceUtilidad {
 
 QGroupBox* grupoDeEnlaces(const QString& titulo, std::initializer_list<EnlaceUtilidad> enlaces, QWidget* padre) {
     auto* grupo = new QGroupBox(titulo, padre);
-    grupo->setMaximumWidth(460);
     auto* capa = new QVBoxLayout(grupo);
     for (const EnlaceUtilidad& e : enlaces) {
         QPushButton* enlace = Enlace(QString::fromLatin1(e.nombre), QString::fromUtf8(e.texto), grupo);

@@ -145,10 +145,12 @@ void panConfTkt::cambiaPuerto() { txtConfPuerto_->setEnabled(EsPuertoSerie(cboPu
 
 // La hoja toma el ancho del rollo; lo que quedaba fuera vuelve al borde.
 void panConfTkt::cambiaAncho() {
-    const double mm = AnchosTicket().value(cboAncho_->currentIndex(), AnchosTicket().first()).mm;
+    const double mm = anchoElegido().mm;
     picTkt_->setFixedSize(int(mm * kPxPorMm), int(kLargoMm * kPxPorMm));
     for (QLabel* l : elementos_) adentro(l, l->pos());
 }
+
+AnchoTicket panConfTkt::anchoElegido() const { return AnchosTicket().value(cboAncho_->currentIndex(), AnchosTicket().first()); }
 
 void panConfTkt::muestra(int i, bool si) { elementos_[i]->setVisible(si); }
 
@@ -166,7 +168,7 @@ DisenoTicket panConfTkt::diseno() const {
     DisenoTicket d;
     d.puerto = puerto();
     d.parametros = txtConfPuerto_->text().trimmed();
-    d.columnas = AnchosTicket().value(cboAncho_->currentIndex(), AnchosTicket().first()).columnas;
+    d.columnas = anchoElegido().columnas;
     for (int i = 0; i < elementos_.size(); ++i) {
         const QPoint p = elementos_[i]->pos();
         d.lugares << (opciones_[i]->isChecked() ? std::optional<QPointF>(QPointF(p.x() / kPxPorMm, p.y() / kPxPorMm))

@@ -42,6 +42,7 @@ private:
     QWidget* armaHoja();
     void cambiaPuerto();
     void cambiaAncho();
+    AnchoTicket anchoElegido() const; // el rollo de la lista, o el de siempre
     void adentro(QLabel* l, QPoint p); // mueve el elemento sin que salga de la hoja
     void muestra(int i, bool si);
 
