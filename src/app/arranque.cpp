@@ -1,6 +1,7 @@
 #include "app/arranque.h"
 
 #include "store/actualizacion.h"
+#include "store/esquema.h"
 #include "store/archivos.h"
 #include "store/formato.h"
 
@@ -173,6 +174,7 @@ bool Arranque::abreAlmacen() {
 bool Arranque::actualiza() {
     try {
         actualizaEsquema(*almacen_);
+        JuntaTotalesCaja(*almacen_);
         return true;
     } catch (const AlmacenMasNuevo& e) {
         ui_.mensaje(textoAlmacenMasNuevo(e.delAlmacen(), e.delPrograma()), QStringLiteral("Error"), Icono::Stop);

@@ -101,10 +101,11 @@ QString NombreMes(int mes) { return mes >= 1 && mes <= 12 ? QString::fromLatin1(
 
 Situacion LeeSituacion(const Almacen& a, Agrupacion agrupacion, const QDate& desde, const QDate& hasta) {
     Situacion s;
-    // Pasos 1, 2 y 5 en una lectura: no miran el período. El costo por la existencia, exacto en el
-    // servidor (la existencia es un número real).
+    // Pasos 1, 2 y 5 en una lectura: no miran el período. En el servidor la caja sale de los totales
+    // que él mismo lleva; el costo por la existencia, exacto (la existencia es un número real).
+    const QString caja = a.esPostgreSQL() ? QStringLiteral("TotalesCaja") : QStringLiteral("Caja");
     QSqlQuery q = a.consulta(QStringLiteral(
-        "SELECT (SELECT SUM(Ingreso) - SUM(Egreso) FROM Caja), "
+        "SELECT (SELECT SUM(Ingreso) - SUM(Egreso) FROM ") + caja + QStringLiteral("), "
         "(SELECT SUM(CAST(StockActual AS NUMERIC) * PrecioCosto) FROM Articulos), "
         "(SELECT SUM(Comision) - SUM(Liquidacion) FROM Comisiones), "
         "(SELECT SUM(Debe) - SUM(Haber) FROM CtaProve)"));

@@ -47,6 +47,8 @@ const std::vector<PasoEsquema>& pasosDelSistema() {
         {11, QStringLiteral("Lugar libre en las páginas de artículos para cambiar precios y stock sin tocar los índices"),
          dejaLugarEnArticulos},
         {12, QStringLiteral("Índices de la venta por rubro y de las notas de crédito de un período"), indexaVentasPorFecha},
+        {13, QStringLiteral("El índice de las notas de crédito de un período lleva el número de cada una"), indexaNotasConSuNumero},
+        {14, QStringLiteral("Totales de toda la caja llevados por el servidor"), llevaTotalesCaja},
     };
     return pasos;
 }

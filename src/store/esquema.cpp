@@ -417,4 +417,66 @@ void indexaVentasPorFecha(Almacen& a) {
     a.ejecuta(QStringLiteral("CREATE INDEX IF NOT EXISTS Comprobantes_TipoStockFecha ON Comprobantes (TipoStock, Fecha)"));
 }
 
+void indexaNotasConSuNumero(Almacen& a) {
+    // SQLite guarda el número del comprobante en cada índice; el servidor, no: sin él, cada nota de
+    // crédito del período se buscaba en la tabla.
+    if (!a.esPostgreSQL()) return;
+    a.ejecuta(QStringLiteral("DROP INDEX IF EXISTS Comprobantes_TipoStockFecha"));
+    a.ejecuta(QStringLiteral("CREATE INDEX Comprobantes_TipoStockFecha ON Comprobantes (TipoStock, Fecha, idComprobante)"));
+}
+
+void llevaTotalesCaja(Almacen& a) {
+    if (!a.esPostgreSQL()) return;
+    // Una fila por conexión: dos terminales nunca esperan la misma fila ni se traban entre sí. Sin
+    // tope de dígitos, para que una suma grande nunca haga fallar el movimiento que la causa.
+    a.ejecuta(QStringLiteral("CREATE TABLE IF NOT EXISTS TotalesCaja (Conexion INTEGER PRIMARY KEY, "
+                             "Ingreso NUMERIC NOT NULL DEFAULT 0, Egreso NUMERIC NOT NULL DEFAULT 0)"));
+    // Lo que cada sentencia sobre Caja agrega, quita o cambia, sumado de una vez (un borrado de todas
+    // las filas es una sola suma). Un importe nulo no suma.
+    a.ejecuta(QStringLiteral(
+        "CREATE OR REPLACE FUNCTION TotalesCaja_Lleva() RETURNS trigger LANGUAGE plpgsql AS $$\n"
+        "DECLARE entra NUMERIC := 0; sale NUMERIC := 0;\n"
+        "BEGIN\n"
+        "  IF TG_OP = 'TRUNCATE' THEN DELETE FROM TotalesCaja; RETURN NULL; END IF;\n"
+        "  IF TG_OP IN ('INSERT', 'UPDATE') THEN\n"
+        "    SELECT COALESCE(SUM(Ingreso), 0), COALESCE(SUM(Egreso), 0) INTO entra, sale FROM nuevas;\n"
+        "  END IF;\n"
+        "  IF TG_OP IN ('DELETE', 'UPDATE') THEN\n"
+        "    SELECT entra - COALESCE(SUM(Ingreso), 0), sale - COALESCE(SUM(Egreso), 0) INTO entra, sale FROM viejas;\n"
+        "  END IF;\n"
+        "  IF entra <> 0 OR sale <> 0 THEN\n"
+        "    INSERT INTO TotalesCaja AS t (Conexion, Ingreso, Egreso) VALUES (pg_backend_pid(), entra, sale)\n"
+        "      ON CONFLICT (Conexion) DO UPDATE SET Ingreso = t.Ingreso + EXCLUDED.Ingreso, Egreso = t.Egreso + EXCLUDED.Egreso;\n"
+        "  END IF;\n"
+        "  RETURN NULL;\n"
+        "END $$"));
+    const QString lleva = QStringLiteral(" FOR EACH STATEMENT EXECUTE PROCEDURE TotalesCaja_Lleva()");
+    a.ejecuta(QStringLiteral("DROP TRIGGER IF EXISTS Caja_Alta ON Caja"));
+    a.ejecuta(QStringLiteral("CREATE TRIGGER Caja_Alta AFTER INSERT ON Caja REFERENCING NEW TABLE AS nuevas") + lleva);
+    a.ejecuta(QStringLiteral("DROP TRIGGER IF EXISTS Caja_Cambio ON Caja"));
+    a.ejecuta(QStringLiteral("CREATE TRIGGER Caja_Cambio AFTER UPDATE ON Caja REFERENCING OLD TABLE AS viejas NEW TABLE AS nuevas") +
+              lleva);
+    a.ejecuta(QStringLiteral("DROP TRIGGER IF EXISTS Caja_Baja ON Caja"));
+    a.ejecuta(QStringLiteral("CREATE TRIGGER Caja_Baja AFTER DELETE ON Caja REFERENCING OLD TABLE AS viejas") + lleva);
+    a.ejecuta(QStringLiteral("DROP TRIGGER IF EXISTS Caja_Vaciado ON Caja"));
+    a.ejecuta(QStringLiteral("CREATE TRIGGER Caja_Vaciado AFTER TRUNCATE ON Caja") + lleva);
+    // Con los disparadores puestos, ninguna otra terminal escribe en Caja hasta confirmar: lo que ya
+    // hay entra en una fila de partida.
+    a.ejecuta(QStringLiteral("DELETE FROM TotalesCaja"));
+    a.ejecuta(QStringLiteral("INSERT INTO TotalesCaja (Conexion, Ingreso, Egreso) "
+                             "SELECT 0, COALESCE(SUM(Ingreso), 0), COALESCE(SUM(Egreso), 0) FROM Caja"));
+}
+
+void JuntaTotalesCaja(Almacen& a) {
+    if (!a.esPostgreSQL()) return;
+    // Una conexión viva puede estar sumando en su fila: sólo se juntan las de conexiones que ya no
+    // están. Dos terminales que arrancan a la vez se esperan en la fila de partida.
+    a.ejecuta(QStringLiteral(
+        "WITH idas AS (DELETE FROM TotalesCaja WHERE Conexion <> 0 AND Conexion NOT IN "
+        "(SELECT pid FROM pg_stat_activity WHERE pid IS NOT NULL) RETURNING Ingreso, Egreso) "
+        "INSERT INTO TotalesCaja AS t (Conexion, Ingreso, Egreso) "
+        "SELECT 0, COALESCE(SUM(Ingreso), 0), COALESCE(SUM(Egreso), 0) FROM idas "
+        "ON CONFLICT (Conexion) DO UPDATE SET Ingreso = t.Ingreso + EXCLUDED.Ingreso, Egreso = t.Egreso + EXCLUDED.Egreso"));
+}
+
 } // namespace orv

@@ -87,4 +87,17 @@ inline constexpr const char* kTablaTextoArticulos = "ArticulosTexto";
 // Paso 12: índices de la venta por rubro y de las notas de crédito de un período.
 void indexaVentasPorFecha(Almacen& a);
 
+// Paso 13: en PostgreSQL el índice de las notas de crédito de un período lleva el número de cada
+// una, para leerlas sin ir a la tabla. En SQLite no hace nada.
+void indexaNotasConSuNumero(Almacen& a);
+
+// Paso 14: en PostgreSQL, los totales de ingresos y egresos de toda la caja, que el servidor lleva
+// al día en la misma transacción de cada cambio en Caja (una fila por conexión, que se suman). Así
+// las disponibilidades no recorren el libro entero. En SQLite no hace nada: allí la suma es rápida.
+void llevaTotalesCaja(Almacen& a);
+
+// Junta en la fila de partida los totales de caja de las conexiones que ya cerraron, para que la
+// tabla no crezca con cada arranque. Se llama al abrir el almacén; en SQLite no hace nada.
+void JuntaTotalesCaja(Almacen& a);
+
 } // namespace orv

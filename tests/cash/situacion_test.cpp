@@ -8,7 +8,11 @@
 #include "cash/situacion.h"
 #include "maintenance/ventas_ejemplo.h"
 #include "sales/registro.h"
+#include "store/esquema.h"
 #include "suppliers/cuenta_proveedor.h"
+
+#include <QElapsedTimer>
+#include <QThread>
 
 namespace orv {
 namespace {
@@ -126,6 +130,76 @@ TEST_P(SituacionEmpresa, UnAlmacenVacioDaCeros) {
         almacen().ejecuta(QStringLiteral("DELETE FROM ") + QString::fromLatin1(t));
     EXPECT_EQ(FilasDe(LeeSituacion(almacen(), Agrupacion::Anual, QDate(2000, 1, 1), QDate(2030, 1, 1))),
               (QStringList{"caja|0.0000", "mercaderia|0.0000", "clientes|0.0000", "proveedores|0.0000"}));
+}
+
+// Las disponibilidades siguen cada cambio en Caja, venga de esta terminal o de otra, y sólo lo
+// confirmado: un importe nulo no suma, una corrección cambia lo que cambió, un borrado resta.
+TEST_P(SituacionEmpresa, LaCajaSigueCadaCambio) {
+    Almacen& a = almacen();
+    auto otra = base().otraConexion();
+    const bool servidor = a.esPostgreSQL();
+    const QString alta = QStringLiteral("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago, idUsuario) "
+                                        "VALUES (3, '2026-06-01', ?, ?, ?, 'EFVO', 2)");
+    const struct {
+        const char* que;
+        std::function<void()> cambia;
+        const char* caja;
+    } pasos[] = {
+        {"un ingreso desde otra terminal", [&] { otra->ejecuta(alta, {QStringLiteral("Aporte"), QStringLiteral("100"), QStringLiteral("0")}); },
+         "448.1800"},
+        {"un ingreso nulo no suma",
+         [&] { a.ejecuta(alta, {QStringLiteral("Flete"), QVariant(), QStringLiteral("20.0001")}); }, "428.1799"},
+        {"lo que se deshace no cuenta",
+         [&] {
+             Transaccion t(*otra);
+             otra->ejecuta(alta, {QStringLiteral("Error"), QStringLiteral("999"), QStringLiteral("0")});
+         },
+         "428.1799"},
+        {"una corrección del importe y la fecha",
+         [&] { otra->ejecuta(QStringLiteral("UPDATE Caja SET Ingreso = 60, Fecha = '2026-06-02' WHERE Detalles = 'Aporte del socio'")); },
+         "448.1799"},
+        {"una corrección sin importes", [&] { a.ejecuta(QStringLiteral("UPDATE Caja SET Detalles = 'Luz de marzo' WHERE Detalles = 'Luz'")); },
+         "448.1799"},
+        {"un borrado de varias filas",
+         [&] { a.ejecuta(QStringLiteral("DELETE FROM Caja WHERE Detalles IN ('Flete', 'Luz de marzo', 'Aporte')")); }, "383.6800"},
+        {"vaciar la caja", [&] { a.ejecuta(servidor ? QStringLiteral("TRUNCATE Caja") : QStringLiteral("DELETE FROM Caja")); },
+         "0.0000"},
+        {"y volver a empezar", [&] { otra->ejecuta(alta, {QStringLiteral("Cambio"), QStringLiteral("5.5"), QStringLiteral("0")}); },
+         "5.5000"},
+    };
+    for (const auto& p : pasos) {
+        p.cambia();
+        const Situacion s = LeeSituacion(a, Agrupacion::Anual, QDate(2026, 1, 1), QDate(2026, 12, 31));
+        EXPECT_EQ(s.caja.aTexto(), QString::fromLatin1(p.caja)) << p.que;
+        EXPECT_EQ(s.caja, Dinero::desdeVariant(a.valor(QStringLiteral("SELECT SUM(Ingreso) - SUM(Egreso) FROM Caja")))) << p.que;
+    }
+    if (!servidor) return;
+    const auto cajaEs = [&a](const char* que) {
+        EXPECT_EQ(LeeSituacion(a, Agrupacion::Anual, QDate(2026, 1, 1), QDate(2026, 1, 1)).caja.aTexto(), QString::fromLatin1(que));
+    };
+    // La actualización parte de lo que ya hay en la caja, y repetirla no suma dos veces.
+    otra->ejecuta(alta, {QStringLiteral("Venta vieja"), QStringLiteral("44.5"), QStringLiteral("0")});
+    for (int vez = 0; vez < 2; ++vez) {
+        Transaccion t(a);
+        llevaTotalesCaja(a);
+        t.confirmar();
+        cajaEs("50.0000");
+    }
+    // Al arrancar, lo de una terminal que ya cerró pasa a la fila de partida; lo de una abierta, no.
+    otra->ejecuta(alta, {QStringLiteral("Aporte"), QStringLiteral("10"), QStringLiteral("0")});
+    a.ejecuta(alta, {QStringLiteral("Gasto"), QStringLiteral("0"), QStringLiteral("1.25")});
+    const QVariant cerrada = otra->valor(QStringLiteral("SELECT pg_backend_pid()"));
+    otra.reset();
+    QElapsedTimer espera;
+    espera.start();
+    while (a.valor(QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE pid = ?"), {cerrada}).toInt() > 0 &&
+           espera.elapsed() < 10000)
+        QThread::msleep(20);
+    JuntaTotalesCaja(a);
+    EXPECT_EQ(prueba::Filas(a, QStringLiteral("SELECT CASE WHEN Conexion = 0 THEN 'partida' WHEN Conexion = pg_backend_pid() "
+                                              "THEN 'esta' ELSE 'otra' END, Ingreso, Egreso FROM TotalesCaja ORDER BY Conexion")),
+              (QStringList{"partida|60|0", "esta|0|1.25"}));
+    cajaEs("58.7500");
 }
 
 ORV_AMBOS_MOTORES(SituacionEmpresa);
