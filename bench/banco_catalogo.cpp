@@ -156,9 +156,7 @@ void prepara(Catalogo& c, const QString& destino, const char* motor) {
     o.articulos = kArticulos;
     o.rubros = 300;
     o.filasCaja = 1000;
-    orv::generaAlmacenGrande(*c.a, o);
-    // Lo que la limpieza automática del servidor haría sola después de una carga así.
-    if (c.a->esPostgreSQL()) c.a->ejecuta(QStringLiteral("VACUUM ANALYZE"));
+    CargaComoDeUsoDiario(*c.a, [&] { orv::generaAlmacenGrande(*c.a, o); });
     for (qint64 lugar : {kArticulos / 2, kArticulos * 95 / 100, kArticulos * 99 / 100}) {
         QSqlQuery q = c.a->consulta(QStringLiteral("SELECT Codigo, CgoProveedor FROM Articulos ORDER BY Codigo") + c.bytes +
                                         QStringLiteral(" LIMIT 1 OFFSET ?"),

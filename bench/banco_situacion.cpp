@@ -110,10 +110,9 @@ int main(int argc, char** argv) {
         o.comprobantesPorDia = 300;
         o.comprobantesClienteGrande = 10000;
         o.hasta = kHasta;
-        const orv::ResumenGeneracion r = orv::generaAlmacenGrande(*e.a, o);
+        orv::ResumenGeneracion r;
+        CargaComoDeUsoDiario(*e.a, [&] { r = orv::generaAlmacenGrande(*e.a, o); });
         e.cliente = r.idClienteGrande;
-        // Como queda un almacén de uso diario tras el mantenimiento automático del servidor.
-        if (e.a->esPostgreSQL()) e.a->ejecuta(QStringLiteral("VACUUM ANALYZE"));
         std::fprintf(stderr, "%s: %lld comprobantes y %lld filas de caja generados en %.1f s\n", motor, r.comprobantes, r.filasCaja,
                      double(t.elapsed()) / 1000.0);
         const std::string n = std::string("Situacion/") + motor;

@@ -43,18 +43,20 @@ const QString kNotasDelPeriodo = QStringLiteral("(SELECT idComprobante FROM Comp
                                                 "AND Fecha >= ? AND Fecha <= ?) n");
 
 // Paso 3: ingresos y gastos por grupo. La fila de caja de una venta lleva el id de su comprobante y
-// su fecha: la de una nota de crédito está entre las notas del período.
+// su fecha: la de una nota de crédito está entre las notas del período. Se suma primero por fecha y
+// después por grupo, así la expresión del grupo se calcula una vez por día y no por fila.
 QList<IngresosDelGrupo> leeMovimientos(const Almacen& a, Agrupacion g, const QDate& desde, const QDate& hasta) {
     const QString venta = QStringLiteral("substr(k.Detalles, 1, 7) = 'VENTA :'");
     const QString grupo = expresionGrupo(a.dialecto(), g);
-    QSqlQuery q = a.consulta(
-        QStringLiteral("SELECT ") + grupo + QStringLiteral(" AS Grupo, SUM(CASE WHEN ") + venta +
-            QStringLiteral(" THEN CASE WHEN n.idComprobante IS NOT NULL THEN -k.Ingreso ELSE k.Ingreso END END), "
-                           "SUM(k.Egreso) FROM Caja k LEFT JOIN ") +
-            kNotasDelPeriodo + QStringLiteral(" ON n.idComprobante = k.idComprobante AND ") + venta +
-            QStringLiteral(" WHERE k.Fecha >= ? AND k.Fecha <= ? AND (") + venta + QStringLiteral(" OR k.Egreso <> 0) GROUP BY ") +
-            grupo + QStringLiteral(" ORDER BY 1"),
-        {desde, hasta, desde, hasta});
+    const QString porDia =
+        QStringLiteral("SELECT k.Fecha, SUM(CASE WHEN ") + venta +
+        QStringLiteral(" THEN CASE WHEN n.idComprobante IS NOT NULL THEN -k.Ingreso ELSE k.Ingreso END END) AS Ingresos, "
+                       "SUM(k.Egreso) AS Gastos FROM Caja k LEFT JOIN ") +
+        kNotasDelPeriodo + QStringLiteral(" ON n.idComprobante = k.idComprobante AND ") + venta +
+        QStringLiteral(" WHERE k.Fecha >= ? AND k.Fecha <= ? AND (") + venta + QStringLiteral(" OR k.Egreso <> 0) GROUP BY k.Fecha");
+    QSqlQuery q = a.consulta(QStringLiteral("SELECT ") + grupo + QStringLiteral(" AS Grupo, SUM(k.Ingresos), SUM(k.Gastos) FROM (") +
+                                 porDia + QStringLiteral(") k GROUP BY ") + grupo + QStringLiteral(" ORDER BY 1"),
+                             {desde, hasta, desde, hasta});
     QList<IngresosDelGrupo> r;
     while (q.next()) {
         const int n = q.value(0).toInt();
