@@ -1,7 +1,8 @@
 // Importación de una planilla .xlsx de 100 000 artículos: la lectura del libro sola, la importación
-// completa (lectura, conversión de cada celda, control del código repetido y escritura por lotes de
-// 500 filas, cada lote en su transacción) y, como piso, los INSERT desnudos de las mismas filas ya
-// leídas en una transacción. SQLite y, si ORVANTA_PRUEBA_PG está definida, PostgreSQL.
+// completa (lectura, conversión de cada celda, control de los códigos repetidos en una lectura por
+// lote y escritura por lotes de 500 filas, cada lote en su transacción y cien filas por sentencia)
+// y, al lado, los INSERT desnudos de las mismas filas ya leídas, uno por fila, en una transacción.
+// SQLite y, si ORVANTA_PRUEBA_PG está definida, PostgreSQL.
 
 #include "articles/importacion.h"
 #include "store/actualizacion.h"

@@ -5,6 +5,8 @@
 #include "store/entrada.h"
 #include "store/formato.h"
 
+#include <QSqlQuery>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -240,6 +242,8 @@ Importacion::Importacion(Almacen& a, TablaDestino tabla, QList<Mapeo> mapa, cons
     for (qsizetype i = 0; i < destinos_.size(); ++i) {
         columnas << columnaSql(destinos_[i].campo.nombre);
         if (destinos_[i].campo.nombre == QLatin1StringView("Codigo") && tabla_ == TablaDestino::Articulos) indiceCodigo_ = int(i);
+        if (destinos_[i].campo.nombre == QLatin1StringView("Descripcion") && tabla_ == TablaDestino::Articulos)
+            indiceDescripcion_ = int(i);
         if (destinos_[i].campo.nombre == QLatin1StringView("PrecioVenta") && tabla_ == TablaDestino::Articulos) indiceVenta_ = int(i);
         if (destinos_[i].campo.nombre == QLatin1StringView("idZona") && tabla_ == TablaDestino::Vendedores) indiceZona_ = int(i);
     }
@@ -248,7 +252,8 @@ Importacion::Importacion(Almacen& a, TablaDestino tabla, QList<Mapeo> mapa, cons
     if (agregaPrecioFinal_) columnas << QStringLiteral("PrecioFinal");
     QStringList marcas;
     for (qsizetype i = 0; i < columnas.size(); ++i) marcas << QStringLiteral("?");
-    insert_ = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(NombreTabla(tabla_), columnas.join(u", "), marcas.join(u", "));
+    insert_ = QStringLiteral("INSERT INTO %1 (%2) VALUES ").arg(NombreTabla(tabla_), columnas.join(u", "));
+    marcasFila_ = u'(' + marcas.join(u", ") + u')';
 }
 
 QVariantList Importacion::valores(const FilaPlanilla& fila, qsizetype indice) const {
@@ -270,52 +275,103 @@ QVariantList Importacion::valores(const FilaPlanilla& fila, qsizetype indice) co
     return v;
 }
 
-bool Importacion::escribe(const FilaPlanilla& fila, const QVariantList& v) {
+void Importacion::leeExistentes(const QList<Convertida>& filas) {
+    codigosUsados_.clear();
+    zonas_.clear();
     if (indiceCodigo_ >= 0) {
-        // Con la sentencia preparada una vez para toda la importación (el índice de Codigo la resuelve).
-        const QVariant otro = a_.valor(
-            QStringLiteral("SELECT COALESCE(Descripcion, '') FROM Articulos WHERE Codigo = ? ORDER BY idArticulo LIMIT 1"),
-            {v[indiceCodigo_]});
-        if (otro.isValid()) {
-            errores_ << ErrorImportacion{fila.numero, QStringLiteral("el código %1 ya es del artículo \"%2\"; no se importó")
-                                                         .arg(v[indiceCodigo_].toString(), otro.toString())};
-            return false;
+        QVariantList codigos;
+        QSet<QString> vistos;
+        for (const Convertida& c : filas) {
+            if (!c.error.isEmpty()) continue;
+            const QVariant& codigo = c.valores[indiceCodigo_];
+            if (codigo.isNull() || vistos.contains(codigo.toString())) continue;
+            vistos.insert(codigo.toString());
+            codigos << codigo;
+        }
+        if (!codigos.isEmpty()) {
+            const QString marcas = QStringLiteral("?, ").repeated(codigos.size() - 1) + u'?';
+            QSqlQuery q = a_.consulta(QStringLiteral("SELECT Codigo, COALESCE(Descripcion, '') FROM Articulos WHERE Codigo IN (") +
+                                          marcas + QStringLiteral(") ORDER BY idArticulo"),
+                                      codigos);
+            while (q.next()) // vale el primer artículo que lo usa
+                if (!codigosUsados_.contains(q.value(0).toString())) codigosUsados_.insert(q.value(0).toString(), q.value(1).toString());
         }
     }
-    if (indiceZona_ >= 0 && !a_.valor(QStringLiteral("SELECT idZona FROM Zonas WHERE idZona = ?"), {v[indiceZona_]}).isValid()) {
-        errores_ << ErrorImportacion{fila.numero, QStringLiteral("la zona %1 no existe").arg(v[indiceZona_].toString())};
-        return false;
+    if (indiceZona_ >= 0) {
+        QSqlQuery q = a_.consulta(QStringLiteral("SELECT idZona FROM Zonas"));
+        while (q.next()) zonas_.insert(q.value(0).toLongLong());
     }
-    a_.ejecuta(insert_, v);
+}
+
+QString Importacion::rechazo(const QVariantList& v) const {
+    if (indiceCodigo_ >= 0 && !v[indiceCodigo_].isNull()) {
+        const auto otro = codigosUsados_.constFind(v[indiceCodigo_].toString());
+        if (otro != codigosUsados_.constEnd())
+            return QStringLiteral("el código %1 ya es del artículo \"%2\"; no se importó").arg(otro.key(), otro.value());
+    }
+    if (indiceZona_ >= 0 && !zonas_.contains(v[indiceZona_].toLongLong()))
+        return QStringLiteral("la zona %1 no existe").arg(v[indiceZona_].toString());
+    return {};
+}
+
+void Importacion::ocupa(const QVariantList& v) {
+    if (indiceCodigo_ >= 0 && !v[indiceCodigo_].isNull())
+        codigosUsados_.insert(v[indiceCodigo_].toString(), indiceDescripcion_ >= 0 ? v[indiceDescripcion_].toString() : QString());
     ++importadas_;
-    return true;
+}
+
+void Importacion::insertaJuntas(const QList<QVariantList>& filas) {
+    // Cien filas por sentencia: pocas idas y vueltas, y siempre lejos del tope de parámetros.
+    constexpr qsizetype kFilasPorSentencia = 100;
+    for (qsizetype desde = 0; desde < filas.size(); desde += kFilasPorSentencia) {
+        const qsizetype n = std::min(kFilasPorSentencia, filas.size() - desde);
+        QVariantList parametros;
+        for (qsizetype i = desde; i < desde + n; ++i) parametros += filas[i];
+        a_.ejecuta(insert_ + (marcasFila_ + QStringLiteral(", ")).repeated(n - 1) + marcasFila_, parametros);
+    }
 }
 
 void Importacion::loteFila(qsizetype desde, qsizetype hasta, bool filaPorFila) {
     Transaccion t(a_);
+    // 1. Cada fila convertida, o lo que tiene mal.
+    QList<Convertida> filas;
     for (qsizetype i = desde; i < hasta; ++i) {
-        const FilaPlanilla& fila = filas_[i];
-        QVariantList v;
+        Convertida c{filas_[i].numero, {}, {}};
         try {
-            v = valores(fila, i);
+            c.valores = valores(filas_[i], i);
         } catch (const Aviso& e) {
-            errores_ << ErrorImportacion{fila.numero, e.texto()};
+            c.error = e.texto();
+        }
+        filas << c;
+    }
+    // 2. Lo que el almacén ya tiene para estas filas, en una lectura.
+    leeExistentes(filas);
+    // 3. En el orden de la hoja: la que no pasa se informa; una fila anterior también ocupa su código.
+    QList<QVariantList> aceptadas;
+    for (Convertida& c : filas) {
+        if (c.error.isEmpty()) c.error = rechazo(c.valores);
+        if (!c.error.isEmpty()) {
+            errores_ << ErrorImportacion{c.fila, c.error};
             continue;
         }
         if (!filaPorFila) {
-            escribe(fila, v);
+            aceptadas << c.valores;
+            ocupa(c.valores);
             continue;
         }
         // Después de una falla del almacén, cada fila en su punto de guardado: la que falla se
         // informa con lo que dijo el almacén y las demás entran.
         try {
             Transaccion unaFila(a_);
-            escribe(fila, v);
+            a_.ejecuta(insert_ + marcasFila_, c.valores);
             unaFila.confirmar();
+            ocupa(c.valores);
         } catch (const ErrorAlmacen& e) {
-            errores_ << ErrorImportacion{fila.numero, QStringLiteral("el almacén no la aceptó: %1").arg(e.descripcion())};
+            errores_ << ErrorImportacion{c.fila, QStringLiteral("el almacén no la aceptó: %1").arg(e.descripcion())};
         }
     }
+    // 4. Las aceptadas, juntas.
+    insertaJuntas(aceptadas);
     t.confirmar();
 }
 

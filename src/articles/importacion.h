@@ -7,7 +7,9 @@
 #include "articles/planillas.h"
 #include "store/almacen.h"
 
+#include <QHash>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -96,10 +98,22 @@ private:
         const Mapeo* mapeo;
         int columna; // de la hoja, para "XLS"
     };
+    // Una fila de la hoja en un lote: sus valores para el INSERT o lo que tiene mal.
+    struct Convertida {
+        int fila;
+        QVariantList valores;
+        QString error;
+    };
     // Los valores de una fila para el INSERT; lanza Aviso con lo que está mal.
     QVariantList valores(const FilaPlanilla& fila, qsizetype indice) const;
-    // Escribe una fila ya convertida; false si no entró (y anota por qué).
-    bool escribe(const FilaPlanilla& fila, const QVariantList& v);
+    // Los códigos de artículo de un lote que el almacén ya tiene (con la descripción del primer
+    // artículo que lo usa) y las zonas, en una lectura cada uno.
+    void leeExistentes(const QList<Convertida>& filas);
+    // Por qué una fila convertida no entra (código ya usado, zona que no existe); vacío si entra.
+    QString rechazo(const QVariantList& v) const;
+    // Cuenta una fila que entra; su código queda ocupado para las siguientes.
+    void ocupa(const QVariantList& v);
+    void insertaJuntas(const QList<QVariantList>& filas);
     void loteFila(qsizetype desde, qsizetype hasta, bool filaPorFila);
 
     Almacen& a_;
@@ -107,9 +121,11 @@ private:
     QList<Mapeo> mapa_;
     QList<FilaPlanilla> filas_;
     QList<Destino> destinos_;
-    QString insert_;
+    QString insert_;     // hasta VALUES
+    QString marcasFila_; // (?, ?, ...) de una fila
     double coefIva_ = 0;
     int indiceCodigo_ = -1;
+    int indiceDescripcion_ = -1;
     int indiceVenta_ = -1;
     int indiceZona_ = -1;
     bool agregaPrecioFinal_ = false;
@@ -117,6 +133,8 @@ private:
     qsizetype siguiente_ = 0;
     int importadas_ = 0;
     QList<ErrorImportacion> errores_;
+    QHash<QString, QString> codigosUsados_; // del lote en curso
+    QSet<qint64> zonas_;
 };
 
 } // namespace orv

@@ -79,7 +79,8 @@ TEST_P(Importa, ArticulosConSusErroresPorFilaEnLotes) {
                               {8, {T("A6"), T("Mate"), T("3.5"), V, T("31/02/2024")}},
                               {9, {T("A7"), T("Bombilla"), N(1e15)}},
                               {10, {T("A8"), T("Termo"), N(20), N(15), T("01/03/2024"), T("tal vez")}},
-                              {11, {T("A9"), T("Vaso"), N(2), N(1), T("2024-03-02"), T("no")}}});
+                              {11, {T("A9"), T("Vaso"), N(2), N(1), T("2024-03-02"), T("no")}},
+                              {12, {T("A9"), T("Vaso chico"), N(1)}}});
     const QList<Mapeo> mapa = {columna("Codigo", "Codigo"),
                                columna("Nombre", "Descripcion"),
                                columna("Venta", "PrecioVenta"),
@@ -94,7 +95,7 @@ TEST_P(Importa, ArticulosConSusErroresPorFilaEnLotes) {
     EXPECT_EQ(imp.procesadas(), 4);
     EXPECT_EQ(imp.importadas(), 1);
     EXPECT_EQ(completa(imp), 2);
-    EXPECT_EQ(imp.procesadas(), 10);
+    EXPECT_EQ(imp.procesadas(), 11);
     EXPECT_EQ(imp.importadas(), 3);
     EXPECT_EQ(articulos(), (QStringList{
                                "A1|Arroz|NULL|0|0|0|0|NULL|0|NULL",
@@ -110,6 +111,7 @@ TEST_P(Importa, ArticulosConSusErroresPorFilaEnLotes) {
                                "Fila 8: UltimaFechaCompra: \"31/02/2024\" no es una fecha",
                                "Fila 9: PrecioVenta: \"1000000000000000\" está fuera de rango",
                                "Fila 10: esMateriaPrima: \"tal vez\" no es Sí ni No",
+                               "Fila 12: el código A9 ya es del artículo \"Vaso\"; no se importó",
                            }));
 }
 
@@ -143,7 +145,8 @@ TEST_P(Importa, ClientesYProveedoresConSusCampos) {
                               {4, {T("Carla"), V, T("uno")}},
                               {5, {T("Dario"), V, N(1), V, T("abc")}},
                               {6, {T("Eva"), V, N(1), T("7"), N(2.5)}},
-                              {7, {T("Fede"), V, N(1), V, V, T("30-11111111-8")}}});
+                              {7, {T("Fede"), V, N(1), V, V, T("30-11111111-8")}},
+                              {8, {T("Gabi"), V, V}}});
     Importacion clientes(almacen(), TablaDestino::Vendedores,
                          {columna("Nombre", "Nombre"), columna("Correo", "e-mail"), columna("Zona", "idZona"),
                           columna("Descuento", "Descuento"), columna("Puntos", "PuntosVIP"), columna("CUIT", "Cuit")},
@@ -154,7 +157,8 @@ TEST_P(Importa, ClientesYProveedoresConSusCampos) {
               (QStringList{"Ana Pérez|ana@x.com|1|10.5|30|20123456786", "Fede|NULL|1|0|0|30-11111111-8"}));
     EXPECT_EQ(lineas(clientes), (QStringList{"Fila 3: la zona 99 no existe", "Fila 4: idZona: \"uno\" no es un número",
                                              "Fila 5: PuntosVIP: \"abc\" no es un número",
-                                             "Fila 6: PuntosVIP: \"2.5\" no es un número entero"}));
+                                             "Fila 6: PuntosVIP: \"2.5\" no es un número entero",
+                                             "Fila 8: idZona está vacío y es obligatorio"}));
 
     Importacion proveedores(almacen(), TablaDestino::Proveedores,
                             {columna("Nombre", "Nombre"), columna("Nombre", "RazonSocial"), columna("CUIT", "Cuit", "00000000000"),
@@ -164,7 +168,7 @@ TEST_P(Importa, ClientesYProveedoresConSusCampos) {
     EXPECT_EQ(Filas(almacen(), QStringLiteral("SELECT Nombre, RazonSocial, Cuit, BancoNombre FROM Proveedores ORDER BY idProveedor")),
               (QStringList{"Ana Pérez|Ana Pérez|20123456786|Banco Nación", "Beto|Beto|NULL|Banco Nación",
                            "Carla|Carla|NULL|Banco Nación", "Dario|Dario|NULL|Banco Nación", "Eva|Eva|NULL|Banco Nación",
-                           "Fede|Fede|30-11111111-8|Banco Nación"}));
+                           "Fede|Fede|30-11111111-8|Banco Nación", "Gabi|Gabi|NULL|Banco Nación"}));
     EXPECT_EQ(lineas(proveedores), QStringList{});
 }
 
