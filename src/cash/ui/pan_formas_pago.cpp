@@ -7,7 +7,6 @@
 
 #include <QCheckBox>
 #include <QFormLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -61,62 +60,33 @@ void panEditFPago::acepta() {
     txNombre_->setFocus();
 }
 
-panFormasPago::panFormasPago(Almacen& almacen, QWidget* padre) : QDialog(padre), almacen_(almacen) {
-    setObjectName(QStringLiteral("panFormasPago"));
-    setWindowTitle(QStringLiteral("Formas de Pago"));
-    setModal(true);
-    auto* capa = new QVBoxLayout(this);
-    auto* nota = new QLabel(QStringLiteral("Formas de pago aceptadas en el sistema"), this);
-    nota->setObjectName(QStringLiteral("Label1"));
-    capa->addWidget(nota);
-    grilla_ = new Grilla(almacen_, this);
-    grilla_->setObjectName(QStringLiteral("DBGrid1"));
-    grilla_->permiteAgrupar(false);
-    grilla_->fijaTituloImpresion(QStringLiteral("Formas de Pago"));
-    grilla_->fijaClave(QStringLiteral("idTipoFormaPago"));
-    grilla_->fijaTitulo(QStringLiteral("idTipoFormaPago"), QStringLiteral("Nro."));
-    grilla_->fijaTitulo(QStringLiteral("FormaPago"), QStringLiteral("Forma de pago"));
-    grilla_->fijaTitulo(QStringLiteral("EsACuenta"), QStringLiteral("A cuenta"));
-    grilla_->fijaTitulo(QStringLiteral("EsTarjetaCredito"), QStringLiteral("Tarjeta"));
+panFormasPago::panFormasPago(Almacen& almacen, QWidget* padre)
+    : DialogoLista(almacen, QStringLiteral("panFormasPago"), QStringLiteral("Formas de Pago"),
+                   {"OsenXPButton1", "OsenXPButton3", "OsenXPButton2"}, nota(), padre) {
+    grilla()->fijaClave(QStringLiteral("idTipoFormaPago"));
+    grilla()->fijaTitulo(QStringLiteral("idTipoFormaPago"), QStringLiteral("Nro."));
+    grilla()->fijaTitulo(QStringLiteral("FormaPago"), QStringLiteral("Forma de pago"));
+    grilla()->fijaTitulo(QStringLiteral("EsACuenta"), QStringLiteral("A cuenta"));
+    grilla()->fijaTitulo(QStringLiteral("EsTarjetaCredito"), QStringLiteral("Tarjeta"));
     Intenta(this, [this] {
-        grilla_->fijaConsulta(ConsultaFormasPago());
-        grilla_->fijaAnchoColumna(QStringLiteral("FormaPago"), 220);
+        grilla()->fijaConsulta(ConsultaFormasPago());
+        grilla()->fijaAnchoColumna(QStringLiteral("FormaPago"), 220);
     });
-    capa->addWidget(grilla_, 1);
-
-    auto* botones = new QHBoxLayout;
-    const auto boton = [&](const char* nombre, const QString& texto) { return BotonEnFila(botones, nombre, texto, this); };
-    connect(boton("OsenXPButton1", QStringLiteral("&Nueva...")), &QPushButton::clicked, this, &panFormasPago::nueva);
-    connect(boton("OsenXPButton3", QStringLiteral("&Editar")), &QPushButton::clicked, this, &panFormasPago::editar);
-    connect(boton("OsenXPButton2", QStringLiteral("&Borrar")), &QPushButton::clicked, this, &panFormasPago::borrar);
-    botones->addStretch(1);
-    connect(boton("cmdSalir", QStringLiteral("&Salir")), &QPushButton::clicked, this, &QDialog::accept);
-    capa->addLayout(botones);
-    connect(grilla_, &Grilla::filaActivada, this, &panFormasPago::editar);
     resize(560, 420);
     CentrarVentana(this);
 }
 
-void panFormasPago::abre(std::optional<qint64> id) {
+QLabel* panFormasPago::nota() {
+    auto* nota = new QLabel(QStringLiteral("Formas de pago aceptadas en el sistema"));
+    nota->setObjectName(QStringLiteral("Label1"));
+    return nota;
+}
+
+bool panFormasPago::edita(std::optional<qint64> id) {
     panEditFPago edicion(almacen_, id, this);
-    if (edicion.exec() == QDialog::Accepted) Intenta(this, [this] { grilla_->refresca(); });
+    return edicion.exec() == QDialog::Accepted;
 }
 
-void panFormasPago::nueva() { abre(std::nullopt); }
-
-void panFormasPago::editar() {
-    const auto id = grilla_->claveActual();
-    if (id && !id->isNull()) abre(id->toLongLong());
-}
-
-void panFormasPago::borrar() {
-    const auto id = grilla_->claveActual();
-    if (!id || id->isNull()) return;
-    if (!Pregunta(QStringLiteral("Elimina éste registro"), this)) return;
-    Intenta(this, [&] {
-        BorraFormaPago(almacen_, id->toLongLong());
-        grilla_->refresca();
-    });
-}
+void panFormasPago::borraFila(qint64 id) { BorraFormaPago(almacen_, id); }
 
 } // namespace orv

@@ -3,11 +3,13 @@
 
 #include "cash/cuentas.h"
 #include "store/almacen.h"
+#include "widgets/dialogo_lista.h"
 
 #include <QDialog>
 #include <optional>
 
 class QCheckBox;
+class QLabel;
 class QLineEdit;
 
 namespace orv {
@@ -30,21 +32,15 @@ private:
     QCheckBox* optTarjeta_;
 };
 
-class panFormasPago : public QDialog {
+class panFormasPago : public DialogoLista {
     Q_OBJECT
 public:
     explicit panFormasPago(Almacen& almacen, QWidget* padre = nullptr);
-    Grilla* grilla() const { return grilla_; }
-
-    void nueva();  // OsenXPButton1
-    void editar(); // OsenXPButton3
-    void borrar(); // OsenXPButton2
 
 private:
-    void abre(std::optional<qint64> id);
-
-    Almacen& almacen_;
-    Grilla* grilla_;
+    static QLabel* nota();
+    bool edita(std::optional<qint64> id) override;
+    void borraFila(qint64 id) override;
 };
 
 } // namespace orv

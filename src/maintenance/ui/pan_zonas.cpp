@@ -186,59 +186,24 @@ void panEdSitIva::acepta() {
     txNombre_->setFocus();
 }
 
-panSitIvas::panSitIvas(Almacen& almacen, QWidget* padre) : QDialog(padre), almacen_(almacen) {
-    setObjectName(QStringLiteral("panSitIvas"));
-    setWindowTitle(QStringLiteral("Situaciones frente al IVA"));
-    setModal(true);
-    auto* capa = new QVBoxLayout(this);
-    grilla_ = new Grilla(almacen_, this);
-    grilla_->setObjectName(QStringLiteral("DBGrid1"));
-    grilla_->permiteAgrupar(false);
-    grilla_->fijaTituloImpresion(QStringLiteral("Situaciones frente al IVA"));
-    grilla_->fijaClave(QStringLiteral("idTipoIva"));
-    grilla_->fijaTitulo(QStringLiteral("idTipoIva"), QStringLiteral("Nro."));
-    grilla_->fijaTitulo(QStringLiteral("TipoIva"), QStringLiteral("Situación"));
-    grilla_->fijaTitulo(QStringLiteral("Fiscal"), QStringLiteral("Clave fiscal"));
-    grilla_->fijaAnchosIniciales({{"idTipoIva", 60}, {"TipoIva", 260}, {"Fiscal", 90}});
-    Intenta(this, [this] { grilla_->fijaConsulta(ConsultaSituacionesIva()); });
-    capa->addWidget(grilla_, 1);
-    auto* botones = new QHBoxLayout;
-    const auto boton = [&](const char* nombre, const QString& texto) { return BotonEnFila(botones, nombre, texto, this); };
-    connect(boton("cmdNueva", QStringLiteral("&Nueva...")), &QPushButton::clicked, this, &panSitIvas::nueva);
-    connect(boton("cmdEditar", QStringLiteral("&Editar")), &QPushButton::clicked, this, &panSitIvas::editar);
-    connect(boton("cmdBorrar", QStringLiteral("&Borrar")), &QPushButton::clicked, this, &panSitIvas::borrar);
-    botones->addStretch(1);
-    connect(boton("cmdSalir", QStringLiteral("&Salir")), &QPushButton::clicked, this, &QDialog::accept);
-    capa->addLayout(botones);
-    connect(grilla_, &Grilla::filaActivada, this, &panSitIvas::editar);
+panSitIvas::panSitIvas(Almacen& almacen, QWidget* padre)
+    : DialogoLista(almacen, QStringLiteral("panSitIvas"), QStringLiteral("Situaciones frente al IVA"),
+                   {"cmdNueva", "cmdEditar", "cmdBorrar"}, nullptr, padre) {
+    grilla()->fijaClave(QStringLiteral("idTipoIva"));
+    grilla()->fijaTitulo(QStringLiteral("idTipoIva"), QStringLiteral("Nro."));
+    grilla()->fijaTitulo(QStringLiteral("TipoIva"), QStringLiteral("Situación"));
+    grilla()->fijaTitulo(QStringLiteral("Fiscal"), QStringLiteral("Clave fiscal"));
+    grilla()->fijaAnchosIniciales({{"idTipoIva", 60}, {"TipoIva", 260}, {"Fiscal", 90}});
+    Intenta(this, [this] { grilla()->fijaConsulta(ConsultaSituacionesIva()); });
     resize(520, 400);
     CentrarVentana(this);
 }
 
-void panSitIvas::abre(std::optional<qint64> id) {
+bool panSitIvas::edita(std::optional<qint64> id) {
     panEdSitIva edicion(almacen_, id, this);
-    if (edicion.exec() == QDialog::Accepted) Intenta(this, [this] { grilla_->refresca(); });
+    return edicion.exec() == QDialog::Accepted;
 }
 
-void panSitIvas::nueva() { abre(std::nullopt); }
-
-void panSitIvas::editar() {
-    const auto id = grilla_->claveActual();
-    if (!id || id->isNull()) {
-        MensajeError(QStringLiteral("Debe seleccionar un registro previamente!"), this);
-        return;
-    }
-    abre(id->toLongLong());
-}
-
-void panSitIvas::borrar() {
-    const auto id = grilla_->claveActual();
-    if (!id || id->isNull()) return;
-    if (!Pregunta(QStringLiteral("Elimina éste registro"), this)) return;
-    Intenta(this, [&] {
-        BorraSituacionIva(almacen_, id->toLongLong());
-        grilla_->refresca();
-    });
-}
+void panSitIvas::borraFila(qint64 id) { BorraSituacionIva(almacen_, id); }
 
 } // namespace orv

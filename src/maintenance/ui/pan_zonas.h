@@ -6,6 +6,7 @@
 #include "app/estado.h"
 #include "maintenance/zonas_iva.h"
 #include "store/almacen.h"
+#include "widgets/dialogo_lista.h"
 
 #include <QDialog>
 #include <array>
@@ -67,20 +68,14 @@ private:
     QLineEdit* txClave_;
 };
 
-class panSitIvas : public QDialog {
+class panSitIvas : public DialogoLista {
     Q_OBJECT
 public:
     explicit panSitIvas(Almacen& almacen, QWidget* padre = nullptr);
-    Grilla* grilla() const { return grilla_; }
-    void nueva();
-    void editar();
-    void borrar();
 
 private:
-    void abre(std::optional<qint64> id);
-
-    Almacen& almacen_;
-    Grilla* grilla_;
+    bool edita(std::optional<qint64> id) override;
+    void borraFila(qint64 id) override;
 };
 
 } // namespace orv

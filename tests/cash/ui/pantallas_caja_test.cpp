@@ -212,5 +212,21 @@ TEST_F(PantallasCaja, CatalogosDicenPorQueNoSeTocaUnaFilaDelSistema) {
     EXPECT_EQ(Filas(a(), "SELECT count(*) FROM Cuentas WHERE Cuenta = 'Ventas Mostrador'"), QStringList({"1"}));
 }
 
+// La lista de formas de pago pregunta antes de borrar, no borra una que el sistema usa y sí las demás.
+TEST_F(PantallasCaja, ListaDeFormasDePagoBorraSoloLoQueElSistemaNoUsa) {
+    panFormasPago formas(a());
+    VigiaDeCajas vigia(QStringLiteral("Elimina"));
+    for (const char* forma : {"CHEQ", "TARJETA"}) {
+        Grilla* g = formas.grilla();
+        for (int f = 0; g->irAFila(f) && g->filaActual()->value("FormaPago").toString() != QLatin1String(forma);) ++f;
+        formas.borrar();
+        QTest::qWait(50);
+    }
+    EXPECT_EQ(vigia.vistas, QStringList({"Elimina éste registro ??",
+                                         "La forma de pago \"CHEQ\" tiene un significado fijo en el sistema: no se puede borrar.",
+                                         "Elimina éste registro ??"}));
+    EXPECT_EQ(Filas(a(), "SELECT FormaPago FROM FormasDePago ORDER BY idTipoFormaPago"), QStringList({"EFVO", "CTA CTE", "CHEQ"}));
+}
+
 } // namespace
 } // namespace orv
