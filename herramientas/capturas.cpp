@@ -663,13 +663,9 @@ int main(int argc, char** argv) {
             guarda(generador, QStringLiteral("gen_matriz") + sufijo);
         }
         if (t.width() >= 1024) {
-            // Etiquetas: el día con más compras de artículos marcados, sus entradas, la hoja de
-            // ejemplo y, una vez, la primera hoja impresa como la ve la impresora. En el comercio de
-            // ejemplo sólo la fiambrería lleva etiqueta propia y no tiene compras: aquí también la
-            // llevan los artículos de la última compra.
-            almacen->ejecuta(QStringLiteral("UPDATE Articulos SET ImprimeCodigoBarra = 1 WHERE idArticulo IN (SELECT idArticulo "
-                                            "FROM MovimientoStock WHERE idTipoMovimiento = 1 AND Fecha = (SELECT max(Fecha) "
-                                            "FROM MovimientoStock WHERE idTipoMovimiento = 1))"));
+            // Etiquetas: el día con más compras de artículos marcados (en el comercio de ejemplo, el
+            // remito de la fiambrería que llegó hoy), sus entradas, la hoja de ejemplo y, una vez,
+            // la primera hoja impresa como la ve la impresora.
             const QDate dia = almacen->valor(QStringLiteral("SELECT Fecha FROM ConsultaMovStock WHERE idTipoMovimiento = 1 AND "
                                                             "Ingreso > 0 AND ImprimeCodigoBarra <> 0 GROUP BY Fecha "
                                                             "ORDER BY sum(Ingreso) DESC, Fecha DESC"))

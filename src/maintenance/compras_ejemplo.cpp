@@ -32,6 +32,51 @@ void pagoDeEjemplo(Almacen& a, qint64 idProveedor, qint64 cuenta, const QDate& h
     RegistraPagoProveedor(a, p);
 }
 
+// Lo que cambia entre un documento de ejemplo y otro.
+struct DocumentoEjemplo {
+    qint64 idProveedor;
+    QString razon;
+    QString articulos; // la condición (sobre Articulos, con el proveedor como parámetro) de los cinco artículos
+    int desde;         // el primero de los cinco, en el orden de idArticulo
+    int numero;        // del documento, para los números y las cantidades
+    bool contado;      // factura pagada en efectivo; si no, remito a la cuenta del proveedor
+    QDate fecha;
+};
+
+// Un documento con cinco artículos del proveedor al costo de su ficha.
+void registraDocumento(Almacen& a, const DocumentoEjemplo& doc, qint32 idRed, qint32 idUsuario, qint64 efectivo, qint64 ctaCte,
+                       qint64 cuenta) {
+    VaciaBorradorCompra(a, idRed);
+    QSqlQuery arts = a.consulta(QStringLiteral("SELECT idArticulo, PrecioCosto FROM Articulos WHERE ") + doc.articulos +
+                                    QStringLiteral(" ORDER BY idArticulo LIMIT 5 OFFSET ?"),
+                                {doc.idProveedor, doc.desde});
+    QList<QPair<qint64, QString>> lineas;
+    while (arts.next()) lineas.append({arts.value(0).toLongLong(), Dinero::desdeVariant(arts.value(1)).aTexto()});
+    arts.finish();
+    int n = 0;
+    for (const auto& [idArticulo, costo] : lineas)
+        AgregaLineaCompra(a, idRed, {idArticulo, QString::number(6 * (1 + (n++ + doc.numero) % 4)), costo, QStringLiteral("0")});
+    DatosCompra d;
+    d.idRed = idRed;
+    d.idUsuario = idUsuario;
+    d.idProveedor = doc.idProveedor;
+    d.nombreProveedor = doc.razon;
+    d.tipo = doc.contado ? QStringLiteral("FACTURA") : QStringLiteral("REMITO");
+    d.letra = doc.contado ? QStringLiteral("A") : QStringLiteral("R");
+    d.sucursal = QString::number(doc.contado ? 3 : 1);
+    d.numero = QString::number(1520 + doc.numero * 37);
+    d.fecha = doc.fecha;
+    d.idFormaPago = doc.contado ? efectivo : ctaCte;
+    d.formaPago = doc.contado ? QStringLiteral("EFVO") : kFormaPagoCtaCte;
+    d.idCuenta = cuenta;
+    d.alicuota = doc.contado ? QStringLiteral("21") : QStringLiteral("0");
+    d.pendiente = !doc.contado;
+    d.registraCaja = doc.contado;
+    d.registraStock = true;
+    d.asignaCostos = doc.contado;
+    RegistraCompra(a, d);
+}
+
 } // namespace
 
 void CargaComprasEjemplo(Almacen& a, const QDate& hoy, qint32 idRed, qint32 idUsuario) {
@@ -46,42 +91,27 @@ void CargaComprasEjemplo(Almacen& a, const QDate& hoy, qint32 idRed, qint32 idUs
     while (q.next()) proveedores.append({q.value(0).toLongLong(), q.value(1).toString()});
     q.finish();
 
+    // De cada uno de los cuatro primeros proveedores, una factura de contado y un remito a cuenta.
+    const QString delProveedor = QStringLiteral("IdProveedor = ?");
     int documento = 0;
     for (const auto& [idProveedor, razon] : proveedores) {
         for (int k = 0; k < 2; ++k) {
             ++documento;
             const bool contado = k == 0;
-            // Los artículos del proveedor, cinco por documento, al costo de su ficha.
-            VaciaBorradorCompra(a, idRed);
-            QSqlQuery arts = a.consulta(QStringLiteral("SELECT idArticulo, PrecioCosto FROM Articulos WHERE IdProveedor = ? "
-                                                       "ORDER BY idArticulo LIMIT 5 OFFSET ?"),
-                                        {idProveedor, k * 5});
-            QList<QPair<qint64, QString>> lineas;
-            while (arts.next()) lineas.append({arts.value(0).toLongLong(), Dinero::desdeVariant(arts.value(1)).aTexto()});
-            arts.finish();
-            int n = 0;
-            for (const auto& [idArticulo, costo] : lineas)
-                AgregaLineaCompra(a, idRed, {idArticulo, QString::number(6 * (1 + (n++ + documento) % 4)), costo, QStringLiteral("0")});
-            DatosCompra d;
-            d.idRed = idRed;
-            d.idUsuario = idUsuario;
-            d.idProveedor = idProveedor;
-            d.nombreProveedor = razon;
-            d.tipo = contado ? QStringLiteral("FACTURA") : QStringLiteral("REMITO");
-            d.letra = contado ? QStringLiteral("A") : QStringLiteral("R");
-            d.sucursal = QString::number(contado ? 3 : 1);
-            d.numero = QString::number(1520 + documento * 37);
-            d.fecha = hoy.addDays(contado ? -20 + documento : -8 + documento / 2);
-            d.idFormaPago = contado ? efectivo : ctaCte;
-            d.formaPago = contado ? QStringLiteral("EFVO") : kFormaPagoCtaCte;
-            d.idCuenta = cuenta;
-            d.alicuota = contado ? QStringLiteral("21") : QStringLiteral("0");
-            d.pendiente = !contado;
-            d.registraCaja = contado;
-            d.registraStock = true;
-            d.asignaCostos = contado;
-            RegistraCompra(a, d);
+            registraDocumento(a, {idProveedor, razon, delProveedor, k * 5, documento, contado,
+                                  hoy.addDays(contado ? -20 + documento : -8 + documento / 2)},
+                              idRed, idUsuario, efectivo, ctaCte, cuenta);
         }
+    }
+    // Y un remito que llegó hoy con artículos que llevan etiqueta: las etiquetas del día tienen qué imprimir.
+    QSqlQuery conEtiqueta = a.consulta(QStringLiteral(
+        "SELECT p.idProveedor, p.RazonSocial FROM Proveedores p WHERE EXISTS (SELECT 1 FROM Articulos ar "
+        "WHERE ar.IdProveedor = p.idProveedor AND ar.ImprimeCodigoBarra <> 0) ORDER BY p.idProveedor LIMIT 1"));
+    if (conEtiqueta.next()) {
+        const DocumentoEjemplo deHoy{conEtiqueta.value(0).toLongLong(), conEtiqueta.value(1).toString(),
+                                     QStringLiteral("IdProveedor = ? AND ImprimeCodigoBarra <> 0"), 0, ++documento, false, hoy};
+        conEtiqueta.finish();
+        registraDocumento(a, deHoy, idRed, idUsuario, efectivo, ctaCte, cuenta);
     }
     VaciaBorradorCompra(a, idRed);
     if (!proveedores.isEmpty()) pagoDeEjemplo(a, proveedores.first().first, cuenta, hoy, idUsuario);
