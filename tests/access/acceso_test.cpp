@@ -5,6 +5,7 @@
 #include "access/niveles.h"
 #include "access/usuarios.h"
 #include "apoyo/base_prueba.h"
+#include "apoyo/filas.h"
 #include "store/actualizacion.h"
 #include "store/aviso.h"
 #include "store/esquema.h"
@@ -21,7 +22,7 @@ namespace orv {
 namespace {
 
 using prueba::PorMotorAlDia;
-using prueba::textoDeAviso;
+using prueba::AvisoDe;
 
 TEST(Contrasenias, ResumenArgon2idConSalQueNoGuardaLaClaveYVerificaSoloLaCorrecta) {
     const QString clave = "ñandú 'x'";
@@ -161,17 +162,17 @@ TEST_P(Acceso, DatosMalIngresadosNombresQueNoCabenYComisionesAmbiguasNoGuardanNa
     };
     for (const auto& c : casos) {
         qint64 id = c.id.value_or(0);
-        const QString texto = textoDeAviso([&] { id = GuardaUsuario(a, c.id, c.datos); });
+        const QString texto = AvisoDe([&] { id = GuardaUsuario(a, c.id, c.datos); });
         EXPECT_TRUE(c.aviso.isEmpty() ? texto.isEmpty() : texto.startsWith(c.aviso)) << texto.toStdString();
         const auto leido = LeeUsuario(a, id);
         EXPECT_EQ(leido ? leido->nombreUsuario + u'/' + leido->comision : QString(),
                   c.aviso.isEmpty() ? c.datos.nombreUsuario + u'/' + c.datos.comision : QString())
             << texto.toStdString();
     }
-    EXPECT_TRUE(textoDeAviso([&] { NuevoNivel(a, QString(51, u'n')); }).startsWith("Nombre del nivel: admite hasta 50"));
+    EXPECT_TRUE(AvisoDe([&] { NuevoNivel(a, QString(51, u'n')); }).startsWith("Nombre del nivel: admite hasta 50"));
     DatosNivel d = LeeNivel(a, NuevoNivel(a, emojis).value()).value();
     d.nombre += QChar(0);
-    EXPECT_TRUE(textoDeAviso([&] { GuardaNivel(a, d); }).startsWith("Nombre del nivel: el texto tiene un carácter nulo"));
+    EXPECT_TRUE(AvisoDe([&] { GuardaNivel(a, d); }).startsWith("Nombre del nivel: el texto tiene un carácter nulo"));
 }
 
 TEST_P(Acceso, NivelesNuevosRepetidosRenombradosYEnUso) {
@@ -192,7 +193,7 @@ TEST_P(Acceso, NivelesNuevosRepetidosRenombradosYEnUso) {
     EXPECT_EQ(LeeNivel(a, *id)->nombre, "Repositores");
 
     const qint64 u = usuario("repo", "r", *id);
-    EXPECT_EQ(textoDeAviso([&] { EliminaNivel(a, *id); }), "Existen usuarios ya asignados a éste nivel!");
+    EXPECT_EQ(AvisoDe([&] { EliminaNivel(a, *id); }), "Existen usuarios ya asignados a éste nivel!");
     EXPECT_TRUE(LeeNivel(a, *id));
     BorraUsuario(a, u);
     EliminaNivel(a, *id);
@@ -286,7 +287,7 @@ TEST_P(Acceso, ElUltimoQueAdministraUsuariosNoSeBorraNiPierdeElPermiso) {
          "gerente:Supervisor:SU supervisor:Gerencia:"},
     };
     for (const auto& p : pasos) {
-        const QString texto = textoDeAviso(p.hace);
+        const QString texto = AvisoDe(p.hace);
         EXPECT_TRUE(*p.aviso ? texto.startsWith(QString::fromUtf8(p.aviso)) : texto.isEmpty()) << texto.toStdString();
         EXPECT_EQ(estado(), p.queda);
     }
@@ -300,7 +301,7 @@ TEST_P(Acceso, DosPuestosNoBorranALaVezALosDosUltimosAdministradores) {
     QString otroPuesto;
     Transaccion t(a);
     BorraUsuario(a, uno); // sin confirmar todavía
-    std::thread hilo([&] { otroPuesto = textoDeAviso([&] { BorraUsuario(*base().otraConexion(), dos); }); });
+    std::thread hilo([&] { otroPuesto = AvisoDe([&] { BorraUsuario(*base().otraConexion(), dos); }); });
     std::this_thread::sleep_for(std::chrono::milliseconds(400)); // el otro llega a su borrado
     t.confirmar();
     hilo.join();

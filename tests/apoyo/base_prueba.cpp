@@ -7,6 +7,8 @@
 #include <QRandomGenerator>
 #include <QUrl>
 #include <QUrlQuery>
+#include <mutex>
+#include <thread>
 
 namespace orv::prueba {
 
@@ -72,6 +74,26 @@ void PorMotor::SetUp() {
     if (GetParam() == Motor::PostgreSQL && !hayPostgreSQL())
         GTEST_SKIP() << "ORVANTA_PRUEBA_PG sin definir: se omite PostgreSQL";
     base_ = std::make_unique<AlmacenDePrueba>(GetParam());
+}
+
+QStringList PorMotor::enTerminales(const std::vector<std::function<void(Almacen&)>>& tareas) {
+    QStringList errores;
+    std::mutex m;
+    std::vector<std::thread> hilos;
+    for (const auto& tarea : tareas)
+        hilos.emplace_back([&, tarea] {
+            try {
+                tarea(*base_->otraConexion());
+            } catch (const std::exception& e) {
+                std::lock_guard<std::mutex> l(m);
+                errores << QString::fromUtf8(e.what());
+            } catch (...) {
+                std::lock_guard<std::mutex> l(m);
+                errores << QStringLiteral("falla sin descripción");
+            }
+        });
+    for (auto& h : hilos) h.join();
+    return errores;
 }
 
 void PorMotorAlDia::SetUp() {

@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace orv::prueba {
 
@@ -53,16 +54,6 @@ void CreaAlmacenDanado(const QString& ruta);
 // Omite la prueba PostgreSQL si no hay servidor de pruebas.
 bool hayPostgreSQL();
 
-// Texto del aviso que lanza `f`; vacío si no lanza.
-inline QString textoDeAviso(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const Aviso& a) {
-        return a.texto();
-    }
-    return {};
-}
-
 // Base para pruebas parametrizadas por motor.
 class PorMotor : public ::testing::TestWithParam<Motor> {
 protected:
@@ -70,6 +61,8 @@ protected:
     void TearDown() override { base_.reset(); }
     Almacen& almacen() { return base_->almacen(); }
     AlmacenDePrueba& base() { return *base_; }
+    // Corre cada tarea a la vez en su hilo, con su conexión (otra terminal); devuelve lo que falló.
+    QStringList enTerminales(const std::vector<std::function<void(Almacen&)>>& tareas);
 
     std::unique_ptr<AlmacenDePrueba> base_;
 };

@@ -1,10 +1,12 @@
 #pragma once
 // Base de las pruebas de pantallas: un almacén SQLite al día, la configuración en su carpeta, el
-// estado de la terminal 1 con el supervisor, y un reloj fijo; y el control hijo por su nombre.
+// estado de la terminal 1 con el supervisor, un reloj fijo y la salida de los informes; y el
+// control hijo por su nombre.
 
 #include "apoyo/base_prueba.h"
 #include "app/configuracion.h"
 #include "app/estado.h"
+#include "reports/ui/salida_informes.h"
 #include "store/actualizacion.h"
 #include "store/reloj.h"
 
@@ -35,6 +37,7 @@ protected:
         estado_.idUsuarioActual = 1;
         estado_.idNivelActual = 1;
         estado_.idTipoComprobanteActual = 1;
+        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
     }
     Almacen& a() { return base_->almacen(); }
 
@@ -42,6 +45,7 @@ protected:
     std::unique_ptr<Configuracion> conf_;
     EstadoAplicacion estado_;
     RelojFijo reloj_{QDateTime(QDate(2026, 11, 23), QTime(9, 15))};
+    std::unique_ptr<SalidaInformes> salida_;
 };
 
 } // namespace orv::prueba

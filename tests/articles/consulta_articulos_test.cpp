@@ -13,13 +13,8 @@
 namespace orv::prueba {
 namespace {
 
-class ConsultaArticulos : public PorMotor {
+class ConsultaArticulos : public PorMotorAlDia {
 protected:
-    void SetUp() override {
-        PorMotor::SetUp();
-        if (IsSkipped()) return;
-        actualizaEsquema(almacen());
-    }
     void articulos() {
         almacen().ejecuta(QStringLiteral("INSERT INTO Rubros (idRubro, Rubro) VALUES (1, 'Almacén'), (2, 'Bazar')"));
         almacen().ejecuta(QStringLiteral(

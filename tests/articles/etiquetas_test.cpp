@@ -11,7 +11,7 @@ namespace orv {
 namespace {
 
 using prueba::Filas;
-using prueba::textoDeAviso;
+using prueba::AvisoDe;
 
 const QDate kDia(2026, 11, 25);
 
@@ -44,7 +44,7 @@ TEST_P(EtiquetasDelAlmacen, UnaEntradaPorUnidadCompradaEseDia) {
 
 TEST_P(EtiquetasDelAlmacen, UnaCantidadDesmesuradaSeDiceEnVezDeColgarse) {
     almacen().ejecuta(QStringLiteral("UPDATE MovimientoStock SET Ingreso = 1e9 WHERE Ingreso = 5"));
-    EXPECT_EQ(textoDeAviso([&] { EtiquetasDelDia(almacen(), kDia.addDays(-1)); }),
+    EXPECT_EQ(AvisoDe([&] { EtiquetasDelDia(almacen(), kDia.addDays(-1)); }),
               QStringLiteral("Las compras del 24/11/2026 suman más de 20000 etiquetas: revise las cantidades ingresadas."));
 }
 
@@ -65,7 +65,7 @@ TEST_P(EtiquetasDelAlmacen, GuardarReemplazaLaDefinicionDelMismoNombre) {
 TEST_P(EtiquetasDelAlmacen, ImprimirSinHojaSinItemsOConCodigosQueNoSeDibujan) {
     GuardaHojaEtiquetas(almacen(), {QStringLiteral("Chica"), 2, 3, 5, 10, 2, 3, 60, 30, 20});
     const auto aviso = [&](const char* hoja, QStringList codigos, const char* comienzo) {
-        return textoDeAviso([&] {
+        return AvisoDe([&] {
             PreparaImpresionEtiquetas(almacen(), QString::fromUtf8(hoja), codigos, QString::fromUtf8(comienzo), false);
         });
     };
@@ -134,7 +134,7 @@ TEST(LugarDeEtiquetas, ComienzoEscrito) {
     };
     for (const auto& c : casos) {
         int r = 0;
-        EXPECT_EQ(textoDeAviso([&] { r = LeeComienzo(QString::fromUtf8(c.texto), h); }), c.aviso) << c.texto;
+        EXPECT_EQ(AvisoDe([&] { r = LeeComienzo(QString::fromUtf8(c.texto), h); }), c.aviso) << c.texto;
         EXPECT_EQ(r, c.comienzo) << c.texto;
     }
 }
@@ -150,7 +150,7 @@ TEST(LugarDeEtiquetas, CamposDeLaHoja) {
     const auto con = [&](auto campo, const char* valor) {
         CamposHoja c = bien;
         c.*campo = QString::fromUtf8(valor);
-        return textoDeAviso([&] { LeeCamposHoja(c, true); });
+        return AvisoDe([&] { LeeCamposHoja(c, true); });
     };
     const QString mal = QStringLiteral(": el número está mal escrito. Use el punto para los decimales (1234.50).");
     EXPECT_EQ(con(&CamposHoja::porAncho, "x"), QStringLiteral("Nº de etiquetas a lo ancho") + mal);
@@ -159,7 +159,7 @@ TEST(LugarDeEtiquetas, CamposDeLaHoja) {
     EXPECT_EQ(con(&CamposHoja::ancho, "0"), QStringLiteral("El ancho y el largo de la etiqueta deben ser mayores que cero."));
     EXPECT_EQ(con(&CamposHoja::tamanoFuente, "x"), QStringLiteral("Tamaño Fuente Texto") + mal);
     EXPECT_EQ(con(&CamposHoja::nombre, " "), QStringLiteral("Escriba el nombre con que se guarda la configuración."));
-    EXPECT_EQ(textoDeAviso([&] { LeeCamposHoja({"", "2", "3", "5", "10", "2", "3", "60", "30", "20"}, false); }), QString());
+    EXPECT_EQ(AvisoDe([&] { LeeCamposHoja({"", "2", "3", "5", "10", "2", "3", "60", "30", "20"}, false); }), QString());
 }
 
 TEST(LugarDeEtiquetas, CodigosEan13YLosQueNoSeDibujan) {

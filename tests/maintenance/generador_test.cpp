@@ -12,10 +12,9 @@ using namespace orv::prueba;
 
 namespace {
 
-class Generador : public PorMotor {};
+class Generador : public PorMotorAlDia {};
 
 TEST_P(Generador, RubrosPedidosCodigosDeLaFichaYDeProveedor) {
-    actualizaEsquema(almacen());
     OpcionesGenerador o;
     o.articulos = 1001;
     o.rubros = 3;
@@ -53,7 +52,6 @@ TEST_P(Generador, RubrosPedidosCodigosDeLaFichaYDeProveedor) {
 // Clientes listados por el panel (con zona), todos con saldo distinto de cero, y el cliente grande
 // con sus líneas (más las dos de todos), una cobranza de cada diez, la última en `hasta`.
 TEST_P(Generador, ClientesConSaldoYUnaCuentaGrande) {
-    actualizaEsquema(almacen());
     OpcionesGenerador o;
     o.articulos = 0;
     o.filasCaja = 0;
@@ -73,7 +71,6 @@ TEST_P(Generador, ClientesConSaldoYUnaCuentaGrande) {
 // Comprobantes con dos líneas cada uno cuya suma es su total (con el signo de la nota de crédito, una
 // de cada 50), los del cliente grande, y las fechas de 100 por día hasta `hasta`.
 TEST_P(Generador, ComprobantesConSusLineasYLosDelClienteGrande) {
-    actualizaEsquema(almacen());
     OpcionesGenerador o;
     o.articulos = 30;
     o.filasCaja = 0;

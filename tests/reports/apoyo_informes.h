@@ -3,6 +3,7 @@
 // qué le falta o le sobra a un texto (el texto de un aviso está en el apoyo común).
 
 #include "apoyo/base_prueba.h"
+#include "apoyo/filas.h"
 
 #include <QFile>
 #include <QProcess>

@@ -90,7 +90,7 @@ TEST(Correo, ConUsuarioYClaveSoloPorConexionCifradaYLosErroresEnCastellano) {
         d.usuario = "sucursal";
         d.clave = QString::fromUtf8(c.clave);
         if (c.confia) d.autoridades = cifrado.certificado();
-        const QString error = textoDeAviso([&] { EnviaMail(d, d.destino, "x", "x", {}, {}); });
+        const QString error = AvisoDe([&] { EnviaMail(d, d.destino, "x", "x", {}, {}); });
         EXPECT_EQ(c.servidor.autenticaciones() - intentos, c.intentos);
         EXPECT_TRUE(*c.motivo ? error.section(": ", 1).startsWith(QString::fromUtf8(c.motivo))
                               : error.isEmpty())
@@ -106,7 +106,7 @@ TEST(Correo, ServidorQueNoAtiendeSinServidorYAdjuntoQueFalta) {
     DatosCorreo sinServidor = d;
     sinServidor.smtp.clear();
     auto envia = [&](const DatosCorreo& con, const QString& adjunto) {
-        return textoDeAviso([&] { EnviaMail(con, d.destino, "x", "x", {}, adjunto); });
+        return AvisoDe([&] { EnviaMail(con, d.destino, "x", "x", {}, adjunto); });
     };
     const QString error = envia(d, {});
     EXPECT_TRUE(error.contains(": no se pudo conectar con el servidor.\nMotivo: ")) << error.toStdString();

@@ -36,7 +36,7 @@ TEST(DefinicionInforme, CabeceraYErrores) {
     EXPECT_TRUE(def.horizontal && def.pagina == QPageSize::Legal);
     for (const QString& malo : {escribeArchivo(d.filePath("sinfuente.rpt"), "{{! titulo: x }}<p></p>"),
                                 escribeArchivo(d.filePath("sincabecera.rpt"), "<p>hola</p>"), d.filePath("no-esta.rpt")})
-        EXPECT_EQ(textoDeAviso([&] { LeeDefinicion(malo); }), "Error en la lectura de la plantilla : " + malo);
+        EXPECT_EQ(AvisoDe([&] { LeeDefinicion(malo); }), "Error en la lectura de la plantilla : " + malo);
     EXPECT_THROW(SeleccionUsual("no-existe.rpt", {}, {}), Aviso);
 }
 

@@ -10,7 +10,6 @@
 
 #include <atomic>
 #include <functional>
-#include <mutex>
 #include <set>
 #include <thread>
 #include <vector>
@@ -106,23 +105,6 @@ protected:
         DatosRegistro d = datos(idTipo, "EFVO", tarjeta);
         d.idRed = red;
         return RegistraComprobante(a, d, Ruta::Nada);
-    }
-    // Corre cada tarea en su hilo, con su conexión (otra terminal); devuelve lo que falló.
-    QStringList enTerminales(const std::vector<std::function<void(Almacen&)>>& tareas) {
-        QStringList errores;
-        std::mutex m;
-        std::vector<std::thread> hilos;
-        for (const auto& tarea : tareas)
-            hilos.emplace_back([&, tarea] {
-                try {
-                    tarea(*base().otraConexion());
-                } catch (const std::exception& e) {
-                    std::lock_guard<std::mutex> l(m);
-                    errores << QString::fromUtf8(e.what());
-                }
-            });
-        for (auto& h : hilos) h.join();
-        return errores;
     }
     // Todo lo escrito en las tablas del registro, con el nombre de la tabla, y los saldos.
     QStringList foto() {

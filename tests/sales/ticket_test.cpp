@@ -20,7 +20,7 @@
 namespace orv {
 namespace {
 
-using prueba::textoDeAviso;
+using prueba::AvisoDe;
 
 // Lo que la prueba sabe de CP850/CP858, escrito aparte del programa.
 const std::map<unsigned char, QChar> kLetras = {{0xa0, u'á'}, {0x82, u'é'}, {0xa1, u'í'}, {0xa2, u'ó'}, {0xa3, u'ú'},
@@ -138,7 +138,7 @@ TEST(Ticket, PorUnPseudoTerminalComoPuertoSerie) {
     ASSERT_EQ(unlockpt(amo), 0);
     const QString esclavo = QString::fromLocal8Bit(ptsname(amo));
     const QByteArray bytes = ArmaTicket(ticketDePrueba(true), disenoDePrueba(), PaginaCodigos::CP858);
-    EXPECT_EQ(textoDeAviso([&] { EnviaTicket(esclavo, QStringLiteral("19200,n,8,1"), bytes); }), QString());
+    EXPECT_EQ(AvisoDe([&] { EnviaTicket(esclavo, QStringLiteral("19200,n,8,1"), bytes); }), QString());
     QByteArray llegado;
     pollfd p{amo, POLLIN, 0};
     char buf[4096];
@@ -149,7 +149,7 @@ TEST(Ticket, PorUnPseudoTerminalComoPuertoSerie) {
     }
     close(amo);
     EXPECT_EQ(llegado.toHex(), bytes.toHex());
-    EXPECT_EQ(textoDeAviso([&] { EnviaTicket(esclavo, QStringLiteral("rapido"), bytes); }),
+    EXPECT_EQ(AvisoDe([&] { EnviaTicket(esclavo, QStringLiteral("rapido"), bytes); }),
               QStringLiteral("Los parámetros del puerto \"rapido\" no se entienden: escríbalos como 9600,n,8,1."));
 }
 
@@ -200,7 +200,7 @@ TEST_P(TicketImpreso, PorLaRedYConLaImpresoraApagada) {
     diseno.columnas = 32;
     GrabaDisenoTicket(conf, diseno);
     EXPECT_TRUE(EsComprobanteDeTicket(almacen(), 5));
-    EXPECT_EQ(textoDeAviso([&] { ImprimeTicket(almacen(), conf, 5); }), QString());
+    EXPECT_EQ(AvisoDe([&] { ImprimeTicket(almacen(), conf, 5); }), QString());
     EXPECT_EQ(decodifica(recibe(servidor)).mid(4, 15),
               (QStringList{"Almacén Ñandú", "[negrita 0]", "[alinea 0]", "Nro Ticket : T0001-00000042", "25/11/2026",
                            "010001 2 x 1,500.00", "Yerba mate 1 kg         3,000.00", "020001 0.5 x 9,000.00",
@@ -208,7 +208,7 @@ TEST_P(TicketImpreso, PorLaRedYConLaImpresoraApagada) {
                            "[negrita 0]", "Vuelto                $ 2,500.00",
                            "[alinea 1]", "** Gracias por su Compra **"}));
     servidor.close();
-    EXPECT_EQ(textoDeAviso([&] { ImprimeTicket(almacen(), conf, 5); }),
+    EXPECT_EQ(AvisoDe([&] { ImprimeTicket(almacen(), conf, 5); }),
               QStringLiteral("La impresora de tickets (%1) no responde: Connection refused.\nEl comprobante quedó registrado: puede "
                              "volver a imprimirlo desde \"Reimpresion de documentos\".")
                   .arg(puerto));

@@ -5,6 +5,7 @@
 // proveedor con sus pagos. En los dos motores.
 
 #include "apoyo/base_prueba.h"
+#include "apoyo/compras_prueba.h"
 #include "apoyo/filas.h"
 #include "suppliers/compras.h"
 #include "suppliers/cuenta_proveedor.h"
@@ -38,24 +39,23 @@ protected:
     void linea(Almacen& a, qint32 idRed, qint64 id, const char* cantidad, const char* unitario, const char* bonif = "0") {
         AgregaLineaCompra(a, idRed, {id, QString::fromLatin1(cantidad), QString::fromLatin1(unitario), QString::fromLatin1(bonif)});
     }
-    DatosCompra contado(const char* numero) const {
-        DatosCompra d;
-        d.idRed = 1;
+    DatosCompra compra(const char* numero, const char* forma = "EFVO") {
+        DatosCompra d = prueba::CompraDePrueba(almacen(), proveedor_, QString::fromLatin1(numero), QString::fromLatin1(forma));
         d.idUsuario = 7;
-        d.idProveedor = proveedor_;
-        d.nombreProveedor = QStringLiteral("Distribuidora Norte");
-        d.letra = QStringLiteral("A");
-        d.sucursal = QStringLiteral("1");
-        d.numero = QString::fromLatin1(numero);
-        d.fecha = QDate(2026, 11, 20);
-        d.idFormaPago = efectivo_;
-        d.formaPago = QStringLiteral("EFVO");
-        d.idCuenta = cuenta_;
         d.referencia = QStringLiteral("Remito 55");
         d.descuento = QStringLiteral("10");
         d.alicuota = QStringLiteral("21");
         d.registraCaja = d.registraStock = true;
         return d;
+    }
+    // Sin compras ni borrador, y los artículos como al comienzo.
+    void sinCompras() {
+        for (const char* t : {"Compras", "DetCompras", "MovimientoStock", "Caja", "CtaProve", "TmpFacCompra"})
+            almacen().ejecuta(QStringLiteral("DELETE FROM ") + QString::fromLatin1(t));
+        almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = CASE idArticulo WHEN ? THEN 10 WHEN ? THEN NULL ELSE 4 END, "
+                                         "PrecioCosto = CASE idArticulo WHEN ? THEN 800 WHEN ? THEN 500 ELSE 300 END, "
+                                         "UltimaFechaCompra = NULL"),
+                          {yerba_, azucar_, yerba_, azucar_});
     }
     // Todo lo que una compra toca, tabla por tabla.
     QStringList estado() {
@@ -119,7 +119,7 @@ TEST_P(Compras, FilasDeCadaCompra) {
         QStringList esperado;
     };
     const QString y = QString::number(yerba_), z = QString::number(azucar_);
-    const QString compra = QStringLiteral("C|A|1|123|FACTURA|2026-11-20|%1|%2|1290|10|129|243.81|21|1404.81|%3|%4|Remito 55");
+    const QString cabecera = QStringLiteral("C|A|1|123|FACTURA|2026-11-20|%1|%2|1290|10|129|243.81|21|1404.81|%3|%4|Remito 55");
     const QString renglones = QStringLiteral("D|%1|10|90|900;D|%2|5|40|200;D|%1|2|95|190").arg(y, z);
     const QString diario = QStringLiteral("M|%1|2026-11-20|1|A0001-00000123|10|0|PROVEEDOR:Distribuidora Norte;"
                                           "M|%2|2026-11-20|1|A0001-00000123|5|0|PROVEEDOR:Distribuidora Norte;"
@@ -133,32 +133,23 @@ TEST_P(Compras, FilasDeCadaCompra) {
     const QString conStock = QStringLiteral("A|7790001|22|%1|2026-11-20|1210;A|7790002|5|%2|2026-11-20|1210;A|7790003|4|300|NULL|1210");
     const Caso casos[] = {
         {"contado, stock y costos", false, true, true, false,
-         {compra.arg(efectivo_).arg(1).arg(1).arg(1), renglones, conStock.arg(95).arg(40), diario, caja, debe, haber}},
+         {cabecera.arg(efectivo_).arg(1).arg(1).arg(1), renglones, conStock.arg(95).arg(40), diario, caja, debe, haber}},
         {"contado, stock sin costos, pendiente", false, true, false, true,
-         {compra.arg(efectivo_).arg(0).arg(1).arg(1), renglones, conStock.arg(800).arg(500), diario, caja, debe, haber}},
+         {cabecera.arg(efectivo_).arg(0).arg(1).arg(1), renglones, conStock.arg(800).arg(500), diario, caja, debe, haber}},
         {"cuenta corriente, sin stock (los costos no se tocan)", true, false, true, false,
-         {compra.arg(ctaCte_).arg(1).arg(0).arg(0), renglones, sinCambio,
+         {cabecera.arg(ctaCte_).arg(1).arg(0).arg(0), renglones, sinCambio,
           QString(), QString(), debe, QString()}},
     };
     for (const Caso& c : casos) {
         SCOPED_TRACE(c.nombre);
-        for (const char* t : {"Compras", "DetCompras", "MovimientoStock", "Caja", "CtaProve", "TmpFacCompra"})
-            almacen().ejecuta(QStringLiteral("DELETE FROM ") + QString::fromLatin1(t));
-        almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = CASE idArticulo WHEN ? THEN 10 WHEN ? THEN NULL ELSE 4 END, "
-                                         "PrecioCosto = CASE idArticulo WHEN ? THEN 800 WHEN ? THEN 500 ELSE 300 END, "
-                                         "UltimaFechaCompra = NULL"),
-                          {yerba_, azucar_, yerba_, azucar_});
+        sinCompras();
         linea(almacen(), 1, yerba_, "10", "100", "10");
         linea(almacen(), 1, azucar_, "5", "40");
         linea(almacen(), 1, yerba_, "2", "95");
-        DatosCompra d = contado("123");
+        DatosCompra d = compra("123", c.ctaCte ? "CTA CTE" : "EFVO");
         d.registraStock = c.stock;
         d.asignaCostos = c.costos;
         d.pendiente = c.pendiente;
-        if (c.ctaCte) {
-            d.idFormaPago = ctaCte_;
-            d.formaPago = QStringLiteral("CTA CTE");
-        }
         const CompraRegistrada r = RegistraCompra(almacen(), d);
         EXPECT_EQ(r.numero, QStringLiteral("A0001-00000123"));
         QStringList esperado;
@@ -173,7 +164,7 @@ TEST_P(Compras, FilasDeCadaCompra) {
 // se escribe; el diario conserva las filas de las dos y los costos no vuelven.
 TEST_P(Compras, CorreccionDeshaceYVuelveAEscribir) {
     linea(almacen(), 1, yerba_, "10", "100");
-    DatosCompra d = contado("7");
+    DatosCompra d = compra("7");
     d.asignaCostos = true;
     const qint64 primera = RegistraCompra(almacen(), d).idCompra;
     // Un pago aparte queda en la cuenta; una venta con el mismo número en la caja, también.
@@ -219,9 +210,9 @@ TEST_P(Compras, CorreccionDeshaceYVuelveAEscribir) {
 // se corregía exactamente como estaba.
 TEST_P(Compras, RechazoOFallaDejanLaCompraAnteriorEntera) {
     linea(almacen(), 1, yerba_, "10", "100");
-    const qint64 anterior = RegistraCompra(almacen(), contado("7")).idCompra;
+    const qint64 anterior = RegistraCompra(almacen(), compra("7")).idCompra;
     linea(almacen(), 1, azucar_, "1", "100");
-    RegistraCompra(almacen(), contado("8"));
+    RegistraCompra(almacen(), compra("8"));
     const QStringList antes = estado();
     struct Caso {
         const char* numero;
@@ -238,7 +229,7 @@ TEST_P(Compras, RechazoOFallaDejanLaCompraAnteriorEntera) {
     };
     for (const Caso& c : casos) {
         SCOPED_TRACE(c.numero);
-        DatosCompra d = contado(c.numero);
+        DatosCompra d = compra(c.numero);
         d.idCompraAnterior = anterior;
         d.alicuota = QString::fromLatin1(c.alicuota);
         d.tipo = QString::fromLatin1(c.tipo);
@@ -250,15 +241,15 @@ TEST_P(Compras, RechazoOFallaDejanLaCompraAnteriorEntera) {
     }
     // Sin líneas, y un documento repetido de un tipo que se guarda cortado.
     almacen().ejecuta(QStringLiteral("DELETE FROM TmpFacCompra"));
-    EXPECT_EQ(AvisoDe([&] { RegistraCompra(almacen(), contado("9")); }), QStringLiteral("No ingresó ningún ítem en la lista!!"));
+    EXPECT_EQ(AvisoDe([&] { RegistraCompra(almacen(), compra("9")); }), QStringLiteral("No ingresó ningún ítem en la lista!!"));
     linea(almacen(), 1, yerba_, "1", "100");
-    DatosCompra orden = contado("9");
+    DatosCompra orden = compra("9");
     orden.tipo = QStringLiteral("ORDEN DE COMPRA");
     RegistraCompra(almacen(), orden);
     EXPECT_EQ(AvisoDe([&] { RegistraCompra(almacen(), orden); }), kCompraRepetida);
     // Una fecha cerrada no detiene una compra.
     almacen().ejecuta(QStringLiteral("INSERT INTO CorteCaja (Fecha) VALUES ('2026-11-20')"));
-    EXPECT_EQ(AvisoDe([&] { RegistraCompra(almacen(), contado("10")); }), QString());
+    EXPECT_EQ(AvisoDe([&] { RegistraCompra(almacen(), compra("10")); }), QString());
 }
 
 // Dos terminales arman compras a la vez, cada una con su borrador; el stock y el costo quedan
@@ -268,14 +259,14 @@ TEST_P(Compras, DosTerminalesConSuPropioBorrador) {
     linea(almacen(), 1, yerba_, "10", "100");
     linea(*otra, 2, yerba_, "5", "120");
     linea(almacen(), 1, azucar_, "2", "40");
-    DatosCompra segunda = contado("2");
+    DatosCompra segunda = compra("2");
     segunda.idRed = 2;
     segunda.asignaCostos = true;
     RegistraCompra(*otra, segunda);
     EXPECT_EQ(Filas(almacen(), QStringLiteral("SELECT PCRed, Codigo, Cantidad FROM TmpFacCompra ORDER BY idTmpFacCompra")),
               QStringList({"1|7790001|10", "2|7790001|5", "1|7790002|2"}));
     VaciaBorradorCompra(*otra, 2);
-    DatosCompra primera = contado("1");
+    DatosCompra primera = compra("1");
     primera.asignaCostos = true;
     RegistraCompra(almacen(), primera);
     EXPECT_EQ(Filas(almacen(), QStringLiteral("SELECT NroComprobante, Total FROM Compras ORDER BY idCompra")),
@@ -303,11 +294,9 @@ TEST_P(Compras, BorradoFrenteACorreccion) {
     };
     for (const Caso& c : casos) {
         SCOPED_TRACE(c.nombre);
-        for (const char* t : {"Compras", "DetCompras", "MovimientoStock", "Caja", "CtaProve", "TmpFacCompra"})
-            almacen().ejecuta(QStringLiteral("DELETE FROM ") + QString::fromLatin1(t));
-        almacen().ejecuta(QStringLiteral("UPDATE Articulos SET StockActual = 10, PrecioCosto = 800 WHERE idArticulo = ?"), {yerba_});
+        sinCompras();
         linea(almacen(), 1, yerba_, "10", "100", "10");
-        DatosCompra d = contado("7");
+        DatosCompra d = compra("7");
         d.asignaCostos = true;
         const qint64 id = RegistraCompra(almacen(), d).idCompra;
         // Un pago aparte y una venta con el mismo número, el mismo día y la misma cuenta.
@@ -346,11 +335,9 @@ TEST_P(Compras, CuentaDelProveedorConPagosYBorrados) {
     const auto saldo = [&] { return SaldoProveedor(almacen(), proveedor_).value_or(Dinero(-999999)).aTexto(); };
     EXPECT_FALSE(SaldoProveedor(almacen(), proveedor_));
     linea(almacen(), 1, yerba_, "10", "100");
-    RegistraCompra(almacen(), contado("1"));
+    RegistraCompra(almacen(), compra("1"));
     EXPECT_EQ(saldo(), QStringLiteral("0.0000"));
-    DatosCompra cuenta = contado("2");
-    cuenta.idFormaPago = ctaCte_;
-    cuenta.formaPago = QStringLiteral("CTA CTE");
+    DatosCompra cuenta = compra("2", "CTA CTE");
     cuenta.pendiente = true;
     const qint64 debe = RegistraCompra(almacen(), cuenta).idCompra;
     cuenta.numero = QStringLiteral("3");
@@ -414,7 +401,7 @@ TEST_P(Compras, RegistroFiltradoPorTipoYFechas) {
     int n = 0;
     for (const char* tipo : tipos) {
         linea(almacen(), 1, yerba_, "1", "100");
-        DatosCompra d = contado(QByteArray::number(++n).constData());
+        DatosCompra d = compra(QByteArray::number(++n).constData());
         d.tipo = QString::fromLatin1(tipo);
         d.fecha = QDate(2026, 11, 10 * n);
         RegistraCompra(almacen(), d);

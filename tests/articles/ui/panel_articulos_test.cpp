@@ -48,7 +48,6 @@ protected:
                     "(1, '0101', 'Yerba Mate 1 kg', 1, 10, ?), (2, '0102', 'Lavandina 1 l', 2, 4, NULL), "
                     "(3, '0103', 'Detergente', 2, 7, '/no/esta.png'), (4, '0104', 'Yerba sin rubro', 0, 1, NULL)",
                     {foto()});
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         panel_ = std::make_unique<PanelArticulos>(a(), estado_, *conf_, reloj_, *salida_,
                                                   AccionesArticulos{[this] { ++cambios_; }});
         panel_->carga();
@@ -69,7 +68,6 @@ protected:
     }
     QStringList articulos() { return prueba::Filas(a(), "SELECT idArticulo, StockActual FROM Articulos ORDER BY idArticulo"); }
 
-    std::unique_ptr<SalidaInformes> salida_;
     std::unique_ptr<PanelArticulos> panel_;
     int cambios_ = 0;
 };

@@ -40,9 +40,7 @@ protected:
                     "(1, 1, ?, 'del día cerrado', 10, 0, 'EFVO', 1), (2, 1, ?, 'del día abierto', 20, 0, 'EFVO', 1)",
                     {kCerrado, kAbierto});
         a().ejecuta("INSERT INTO CorteCaja (FECHA) VALUES (?)", {kCerrado});
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
     }
-    std::unique_ptr<SalidaInformes> salida_;
 };
 
 TEST_F(PantallasCaja, FechaCerradaDetieneEditarYQuitarYQuitarSinFilasNoPregunta) {

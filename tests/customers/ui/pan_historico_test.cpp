@@ -30,9 +30,7 @@ protected:
                     "(73, 'B0001-00000050', 11, 501, '2026-11-02', 1, 10.5), (74, 'B0001-00000074', 11, 502, '2026-11-23', 1, 999)");
         a().ejecuta("INSERT INTO DetalleComprobantes (idComprobante, Descripcion, Cantidad, Unitario, SubTotal) VALUES "
                     "(71, 'Taza', 2, 50, 100), (71, 'Vela', 1, 21, 21), (72, 'Plato', 1, 40, 40)");
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
     }
-    std::unique_ptr<SalidaInformes> salida_;
 };
 
 QStringList Columna(Grilla* g, const char* campo) {

@@ -29,9 +29,7 @@ protected:
     void SetUp() override {
         PantallaDePrueba::SetUp();
         a().ejecuta("INSERT INTO Vendedores (idVendedor, Nombre, idZona) VALUES (501, 'Ana', 1), (502, 'Bruno', 1)");
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
     }
-    std::unique_ptr<SalidaInformes> salida_;
 };
 
 TEST_F(PantallasClientes, LaCobranzaSeApagaYSeCierraSolaOQuedaComoEstaba) {

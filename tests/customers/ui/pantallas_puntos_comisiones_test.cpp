@@ -32,9 +32,7 @@ protected:
         a().ejecuta("INSERT INTO Articulos (idArticulo, Codigo, Descripcion) VALUES (102, 'B1', 'Taza'), (103, 'V1', 'Vela')");
         a().ejecuta("INSERT INTO TablaVIP (idArticulo, Cantidad, VigenciaDESDE, VigenciaHASTA, PuntosRequeridos) VALUES "
                     "(102, 1, '2026-11-01', '2026-11-30', 80), (103, 1, '2026-11-01', '2026-11-22', 1)");
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
     }
-    std::unique_ptr<SalidaInformes> salida_;
 };
 
 TEST_F(PantallasPuntosComisiones, LaLiquidacionPideCuentaConCajaYDejaLaDiferenciaEnCero) {

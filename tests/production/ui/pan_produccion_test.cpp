@@ -68,8 +68,7 @@ TEST_F(PantallasProduccion, FormulaTotalAlertasYCorrida) {
         a().ejecuta("UPDATE Articulos SET esMateriaPrima = 0 WHERE idArticulo = 1");
     }
 
-    SalidaInformes salida(a(), *conf_, estado_, reloj_, nullptr);
-    PanProduccion p(a(), estado_, reloj_, salida);
+    PanProduccion p(a(), estado_, reloj_, *salida_);
     EXPECT_EQ(p.formulas()->modelo().rowCount(), 1);
     auto* art = hijo<QComboBox>(p, "cbArt");
     art->setCurrentIndex(0);

@@ -39,7 +39,6 @@ class SalidaDeInformes : public PantallaDePrueba {
 protected:
     void SetUp() override {
         PantallaDePrueba::SetUp();
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         a().ejecuta("INSERT INTO Caja (idCuenta, Fecha, Detalles, Ingreso, Egreso, FormaPago) VALUES (1, ?, 'Venta a O''Brien', "
                     "150.5, 0, 'EFVO'), (3, ?, 'Venta mostrador', 20, 0, 'EFVO'), (1, ?, 'Fuera', 9, 0, 'EFVO')",
                     {QDate(2026, 11, 5), QDate(2026, 11, 6), QDate(2026, 12, 10)});
@@ -73,7 +72,6 @@ protected:
     }
     void pulsa(const char* nombre) { panel_->findChild<QPushButton*>(QString::fromLatin1(nombre))->click(); }
 
-    std::unique_ptr<SalidaInformes> salida_;
     std::unique_ptr<PanelInformes> panel_;
     QStringList pedidos_;
     QString archivo_; // el que se elige al guardar; vacío: cancelado
@@ -121,7 +119,7 @@ TEST_F(SalidaDeInformes, CadaDestinoEntregaElInformeConSuSeleccionYQuedaHastaQue
         correo(QString::fromLatin1(destino));
         salida_->fijaDestino("3 - Enviar por e-mail", "1");
         correo("otro@central.com.ar");
-        EXPECT_EQ(textoDeAviso([&] { emite(); }), *destino ? "" : "Verificar datos de configuración!");
+        EXPECT_EQ(AvisoDe([&] { emite(); }), *destino ? "" : "Verificar datos de configuración!");
         EXPECT_EQ(enviado.isEmpty(), !*destino);
     }
     EXPECT_EQ(enviado, QStringList({"casa@central.com.ar", "Casa Central", "Caja", "Ver archivo adjunto", "Movimientos_de_caja.pdf", "%PDF-"}));

@@ -44,7 +44,6 @@ protected:
         a().ejecuta(QStringLiteral("INSERT INTO Vendedores (idVendedor, Nombre, Cuit, idTipoIva, Descuento, idTipoFormaPago, "
                                    "Domicilio, NroClienteVIP) VALUES (5, 'Ana O''Neil', '27-11111111-1', 1, 10, 1, 'Mitre 1', '123456'), "
                                    "(12345, 'Bruno Cinco Cifras', NULL, 1, 0, NULL, NULL, NULL)"));
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
         salida_->eligeArchivo = [this](const QString&) { return pdf(); };
         panel_ = nuevoPanel(estado_);
@@ -95,7 +94,6 @@ protected:
     }
     Almacen& a() const { return base_->almacen(); }
 
-    std::unique_ptr<SalidaInformes> salida_;
     std::unique_ptr<PanelVenta> panel_;
 };
 class Registrar : public PanelVentaTest {};

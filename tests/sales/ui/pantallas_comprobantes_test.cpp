@@ -252,11 +252,10 @@ TEST_F(ComprobantesRegistrados, ElBorradoAbreEnElDiaPreguntaYDeshace) {
 // La reimpresión por fecha sale con la plantilla del tipo (si ya no sirve, con la última que
 // sirvió), o sólo se marca pendiente para la impresora fiscal.
 TEST_F(ComprobantesRegistrados, ReimpresionPorFechaConPlantillaYMarcaFiscal) {
-    SalidaInformes salida(a(), *conf_, estado_, reloj_, nullptr);
     const QString pdf = base_->carpeta() + QStringLiteral("/re.pdf");
-    salida.fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
-    salida.eligeArchivo = [&](const QString&) { return pdf; };
-    PanReImpresion p(a(), salida, kHoy);
+    salida_->fijaDestino(QStringLiteral("2 - A un archivo"), QStringLiteral("1"));
+    salida_->eligeArchivo = [&](const QString&) { return pdf; };
+    PanReImpresion p(a(), *salida_, kHoy);
     p.show();
     EXPECT_EQ(std::make_pair(p.findChild<QDateEdit*>(QStringLiteral("dt1"))->date(), p.grilla()->modelo().rowCount()), std::make_pair(kHoy, 2));
     p.findChild<QDateEdit*>(QStringLiteral("dt1"))->setDate(kHoy.addDays(-1));

@@ -2,6 +2,7 @@
 // impagas (un importe mal escrito se vacía y se dice), la cuenta con su saldo y el borrado de una
 // línea, y el registro de compras con su filtro y el borrado que se pregunta.
 
+#include "apoyo/compras_prueba.h"
 #include "apoyo/filas.h"
 #include "apoyo/modal.h"
 #include "apoyo/pantalla_prueba.h"
@@ -30,25 +31,15 @@ class CuentaProve : public prueba::PantallaDePrueba {
 protected:
     void SetUp() override {
         PantallaDePrueba::SetUp();
-        salida_ = std::make_unique<SalidaInformes>(a(), *conf_, estado_, reloj_, nullptr);
         proveedor_ = a().inserta(QStringLiteral("INSERT INTO Proveedores (Nombre, RazonSocial) VALUES ('Ana', 'Distribuidora Norte')"),
                                  {}, QStringLiteral("idProveedor"));
         a().ejecuta(QStringLiteral("INSERT INTO Articulos (Codigo, Descripcion, StockActual, PrecioCosto) VALUES ('7790001', 'Yerba', 5, 800)"));
         const qint64 art = a().valor(QStringLiteral("SELECT idArticulo FROM Articulos")).toLongLong();
         AgregaLineaCompra(a(), 1, {art, "2", "500", "0"});
         for (const char* tipo : {"FACTURA", "REMITO"}) {
-            DatosCompra d;
-            d.idRed = 1;
-            d.idProveedor = proveedor_;
-            d.nombreProveedor = QStringLiteral("Distribuidora Norte");
+            DatosCompra d = prueba::CompraDePrueba(a(), proveedor_, QString::number(++numero_), QStringLiteral("CTA CTE"));
             d.tipo = QString::fromLatin1(tipo);
-            d.letra = QStringLiteral("A");
-            d.sucursal = QStringLiteral("1");
-            d.numero = QString::number(++numero_);
             d.fecha = QDate(2026, 11, 10 * numero_);
-            d.idFormaPago = a().valor(QStringLiteral("SELECT idTipoFormaPago FROM FormasDePago WHERE FormaPago = 'CTA CTE'")).toLongLong();
-            d.formaPago = QStringLiteral("CTA CTE");
-            d.idCuenta = a().valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Pago a Proveedores'")).toLongLong();
             d.alicuota = QStringLiteral("0");
             d.pendiente = true;
             d.registraStock = true;
@@ -58,7 +49,6 @@ protected:
     ContextoCompras contexto() { return {a(), estado_, *conf_, reloj_, *salida_, {}, [this] { ++cambios_; }}; }
     QString moneda(int pesos) const { return FormatoMoneda(Dinero(pesos), estado_.MascaraMoneda); }
 
-    std::unique_ptr<SalidaInformes> salida_;
     qint64 proveedor_ = 0;
     int numero_ = 0;
     int cambios_ = 0;

@@ -2,6 +2,7 @@
 // Enter, se tipea la cantidad y Enter, sin tocar el ratón; la compra registrada con sus opciones
 // recordadas; y la misma compra abierta de nuevo, con un error de tipeo que no la pierde.
 
+#include "apoyo/compras_prueba.h"
 #include "apoyo/filas.h"
 #include "apoyo/modal.h"
 #include "apoyo/pantalla_prueba.h"
@@ -100,18 +101,11 @@ TEST_F(PanNueCompra, ConElLectorYElTecladoSinElRaton) {
 TEST_F(PanNueCompra, CompraReabiertaYUnErrorDeTipeoNoLaPierde) {
     a().ejecuta(QStringLiteral("INSERT INTO TmpFacCompra (idArticulo, Codigo, Descripcion, Cantidad, Unitario, SubTotal, PCRed) "
                                "SELECT idArticulo, Codigo, Descripcion, 3, 700, 2100, 1 FROM Articulos WHERE Codigo = '7790001'"));
-    DatosCompra datos;
-    datos.idRed = 1;
-    datos.idProveedor = proveedor_;
-    datos.nombreProveedor = QStringLiteral("Distribuidora Norte");
+    DatosCompra datos = prueba::CompraDePrueba(a(), proveedor_, QStringLiteral("88"), QStringLiteral("CTA CTE"));
     datos.tipo = QStringLiteral("ORDEN DE COMPRA");
     datos.letra = QStringLiteral("X");
     datos.sucursal = QStringLiteral("3");
-    datos.numero = QStringLiteral("88");
     datos.fecha = QDate(2026, 11, 2);
-    datos.idFormaPago = a().valor(QStringLiteral("SELECT idTipoFormaPago FROM FormasDePago WHERE FormaPago = 'CTA CTE'")).toLongLong();
-    datos.formaPago = QStringLiteral("CTA CTE");
-    datos.idCuenta = a().valor(QStringLiteral("SELECT idCuenta FROM Cuentas WHERE Cuenta = 'Pago a Proveedores'")).toLongLong();
     datos.alicuota = QStringLiteral("10.5");
     datos.pendiente = true;
     const qint64 id = RegistraCompra(a(), datos).idCompra;
