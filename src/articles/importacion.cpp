@@ -247,6 +247,11 @@ Importacion::Importacion(Almacen& a, TablaDestino tabla, QList<Mapeo> mapa, cons
         if (destinos_[i].campo.nombre == QLatin1StringView("PrecioVenta") && tabla_ == TablaDestino::Articulos) indiceVenta_ = int(i);
         if (destinos_[i].campo.nombre == QLatin1StringView("idZona") && tabla_ == TablaDestino::Vendedores) indiceZona_ = int(i);
     }
+    // Las zonas que un cliente puede tener, una vez para toda la importación.
+    if (indiceZona_ >= 0) {
+        QSqlQuery q = a_.consulta(QStringLiteral("SELECT idZona FROM Zonas"));
+        while (q.next()) zonas_.insert(q.value(0).toLongLong());
+    }
     // El precio final de un artículo es su precio de venta con el impuesto, si la hoja no lo trae.
     agregaPrecioFinal_ = indiceVenta_ >= 0 && !columnas.contains(QStringLiteral("PrecioFinal"));
     if (agregaPrecioFinal_) columnas << QStringLiteral("PrecioFinal");
@@ -275,32 +280,18 @@ QVariantList Importacion::valores(const FilaPlanilla& fila, qsizetype indice) co
     return v;
 }
 
-void Importacion::leeExistentes(const QList<Convertida>& filas) {
+void Importacion::leeCodigosUsados(const QList<Convertida>& filas) {
     codigosUsados_.clear();
-    zonas_.clear();
-    if (indiceCodigo_ >= 0) {
-        QVariantList codigos;
-        QSet<QString> vistos;
-        for (const Convertida& c : filas) {
-            if (!c.error.isEmpty()) continue;
-            const QVariant& codigo = c.valores[indiceCodigo_];
-            if (codigo.isNull() || vistos.contains(codigo.toString())) continue;
-            vistos.insert(codigo.toString());
-            codigos << codigo;
-        }
-        if (!codigos.isEmpty()) {
-            const QString marcas = QStringLiteral("?, ").repeated(codigos.size() - 1) + u'?';
-            QSqlQuery q = a_.consulta(QStringLiteral("SELECT Codigo, COALESCE(Descripcion, '') FROM Articulos WHERE Codigo IN (") +
-                                          marcas + QStringLiteral(") ORDER BY idArticulo"),
-                                      codigos);
-            while (q.next()) // vale el primer artículo que lo usa
-                if (!codigosUsados_.contains(q.value(0).toString())) codigosUsados_.insert(q.value(0).toString(), q.value(1).toString());
-        }
-    }
-    if (indiceZona_ >= 0) {
-        QSqlQuery q = a_.consulta(QStringLiteral("SELECT idZona FROM Zonas"));
-        while (q.next()) zonas_.insert(q.value(0).toLongLong());
-    }
+    if (indiceCodigo_ < 0) return;
+    QSet<QString> codigos;
+    for (const Convertida& c : filas)
+        if (c.error.isEmpty() && !c.valores[indiceCodigo_].isNull()) codigos.insert(c.valores[indiceCodigo_].toString());
+    if (codigos.isEmpty()) return;
+    QSqlQuery q = a_.consulta(QStringLiteral("SELECT Codigo, COALESCE(Descripcion, '') FROM Articulos WHERE Codigo IN (") +
+                                  QStringLiteral("?, ").repeated(codigos.size() - 1) + QStringLiteral("?) ORDER BY idArticulo"),
+                              QVariantList(codigos.begin(), codigos.end()));
+    while (q.next()) // vale el primer artículo que lo usa
+        if (!codigosUsados_.contains(q.value(0).toString())) codigosUsados_.insert(q.value(0).toString(), q.value(1).toString());
 }
 
 QString Importacion::rechazo(const QVariantList& v) const {
@@ -344,8 +335,8 @@ void Importacion::loteFila(qsizetype desde, qsizetype hasta, bool filaPorFila) {
         }
         filas << c;
     }
-    // 2. Lo que el almacén ya tiene para estas filas, en una lectura.
-    leeExistentes(filas);
+    // 2. Los códigos de estas filas que el almacén ya tiene, en una lectura.
+    leeCodigosUsados(filas);
     // 3. En el orden de la hoja: la que no pasa se informa; una fila anterior también ocupa su código.
     QList<QVariantList> aceptadas;
     for (Convertida& c : filas) {

@@ -106,9 +106,9 @@ private:
     };
     // Los valores de una fila para el INSERT; lanza Aviso con lo que está mal.
     QVariantList valores(const FilaPlanilla& fila, qsizetype indice) const;
-    // Los códigos de artículo de un lote que el almacén ya tiene (con la descripción del primer
-    // artículo que lo usa) y las zonas, en una lectura cada uno.
-    void leeExistentes(const QList<Convertida>& filas);
+    // Los códigos de artículo de un lote que el almacén ya tiene, con la descripción del primer
+    // artículo que lo usa, en una lectura.
+    void leeCodigosUsados(const QList<Convertida>& filas);
     // Por qué una fila convertida no entra (código ya usado, zona que no existe); vacío si entra.
     QString rechazo(const QVariantList& v) const;
     // Cuenta una fila que entra; su código queda ocupado para las siguientes.
@@ -134,7 +134,7 @@ private:
     int importadas_ = 0;
     QList<ErrorImportacion> errores_;
     QHash<QString, QString> codigosUsados_; // del lote en curso
-    QSet<qint64> zonas_;
+    QSet<qint64> zonas_;                    // las que hay, leídas al empezar
 };
 
 } // namespace orv
