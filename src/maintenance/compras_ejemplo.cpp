@@ -36,7 +36,7 @@ void pagoDeEjemplo(Almacen& a, qint64 idProveedor, qint64 cuenta, const QDate& h
 struct DocumentoEjemplo {
     qint64 idProveedor;
     QString razon;
-    QString articulos; // la condición (sobre Articulos, con el proveedor como parámetro) de los cinco artículos
+    bool conEtiqueta;  // sólo artículos que llevan etiqueta de código de barra
     int desde;         // el primero de los cinco, en el orden de idArticulo
     int numero;        // del documento, para los números y las cantidades
     bool contado;      // factura pagada en efectivo; si no, remito a la cuenta del proveedor
@@ -47,8 +47,9 @@ struct DocumentoEjemplo {
 void registraDocumento(Almacen& a, const DocumentoEjemplo& doc, qint32 idRed, qint32 idUsuario, qint64 efectivo, qint64 ctaCte,
                        qint64 cuenta) {
     VaciaBorradorCompra(a, idRed);
-    QSqlQuery arts = a.consulta(QStringLiteral("SELECT idArticulo, PrecioCosto FROM Articulos WHERE ") + doc.articulos +
-                                    QStringLiteral(" ORDER BY idArticulo LIMIT 5 OFFSET ?"),
+    QSqlQuery arts = a.consulta(QStringLiteral("SELECT idArticulo, PrecioCosto FROM Articulos WHERE IdProveedor = ? ") +
+                                    (doc.conEtiqueta ? QStringLiteral("AND ImprimeCodigoBarra <> 0 ") : QString()) +
+                                    QStringLiteral("ORDER BY idArticulo LIMIT 5 OFFSET ?"),
                                 {doc.idProveedor, doc.desde});
     QList<QPair<qint64, QString>> lineas;
     while (arts.next()) lineas.append({arts.value(0).toLongLong(), Dinero::desdeVariant(arts.value(1)).aTexto()});
@@ -92,13 +93,12 @@ void CargaComprasEjemplo(Almacen& a, const QDate& hoy, qint32 idRed, qint32 idUs
     q.finish();
 
     // De cada uno de los cuatro primeros proveedores, una factura de contado y un remito a cuenta.
-    const QString delProveedor = QStringLiteral("IdProveedor = ?");
     int documento = 0;
     for (const auto& [idProveedor, razon] : proveedores) {
         for (int k = 0; k < 2; ++k) {
             ++documento;
             const bool contado = k == 0;
-            registraDocumento(a, {idProveedor, razon, delProveedor, k * 5, documento, contado,
+            registraDocumento(a, {idProveedor, razon, false, k * 5, documento, contado,
                                   hoy.addDays(contado ? -20 + documento : -8 + documento / 2)},
                               idRed, idUsuario, efectivo, ctaCte, cuenta);
         }
@@ -109,7 +109,7 @@ void CargaComprasEjemplo(Almacen& a, const QDate& hoy, qint32 idRed, qint32 idUs
         "WHERE ar.IdProveedor = p.idProveedor AND ar.ImprimeCodigoBarra <> 0) ORDER BY p.idProveedor LIMIT 1"));
     if (conEtiqueta.next()) {
         const DocumentoEjemplo deHoy{conEtiqueta.value(0).toLongLong(), conEtiqueta.value(1).toString(),
-                                     QStringLiteral("IdProveedor = ? AND ImprimeCodigoBarra <> 0"), 0, ++documento, false, hoy};
+                                     true, 0, ++documento, false, hoy};
         conEtiqueta.finish();
         registraDocumento(a, deHoy, idRed, idUsuario, efectivo, ctaCte, cuenta);
     }
